@@ -1,0 +1,17 @@
+#pragma once
+
+/// A page of settings, as the flows that move settings see it: a view of the catalogue's items.
+///
+/// Both directions visit the page's fields one by one and stop at the first that fails, what came
+/// before it keeps its new content. They fail by returning false, or by an exception for a value
+/// that cannot be shown or read (CConversionError, std::out_of_range).
+class ISettingsPage {
+public:
+    virtual ~ISettingsPage() = default;
+
+    /// Copies the items' current values into the page.
+    virtual bool Refresh() = 0;
+
+    /// Copies what the page shows into the items.
+    virtual bool Store() = 0;
+};

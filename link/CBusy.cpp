@@ -1,0 +1,28 @@
+#include "link/CBusy.h"
+
+CBusy::Flow::Flow(CBusy& p_objBusy)
+    : m_objBusy(p_objBusy) {
+    ++m_objBusy.m_iFlows;
+    m_objBusy.BeginBusy();
+}
+
+CBusy::Flow::~Flow() {
+    --m_objBusy.m_iFlows;
+    m_objBusy.EndBusy();
+}
+
+CBusy::CBusy(IExchangeView& p_objView)
+    : m_objView(p_objView) {}
+
+void CBusy::BeginBusy() {
+    m_iBusy = -1;
+    m_objView.SetControlsEnabled(false);
+}
+
+void CBusy::EndBusy() {
+    if (m_iFlows > 0) {
+        return;
+    }
+    m_iBusy = 0;
+    m_objView.SetControlsEnabled(true);
+}

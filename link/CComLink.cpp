@@ -1,0 +1,152 @@
+#include "link/CComLink.h"
+
+#include "protocol/MAnswer.h"
+
+namespace {
+
+constexpr std::int16_t NoHandshaking = 0;
+constexpr std::int16_t SingleCharacter = 1;
+
+}  // namespace
+
+CComLink::CComLink(ISerialPort& p_objPort, const CInterface& p_objInterface,
+                   CAnswerRouter& p_objRouter, CLinkState& p_objState, IExchangeView& p_objView,
+                   CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
+    : m_objPort(p_objPort)
+    , m_objInterface(p_objInterface)
+    , m_objRouter(p_objRouter)
+    , m_objState(p_objState)
+    , m_objView(p_objView)
+    , m_objWaiter(p_objWaiter)
+    , m_objMessageBox(p_objMessageBox) {
+    m_objPort.SetEvents(this);
+}
+
+CComLink::~CComLink() {
+    m_objPort.SetEvents(nullptr);
+}
+
+bool CComLink::Open() {
+    if (m_objWaiter.MustStop() || !OpenComPort() || !IsComPortOpen()) {
+        return false;
+    }
+    return m_objWaiter.Yield();
+}
+
+bool CComLink::Close() {
+    CloseComPort();
+    return true;
+}
+
+bool CComLink::OpenComPort() {
+    CloseComPort();
+    const std::string strSettings = m_objInterface.GetSerialInfo();
+    const std::int16_t iPort = m_objInterface.GetComPortNumber();
+    m_objPort.SetSettings(strSettings);
+    m_objPort.SetHandshaking(NoHandshaking);
+    m_objPort.SetReceiveThreshold(SingleCharacter);
+    m_objPort.SetInputLength(SingleCharacter);
+    m_objPort.SetSendThreshold(SingleCharacter);
+    m_objPort.SetPortNumber(iPort);
+    const std::int32_t iResult = m_objPort.Open();
+    if (iResult == ISerialPort::AlreadyOpen) {
+        m_objMessageBox.Show("Already Opened Port by other Application", MessageIcon::Exclamation);
+    }
+    return iResult == ISerialPort::Opened;
+}
+
+void CComLink::CloseComPort() {
+    m_objPort.Close();
+}
+
+bool CComLink::IsComPortOpen() const {
+    return m_objPort.IsOpen();
+}
+
+bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/,
+                        std::string& /*p_strError*/, std::int16_t& /*p_iReceivedCount*/,
+                        std::int16_t p_iReceiveLength) {
+    if (!IsComPortOpen()) {
+        return false;
+    }
+    m_iExpectedLength = p_iReceiveLength;
+    m_objState.m_iPendingAnswers = 1;
+    return WriteComBytes(p_objCommand);
+}
+
+bool CComLink::WriteComBytes(const Bytes& p_objBytes) {
+    for (const std::uint8_t iByte : p_objBytes) {
+        if (!m_objPort.Output({&iByte, 1}) || !m_objWaiter.Yield()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CComLink::OnComm(std::int16_t p_iEvent) {
+    try {
+        HandleEvent(p_iEvent);
+    } catch (...) {
+        // No exception may leave an event; the handler that waits, if one does, gets it.
+        m_objWaiter.StoreFault();
+    }
+}
+
+void CComLink::HandleEvent(std::int16_t p_iEvent) {
+    switch (p_iEvent) {
+    case SerialSend:
+        m_objWaiter.Yield();
+        break;
+    case SerialReceive:
+        Receive();
+        break;
+    case SerialClearToSend:
+        ShowClearToSend();
+        break;
+    case SerialReceiveOverrun:
+        m_objMessageBox.Show("HARD ERROR", MessageIcon::Exclamation);
+        break;
+    default:
+        break;
+    }
+}
+
+void CComLink::Receive() {
+    m_objPort.SetReceiveThreshold(SingleCharacter);
+    m_objPort.SetInputLength(SingleCharacter);
+    for (const std::uint8_t iCharacter : m_objPort.Input()) {
+        TakeCharacter(iCharacter);
+    }
+}
+
+void CComLink::TakeCharacter(std::uint8_t p_iCharacter) {
+    switch (m_objReceiver.Take(p_iCharacter, m_iExpectedLength)) {
+    case CSerialReceiver::Result::Status:
+        m_objRouter.RouteStatus(m_objReceiver.Frame());
+        break;
+    case CSerialReceiver::Result::Settings:
+        if (IsWholeAnswer()) {
+            m_objRouter.RouteSettings(m_objReceiver.Frame());
+        }
+        m_objState.m_iPendingAnswers = 0;
+        break;
+    case CSerialReceiver::Result::Nothing:
+        break;
+    }
+}
+
+bool CComLink::IsWholeAnswer() const {
+    const std::int16_t iLength = MAnswer::ReceiveLength(m_objRouter.AnswerSelector());
+    return m_objReceiver.Frame().size() >= static_cast<std::size_t>(iLength / 2);
+}
+
+void CComLink::ShowClearToSend() {
+    const bool bClear = m_objPort.ClearToSend();
+    if (!bClear && m_iOfflineShown == 0) {
+        m_iOfflineShown = 1;
+        m_objView.ShowStatus("OFF LINE");
+    } else if (bClear && m_iOfflineShown == 1) {
+        m_iOfflineShown = 0;
+        m_objView.ShowStatus("ON LINE");
+    }
+}

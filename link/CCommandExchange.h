@@ -1,0 +1,93 @@
+#pragma once
+
+#include "link/CAnswerRouter.h"
+#include "link/CBusy.h"
+#include "link/CInterface.h"
+#include "link/CPrinterLinks.h"
+#include "link/CWaiter.h"
+#include "platform/IMessageBox.h"
+
+#include <string>
+
+/// One command to the printer and its answer: what every handler of the window is made of.
+///
+/// All of it is called from inside a handler's turn (CWaiter::Turn) and does nothing, quietly,
+/// once the turn is over or the program closes.
+class CCommandExchange {
+public:
+    /// How long a reply on the LAN link may take, in seconds.
+    static constexpr std::int16_t ReplySeconds = 5;
+
+    /// None is owned; all outlive this.
+    CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
+                     CAnswerRouter& p_objRouter, CLinkState& p_objState, CBusy& p_objBusy,
+                     CWaiter& p_objWaiter, IExchangeView& p_objView, IMessageBox& p_objMessageBox);
+
+    /// Fills p_objBytes with the code of each character. False for an empty text.
+    static bool TextToBytes(const std::string& p_strText, Bytes& p_objBytes);
+
+    void BeginBusy() { m_objBusy.BeginBusy(); }
+    void EndBusy() { m_objBusy.EndBusy(); }
+
+    /// Sends over the active link.
+    ///
+    /// @param p_strError the link's words for what went wrong; empty when it has none.
+    /// @param p_iReceivedCount as ILink::Exchange gives it.
+    /// @param p_iReceiveLength bytes that the answer may have, as the link counts them.
+    /// @param p_iAwaited what WaitReply waits for afterwards.
+    /// @return true when the bytes went out; false also for an interface that does not exist, and
+    ///         on USB for settings that no group was named for.
+    /// On USB the answer, if one came, is in its place when this returns. Throws std::out_of_range
+    /// when it is settings that are too short.
+    bool SendCommand(CInterface& p_objInterface, const Bytes& p_objCommand,
+                     Bytes& p_objReceiveBuffer, std::string& p_strError,
+                     std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength,
+                     AwaitedAnswer p_iAwaited);
+
+    /// Waits until the answer is in; true when it is. After p_iSeconds it beeps, shows
+    /// "Device Time Out !!" and returns false. A wait over midnight lasts until the answer comes:
+    /// the time of day starts again and the limit is never reached.
+    bool WaitReply(std::int16_t p_iSeconds);
+
+    /// The same for a known status code.
+    bool WaitStatusReply(std::int16_t p_iSeconds);
+
+    /// Lets p_iSeconds pass with the window alive. A pause over midnight does not end by itself.
+    void Pause(std::int16_t p_iSeconds);
+
+    /// Sends p_strCommand and waits for nothing; a failure shows nothing. Leaves the busy state
+    /// alone. On USB the answer, if one comes, is in when this returns.
+    bool Send(const std::string& p_strCommand);
+
+    /// Sends p_strCommand and, on the LAN link, waits for the answer. A failure of the link that
+    /// has a text is shown; on USB settings that are awaited and do not come are such a failure,
+    /// any other answer that does not come is none. Leaves the busy state alone.
+    bool Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                 AwaitedAnswer p_iAwaited);
+
+    /// Asks for the settings of group p_iGroup, which fill that group's items when they come.
+    /// On the LAN link and on USB the printer has answered when this returns true. Ends with
+    /// EndBusy.
+    bool ReadGroup(std::int16_t p_iGroup);
+
+    /// Clears the status shown and asks for it; the buttons are disabled meanwhile.
+    bool RequestStatus();
+
+    /// Sends a maintenance command; the buttons are disabled meanwhile.
+    bool SendMaintenance(const std::string& p_strCommand);
+
+private:
+    bool SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                  AwaitedAnswer p_iAwaited, std::string& p_strError);
+    bool WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds);
+
+    CInterface& m_objInterface;
+    CPrinterLinks& m_objLinks;
+    CAnswerRouter& m_objRouter;
+    CLinkState& m_objState;
+    CBusy& m_objBusy;
+    CWaiter& m_objWaiter;
+    IExchangeView& m_objView;
+    IMessageBox& m_objMessageBox;
+    Bytes m_objReceiveBuffer;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "link/CAnswerRouter.h"
+#include "link/CBusy.h"
+#include "link/CInterface.h"
+#include "link/CLinkState.h"
+#include "link/CWaiter.h"
+#include "link/ILink.h"
+#include "platform/IMessageBox.h"
+#include "platform/ITcpClient.h"
+
+/// The printer over the network: a TCP connection that stays open between commands.
+class CLanLink : public ILink, private ITcpClientEvents {
+public:
+    /// None is owned; all outlive this. Takes the socket's events for its own lifetime.
+    CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface, CAnswerRouter& p_objRouter,
+             CLinkState& p_objState, CBusy& p_objBusy, CWaiter& p_objWaiter,
+             IMessageBox& p_objMessageBox);
+    ~CLanLink() override;
+    CLanLink(const CLanLink&) = delete;
+    CLanLink& operator=(const CLanLink&) = delete;
+
+    /// Connects to the address and port of CInterface, the buttons disabled meanwhile. Has no
+    /// time limit of its own: the socket's failure to connect ends it, with "'LAN' Open Error !!".
+    bool Open() override;
+
+    bool Close() override;
+
+    /// Ends when the socket has sent everything. A socket that is not connected, an error of it,
+    /// or no end within 2 seconds gives "'LAN' Send Error !!". A clock that starts again at
+    /// midnight makes the limit longer, never shorter.
+    bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
+                  std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
+
+private:
+    void OnConnect() override;
+    void OnClose() override;
+    void OnSendComplete() override;
+    void OnDataArrival() override;
+    void OnError(const SocketError& p_objError) override;
+
+    void SetRemote();
+    [[nodiscard]] bool WaitSent();
+
+    ITcpClient& m_objSocket;
+    const CInterface& m_objInterface;
+    CAnswerRouter& m_objRouter;
+    CLinkState& m_objState;
+    CBusy& m_objBusy;
+    CWaiter& m_objWaiter;
+    IMessageBox& m_objMessageBox;
+};

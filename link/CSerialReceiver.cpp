@@ -1,0 +1,63 @@
+#include "link/CSerialReceiver.h"
+
+#include "protocol/MAnswer.h"
+
+namespace {
+
+constexpr std::uint8_t Xon = 0x11;
+constexpr std::uint8_t Xoff = 0x13;
+constexpr std::uint8_t HighestCharacter = 128;
+
+/// Longer than any answer: a frame that grows to this is none.
+constexpr std::size_t LongestFrame = 256;
+
+}  // namespace
+
+CSerialReceiver::Result CSerialReceiver::Take(std::uint8_t p_iCharacter,
+                                              std::int16_t p_iExpectedLength) {
+    switch (p_iCharacter) {
+    case MAnswer::StatusHead:
+        Begin(Open::Status);
+        return Result::Nothing;
+    case MAnswer::SettingsHead:
+        Begin(Open::Settings);
+        return Result::Nothing;
+    case Xoff:
+        m_bXoffSeen = true;
+        return Result::Nothing;
+    case Xon:
+        m_bXonSeen = true;
+        return Result::Nothing;
+    default:
+        break;
+    }
+    if (m_iOpen == Open::None || p_iCharacter > HighestCharacter) {
+        return Result::Nothing;
+    }
+    return Append(p_iCharacter, p_iExpectedLength);
+}
+
+void CSerialReceiver::Begin(Open p_iFrame) {
+    m_objBuffer.assign(1, 0);
+    m_iOpen = p_iFrame;
+}
+
+CSerialReceiver::Result CSerialReceiver::Append(std::uint8_t p_iCharacter,
+                                                std::int16_t p_iExpectedLength) {
+    m_objBuffer.push_back(p_iCharacter);
+    const auto iLastPosition = static_cast<std::int32_t>(m_objBuffer.size()) - 1;
+    if (m_iOpen == Open::Status && iLastPosition == MAnswer::StatusLength - 1) {
+        m_iOpen = Open::None;
+        return Result::Status;
+    }
+    if (m_iOpen == Open::Settings && iLastPosition == p_iExpectedLength / 2 - 1) {
+        m_iOpen = Open::None;
+        ++m_objState.m_iPendingAnswers;
+        return Result::Settings;
+    }
+    m_objState.m_iPendingAnswers = 0;
+    if (m_objBuffer.size() >= LongestFrame) {
+        m_iOpen = Open::None;
+    }
+    return Result::Nothing;
+}

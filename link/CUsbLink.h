@@ -1,0 +1,39 @@
+#pragma once
+
+#include "link/CLinkState.h"
+#include "link/CWaiter.h"
+#include "link/ILink.h"
+#include "platform/IMessageBox.h"
+#include "platform/IUsbLibrary.h"
+
+/// The printer on USB, which is opened and closed around every single transfer. The answer to a
+/// command is in the receive buffer when its exchange ends.
+class CUsbLink : public ILink {
+public:
+    /// None is owned; all outlive this.
+    CUsbLink(IUsbLibrary& p_objLibrary, CLinkState& p_objState, CWaiter& p_objWaiter,
+             IMessageBox& p_objMessageBox);
+
+    /// Opens the printer and leaves it open; true after two yields.
+    bool Open() override;
+
+    bool Close() override;
+
+    /// Sends, then takes one answer: the library waits for it, about a second. A printer that
+    /// cannot be had is told by p_strError alone, and nothing is sent. When no answer came it
+    /// beeps and returns true, with a text in p_strError.
+    bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
+                  std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
+
+private:
+    bool SendUsb(const Bytes& p_objBytes);
+    bool ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
+                       std::int16_t& p_iReceivedCount);
+    std::int16_t ReceiveUsb(Bytes& p_objBuffer);
+    bool Fail(const char* p_strText);
+
+    IUsbLibrary& m_objLibrary;
+    CLinkState& m_objState;
+    CWaiter& m_objWaiter;
+    IMessageBox& m_objMessageBox;
+};

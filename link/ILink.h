@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// One way to the printer: serial port, TCP or USB.
+///
+/// Failures to open are reported by the link itself in a message box; a failed exchange hands its
+/// text back. Nothing is retried. Every wait inside ends at once when the program closes.
+class ILink {
+public:
+    virtual ~ILink() = default;
+
+    /// Opens the link with the settings of CInterface. False when it is not open afterwards.
+    virtual bool Open() = 0;
+
+    /// Closes the link; harmless when it is not open. True, always.
+    virtual bool Close() = 0;
+
+    /// Sends one command.
+    ///
+    /// @param p_objCommand what goes out, byte for byte.
+    /// @param p_objReceiveBuffer resized to p_iReceiveLength; takes the answer of a link that
+    ///        waits for it here (USB). On the others the answer comes later, as an event.
+    /// @param p_strError what went wrong, in words for a person; may stay empty.
+    /// @param p_iReceivedCount the bytes received, on USB.
+    /// @return true when the bytes went out.
+    virtual bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
+                          std::string& p_strError, std::int16_t& p_iReceivedCount,
+                          std::int16_t p_iReceiveLength) = 0;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+/// The program's one event loop, as seen by code that waits inside a handler.
+///
+/// A wait is a loop: yield, look at the clock, look at what is waited for. It must end at once
+/// when IsClosing becomes true.
+class IEventLoop {
+public:
+    virtual ~IEventLoop() = default;
+
+    /// Takes every event that is pending; when there is none, sleeps until one comes, at most a
+    /// few milliseconds, so that the caller can look at the clock. Handlers run inside.
+    virtual void Yield() = 0;
+
+    /// True from the moment the main window closes. Every wait ends then, nothing more is sent
+    /// and no box is shown.
+    [[nodiscard]] virtual bool IsClosing() const = 0;
+
+    /// The main window closes: IsClosing is true from here on, for good.
+    virtual void RequestClose() = 0;
+};

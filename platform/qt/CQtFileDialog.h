@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/IEventLoop.h"
+#include "platform/IFileDialog.h"
+
+class QFileDialog;
+
+/// The toolkit's own file dialogs.
+class CQtFileDialog : public IFileDialog {
+public:
+    /// Tells when the program closes. Not owned, outlives this.
+    explicit CQtFileDialog(const IEventLoop& p_objEventLoop);
+
+    bool GetSaveFileName(CFileDialogRecord& p_objRecord) override;
+    bool GetOpenFileName(CFileDialogRecord& p_objRecord) override;
+
+private:
+    bool Run(QFileDialog& p_objDialog, CFileDialogRecord& p_objRecord) const;
+
+    const IEventLoop& m_objEventLoop;
+};

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/ISerialPort.h"
+#include "platform/qt/CSerialLineWatch.h"
+#include "platform/qt/MSerialPortName.h"
+
+#include <QSerialPort>
+#include <QTimer>
+
+/// A serial port of the toolkit, without handshaking.
+///
+/// A port that vanishes while it is open (its adapter is pulled out) is closed from then on; Open
+/// opens it again when it is back. The line state and the count of overruns are looked at four
+/// times a second, where the system tells them.
+class CQtSerialPort : public QObject, public ISerialPort {
+public:
+    /// @param p_objLine not owned, outlives this.
+    /// @param p_strDeviceFolder where MSerialPortName looks for the port.
+    explicit CQtSerialPort(const ILineState& p_objLine,
+                           std::string p_strDeviceFolder = MSerialPortName::DeviceFolder);
+    ~CQtSerialPort() override;
+    CQtSerialPort(const CQtSerialPort&) = delete;
+    CQtSerialPort& operator=(const CQtSerialPort&) = delete;
+
+    void SetEvents(ISerialPortEvents* p_objEvents) override { m_objEvents = p_objEvents; }
+
+    // These four count from the next Open on.
+    void SetSettings(const std::string& p_strSettings) override { m_strSettings = p_strSettings; }
+    /// Anything but 0 makes Open fail.
+    void SetHandshaking(std::int16_t p_iHandshaking) override { m_iHandshaking = p_iHandshaking; }
+    void SetPortNumber(std::int16_t p_iPort) override { m_iPort = p_iPort; }
+
+    // These count at once.
+    void SetReceiveThreshold(std::int16_t p_iCount) override { m_iReceiveThreshold = p_iCount; }
+    void SetInputLength(std::int16_t p_iCount) override { m_iInputLength = p_iCount; }
+    void SetSendThreshold(std::int16_t p_iCount) override { m_iSendThreshold = p_iCount; }
+
+    /// A port that is open is closed first.
+    std::int32_t Open() override;
+    void Close() override;
+    [[nodiscard]] bool IsOpen() const override { return m_objPort.isOpen() && !m_bGone; }
+
+    /// The bytes are the system's before this returns, if it takes them.
+    bool Output(std::span<const std::uint8_t> p_objBytes) override;
+    std::vector<std::uint8_t> Input() override;
+    [[nodiscard]] bool ClearToSend() const override { return m_objWatch.ClearToSend(); }
+
+private:
+    bool SetUp();
+    void HandleError(QSerialPort::SerialPortError p_iError);
+    void RaiseReceive();
+    void RaiseSend();
+    void LookAtLine();
+    void Raise(std::int16_t p_iEvent);
+
+    QSerialPort m_objPort;
+    QTimer m_objLookTimer;
+    CSerialLineWatch m_objWatch;
+    ISerialPortEvents* m_objEvents = nullptr;
+    std::string m_strDeviceFolder;
+    std::string m_strSettings;
+    std::int16_t m_iHandshaking = 0;
+    std::int16_t m_iReceiveThreshold = 0;
+    std::int16_t m_iInputLength = 0;
+    std::int16_t m_iSendThreshold = 0;
+    std::int16_t m_iPort = 1;
+    bool m_bGone = false;         // has failed and waits to be closed
+    bool m_bRaisingSend = false;  // a send event is being handled
+    bool m_bLooking = false;      // an event of the line is being handled
+};

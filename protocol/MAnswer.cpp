@@ -1,0 +1,95 @@
+#include "protocol/MAnswer.h"
+
+#include "model/MNumber.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace {
+
+constexpr std::size_t FontCodeIndex = 4;  // in the parameter group
+
+struct Length {
+    std::int16_t m_iGroup;
+    std::int16_t m_iReceiveLength;
+};
+
+constexpr std::array<Length, 6> Lengths{{
+    {MAnswer::NoGroup, 7},
+    {MAnswer::Adjustment, 54},
+    {MAnswer::Parameter, 50},
+    {MAnswer::Sensor, 24},
+    {MAnswer::Lan, 192},
+    {MAnswer::ParameterExpansion, 62},
+}};
+
+bool GroupItems(const CItemManager& p_objItemManager, std::int16_t p_iGroup,
+                ItemArray& p_objItemAry) {
+    switch (p_iGroup) {
+    case MAnswer::Adjustment:
+        return p_objItemManager.GetItem_Adjustment(p_objItemAry);
+    case MAnswer::Parameter:
+        return p_objItemManager.GetItem_Parameter(p_objItemAry);
+    case MAnswer::Sensor:
+        return p_objItemManager.GetItem_Sensor(p_objItemAry);
+    case MAnswer::Lan:
+        return p_objItemManager.GetItem_Lan(p_objItemAry);
+    case MAnswer::ParameterExpansion:
+        return p_objItemManager.GetItem_ParameterExpansion1(p_objItemAry);
+    default:
+        return false;
+    }
+}
+
+}  // namespace
+
+namespace MAnswer {
+
+std::int16_t ReceiveLength(std::int16_t p_iGroup) {
+    const auto* const objFound =
+        std::find_if(Lengths.begin(), Lengths.end(),
+                     [&](const Length& p_objLength) { return p_objLength.m_iGroup == p_iGroup; });
+    return objFound != Lengths.end() ? objFound->m_iReceiveLength : std::int16_t{0};
+}
+
+bool DistributeAnswer(const CItemManager& p_objItemManager,
+                      std::span<const std::uint8_t> p_objAnswer, std::int16_t p_iGroup) {
+    ItemArray objItemAry;
+    if (!GroupItems(p_objItemManager, p_iGroup, objItemAry)) {
+        return false;
+    }
+    std::size_t iPosition = FieldsPosition;
+    for (std::size_t i = 0; i < objItemAry.size(); ++i) {
+        CItem& objItem = *objItemAry[i];
+        std::string strField = ExtractField(p_objAnswer, iPosition, objItem.m_iLength);
+        if (p_iGroup == Parameter && i == FontCodeIndex) {
+            strField = MapFontCode(strField, true);
+        }
+        objItem.SetValue(strField);
+        iPosition += static_cast<std::size_t>(objItem.m_iLength);
+    }
+    return true;
+}
+
+std::string ExtractField(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iPosition,
+                         std::int16_t p_iLength) {
+    const auto iLength = static_cast<std::size_t>(std::max<std::int16_t>(p_iLength, 0));
+    if (p_iPosition > p_objAnswer.size() || iLength > p_objAnswer.size() - p_iPosition) {
+        throw std::out_of_range("the answer ends inside a field");
+    }
+    const auto objField = p_objAnswer.subspan(p_iPosition, iLength);
+    return {objField.begin(), objField.end()};
+}
+
+std::string MapFontCode(const CItemValue& p_vValue, bool p_bFromPrinter) {
+    constexpr std::array<std::uint32_t, 4> arrFromPrinter{0, 3, 1, 2};
+    constexpr std::array<std::uint32_t, 4> arrToPrinter{0, 2, 3, 1};
+    std::uint32_t iCode = MNumber::ReadHex(MNumber::ToText(p_vValue));
+    if (iCode < arrFromPrinter.size()) {
+        iCode = p_bFromPrinter ? arrFromPrinter[iCode] : arrToPrinter[iCode];
+    }
+    return MNumber::HexText(iCode);
+}
+
+}  // namespace MAnswer

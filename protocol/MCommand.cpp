@@ -1,0 +1,142 @@
+#include "protocol/MCommand.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* WriteGroupHead = "{Z2;";
+constexpr const char* ReadGroupHead = "{Z5;";
+constexpr const char* AddressHead = "{IP;";
+constexpr const char* PairHead = "{IS;";
+constexpr const char* TextHead = "{IH;";
+
+constexpr std::size_t HostNameLength = 16;
+constexpr char HostNameFill = '\xFF';
+
+constexpr std::int16_t PrintMargin = 30;
+constexpr std::int16_t ParameterMode = 0;
+
+// The pattern behind "BARCODE" has the code 6; a printer knows no pattern 5.
+constexpr std::int16_t FactoryTestPosition = 5;
+constexpr std::int16_t FactoryTestCode = 6;
+
+/// As many digits as TestPrintNumberPattern has; a printer's longest label has no more.
+std::string TestPrintNumber(std::int16_t p_iNumber) {
+    const std::string strPattern = MCommand::TestPrintNumberPattern;
+    const std::string strDigits = std::to_string(p_iNumber);
+    return strPattern.substr(std::min(strDigits.size(), strPattern.size())) + strDigits;
+}
+
+}  // namespace
+
+namespace MCommand {
+
+std::string ReadRequest(std::int16_t p_iGroup) {
+    return ReadGroupHead + std::to_string(p_iGroup) + CommandEnd;
+}
+
+std::string WriteGroup(std::int16_t p_iKind, const ItemArray& p_objItemAry) {
+    std::string strCommand = WriteGroupHead + std::to_string(p_iKind) + ",";
+    for (const ItemRef& objItem : p_objItemAry) {
+        strCommand += objItem->GetValueString();
+    }
+    return strCommand + CommandEnd;
+}
+
+std::string MakeParameterSetCommand(const CItemManager& p_objItemManager, std::int16_t p_iKind) {
+    ItemArray objItemAry;
+    switch (p_iKind) {
+    case SetParameter:
+        p_objItemManager.SetItem_Parameter(objItemAry);
+        break;
+    case SetAdjustment:
+        p_objItemManager.SetItem_Adjustment(objItemAry);
+        break;
+    default:
+        return {};
+    }
+    return WriteGroup(p_iKind, objItemAry);
+}
+
+std::string NetworkAddress(std::int16_t p_iKind, const ItemArray& p_objItemAry) {
+    std::string strCommand = AddressHead + std::to_string(p_iKind);
+    for (const ItemRef& objItem : p_objItemAry) {
+        strCommand += "," + objItem->GetValueString();
+    }
+    return strCommand + CommandEnd;
+}
+
+std::string NetworkPair(const CItem& p_objSetting, const CItem& p_objNumber) {
+    return PairHead + p_objSetting.GetValueString() + "," + p_objNumber.GetValueString() +
+           CommandEnd;
+}
+
+std::string NetworkText(const CItem& p_objSetting, const CItem& p_objId, const CItem& p_objHost) {
+    std::string strHost = p_objHost.GetValueString();
+    if (strHost.size() < HostNameLength) {
+        strHost.resize(HostNameLength, HostNameFill);
+    }
+    return TextHead + p_objSetting.GetValueString() + "," + p_objId.GetValueString() + "," +
+           strHost + CommandEnd;
+}
+
+std::string MakeAddressCommand(const CItemManager& p_objItemManager, std::int16_t p_iKind) {
+    ItemArray objItemAry;
+    switch (p_iKind) {
+    case IpAddress:
+        p_objItemManager.SetItem_ExtraIpAddress(objItemAry);
+        break;
+    case Gateway:
+        p_objItemManager.SetItem_ExtraGateway(objItemAry);
+        break;
+    case SubnetMask:
+        p_objItemManager.SetItem_ExtraSubnet(objItemAry);
+        break;
+    default:
+        return {};
+    }
+    return NetworkAddress(p_iKind, objItemAry);
+}
+
+std::string MakeSocketPortCommand(const CItemManager& p_objItemManager) {
+    return NetworkPair(*p_objItemManager.m_objSocketPortSetting,
+                       *p_objItemManager.m_objSocketPortNumber);
+}
+
+std::string MakeDhcpCommand(const CItemManager& p_objItemManager) {
+    return NetworkText(*p_objItemManager.m_objDhcpSetting, *p_objItemManager.m_objDhcpClientId,
+                       *p_objItemManager.m_objDhcpClientHost);
+}
+
+std::string TestPrint(const TestPrintFields& p_objFields) {
+    const std::int16_t iPattern =
+        p_objFields.m_iPattern == FactoryTestPosition ? FactoryTestCode : p_objFields.m_iPattern;
+    const auto iPrintLength = static_cast<std::int16_t>(p_objFields.m_iLabelLength - PrintMargin);
+    return TestPrintHead + std::to_string(iPattern) + TestPrintNumber(p_objFields.m_iLabelLength) +
+           TestPrintNumber(iPrintLength) + TestPrintFixedField +
+           TestPrintNumber(p_objFields.m_iIssueCount) + std::to_string(p_objFields.m_iPrintSpeed) +
+           std::to_string(p_objFields.m_iSensor) + std::to_string(p_objFields.m_iCutType) +
+           std::to_string(p_objFields.m_iPrintType) + CommandEnd;
+}
+
+std::string DiagPrint(std::int16_t p_iPrintType) {
+    return DiagPrintHead + std::to_string(p_iPrintType) + CommandEnd;
+}
+
+std::string RamClear(std::int16_t p_iMode, std::int16_t p_iDestination) {
+    std::string strCommand = RamClearHead + std::to_string(p_iMode);
+    if (p_iMode == ParameterMode && p_iDestination >= 1) {
+        strCommand += std::to_string(p_iDestination - 1);
+    }
+    return strCommand + CommandEnd;
+}
+
+std::string ThresholdCalib(std::int16_t p_iSensor) {
+    return ThresholdCalibHead + std::to_string(p_iSensor + 1) + CommandEnd;
+}
+
+std::string SensorAdjustPaperEnd(std::int16_t p_iPass) {
+    return SensorAdjustPaperEndHead + std::to_string(p_iPass) + SensorAdjustPaperEndTail;
+}
+
+}  // namespace MCommand

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "simulator/CSession.h"
+#include "simulator/program/CStepQueue.h"
+
+#include <QTcpSocket>
+#include <QTimer>
+
+/// One accepted connection: feeds what arrives to a session and carries its steps out in time.
+///
+/// Holds a bounded amount whatever the other side does: it reads no further while too many steps
+/// wait or too many bytes are not yet taken, and leaves the rest to the network. Deletes itself
+/// when the connection ends.
+class CConnection : public QObject {
+public:
+    /// @param p_objSocket connected; the connection becomes its owner.
+    CConnection(QTcpSocket* p_objSocket, CSession p_objSession, QObject* p_objParent);
+
+    /// Begins: takes what has arrived, closes if the session says so.
+    void Start();
+
+private:
+    void Work();
+    void Read();
+    void Run();
+    void CarryOut(const CWireStep& p_objStep);
+    [[nodiscard]] bool CanTakeMore() const;
+
+    QTcpSocket* m_objSocket;
+    CSession m_objSession;
+    CStepQueue m_objSteps;
+    QTimer m_objTurn;  // lets other connections have their turn before more is read
+    bool m_bClosing = false;
+};

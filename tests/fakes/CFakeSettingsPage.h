@@ -1,0 +1,25 @@
+#pragma once
+
+#include "flows/ISettingsPage.h"
+
+#include <functional>
+
+/// A page of settings that counts what it is asked for and does what the test says.
+class CFakeSettingsPage : public ISettingsPage {
+public:
+    int m_iRefreshes = 0;
+    int m_iStores = 0;
+    /// What happens, and with which result; may throw. Null succeeds.
+    std::function<bool()> m_fnRefresh;
+    std::function<bool()> m_fnStore;
+
+    bool Refresh() override {
+        ++m_iRefreshes;
+        return !m_fnRefresh || m_fnRefresh();
+    }
+
+    bool Store() override {
+        ++m_iStores;
+        return !m_fnStore || m_fnStore();
+    }
+};

@@ -1,0 +1,481 @@
+#include "platform/qt/CQtTcpClient.h"
+
+#include "tests/platform_qt/CRefusedPort.h"
+
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* Loopback = "127.0.0.1";
+constexpr int LongEnough = 10'000;
+constexpr int LongEnoughForNothing = 150;
+
+/// Keeps the events of a client, and fails the test for one that comes from inside a call.
+class CEventLog : public ITcpClientEvents {
+public:
+    explicit CEventLog(CQtTcpClient& p_objClient)
+        : m_objClient(p_objClient) {
+        m_objClient.SetEvents(this);
+    }
+    CEventLog(const CEventLog&) = delete;
+    CEventLog& operator=(const CEventLog&) = delete;
+    ~CEventLog() override { m_objClient.SetEvents(nullptr); }
+
+    std::vector<std::string> m_strEvents;  // all but data and sent
+    std::vector<SocketError> m_objErrors;
+    std::string m_strData;
+    std::size_t m_iLargestBlock = 0;
+    int m_iSent = 0;
+    bool m_bInsideACall = false;
+    bool m_bTakesData = true;
+    std::function<void()> m_fnOnData;
+
+    [[nodiscard]] bool Has(const std::string& p_strEvent) const {
+        return std::find(m_strEvents.begin(), m_strEvents.end(), p_strEvent) != m_strEvents.end();
+    }
+
+    void OnConnect() override { Add("connect"); }
+    void OnClose() override { Add("close"); }
+    void OnSendComplete() override {
+        EXPECT_FALSE(m_bInsideACall);
+        ++m_iSent;
+    }
+    void OnDataArrival() override {
+        EXPECT_FALSE(m_bInsideACall);
+        if (m_bTakesData) {
+            TakeBlock();
+        }
+        if (m_fnOnData) {
+            m_fnOnData();
+        }
+    }
+    void OnError(const SocketError& p_objError) override {
+        Add("error");
+        m_objErrors.push_back(p_objError);
+    }
+
+    bool TakeBlock() {
+        const auto objBlock = m_objClient.GetData();
+        m_iLargestBlock = std::max(m_iLargestBlock, objBlock.size());
+        m_strData.append(objBlock.begin(), objBlock.end());
+        return !objBlock.empty();
+    }
+
+private:
+    void Add(const char* p_strEvent) {
+        EXPECT_FALSE(m_bInsideACall) << p_strEvent;
+        m_strEvents.emplace_back(p_strEvent);
+    }
+
+    CQtTcpClient& m_objClient;
+};
+
+/// Closes a connection with a reset in place of the usual end.
+void Reset(QTcpSocket& p_objSocket) {
+    const linger objLinger{1, 0};
+    ASSERT_EQ(setsockopt(static_cast<int>(p_objSocket.socketDescriptor()), SOL_SOCKET, SO_LINGER,
+                         &objLinger, sizeof objLinger),
+              0);
+    p_objSocket.abort();
+}
+
+/// The toolkit's complaints are failures here.
+void FailOnWarning(QtMsgType p_iType, const QMessageLogContext& /*p_objContext*/,
+                   const QString& p_strText) {
+    if (p_iType != QtDebugMsg && p_iType != QtInfoMsg) {
+        ADD_FAILURE() << p_strText.toStdString();
+    }
+}
+
+class CQtTcpClientTest : public ::testing::Test {
+protected:
+    CQtTcpClientTest()
+        : m_objFormerHandler(qInstallMessageHandler(FailOnWarning)) {}
+    ~CQtTcpClientTest() override { qInstallMessageHandler(m_objFormerHandler); }
+
+    void SetUp() override { ASSERT_TRUE(m_objServer.listen(QHostAddress::LocalHost)); }
+
+    void CallConnect(const std::string& p_strHost, std::int32_t p_iPort) {
+        m_objClient.SetRemote(p_strHost, p_iPort);
+        m_objEvents.m_bInsideACall = true;
+        m_objClient.Connect();
+        m_objEvents.m_bInsideACall = false;
+    }
+
+    void CallClose() {
+        m_objEvents.m_bInsideACall = true;
+        m_objClient.Close();
+        m_objEvents.m_bInsideACall = false;
+    }
+
+    bool CallSend(const std::string& p_strBytes) {
+        m_objEvents.m_bInsideACall = true;
+        const bool bTaken = m_objClient.SendData(std::span<const std::uint8_t>(
+            reinterpret_cast<const std::uint8_t*>(p_strBytes.data()), p_strBytes.size()));
+        m_objEvents.m_bInsideACall = false;
+        return bTaken;
+    }
+
+    /// Connects to the test's own server; m_objPeer is the other end.
+    void Connect() {
+        CallConnect(Loopback, m_objServer.serverPort());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return m_objEvents.Has("connect"); }, LongEnough));
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return m_objServer.hasPendingConnections(); }, LongEnough));
+        m_objPeer.reset(m_objServer.nextPendingConnection());
+        m_objEvents.m_strEvents.clear();
+    }
+
+    bool WaitFor(const std::string& p_strEvent) {
+        return QTest::qWaitFor([&] { return m_objEvents.Has(p_strEvent); }, LongEnough);
+    }
+
+    QtMessageHandler m_objFormerHandler;
+    QTcpServer m_objServer;
+    CRefusedPort m_objRefused;
+    std::unique_ptr<QTcpSocket> m_objPeer;
+    CQtTcpClient m_objClient;
+    CEventLog m_objEvents{m_objClient};
+};
+
+using Events = std::vector<std::string>;
+
+// Connecting.
+
+TEST_F(CQtTcpClientTest, Connects) {
+    CallConnect(Loopback, m_objServer.serverPort());
+    ASSERT_TRUE(WaitFor("connect"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"connect"});
+}
+
+TEST_F(CQtTcpClientTest, ARefusalIsAnErrorWithItsNumberAndWords) {
+    CallConnect(Loopback, m_objRefused.Number());
+    ASSERT_TRUE(WaitFor("error"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"error"});
+    const SocketError& objError = m_objEvents.m_objErrors.front();
+    EXPECT_EQ(objError.m_iNumber, ECONNREFUSED);
+    EXPECT_FALSE(objError.m_strDescription.empty());
+    EXPECT_EQ(objError.m_iScode, 0);
+    EXPECT_EQ(objError.m_strSource, "");
+    EXPECT_EQ(objError.m_strHelpFile, "");
+    EXPECT_EQ(objError.m_iHelpContext, 0);
+    EXPECT_FALSE(objError.m_bCancelDisplay);
+}
+
+struct BadRemote {
+    const char* m_strName;
+    const char* m_strHost;
+    std::int32_t m_iPort;
+};
+
+void PrintTo(const BadRemote& p_objCase, std::ostream* p_objStream) {
+    *p_objStream << p_objCase.m_strName;
+}
+
+class CQtTcpClientBadRemoteTest : public CQtTcpClientTest,
+                                  public ::testing::WithParamInterface<BadRemote> {};
+
+TEST_P(CQtTcpClientBadRemoteTest, IsAnError) {
+    CallConnect(GetParam().m_strHost, GetParam().m_iPort);
+    ASSERT_TRUE(WaitFor("error"));
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"error"});
+    EXPECT_FALSE(m_objEvents.m_objErrors.front().m_strDescription.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, CQtTcpClientBadRemoteTest,
+                         ::testing::Values(BadRemote{"OctetTooLarge", "999.168.10.20", 8000},
+                                           BadRemote{"Empty", "", 8000},
+                                           BadRemote{"Words", "no address", 8000},
+                                           BadRemote{"PortTooLarge", Loopback, 65536},
+                                           BadRemote{"PortMuchTooLarge", Loopback, 99999},
+                                           BadRemote{"NegativePort", Loopback, -1},
+                                           BadRemote{"NoPort", Loopback, 0},
+                                           BadRemote{"Broadcast", "255.255.255.255", 8000}),
+                         [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
+
+TEST_F(CQtTcpClientTest, ConnectsAgainAfterAnError) {
+    CallConnect(Loopback, m_objRefused.Number());
+    ASSERT_TRUE(WaitFor("error"));
+    Connect();
+    EXPECT_TRUE(CallSend("{WS|}"));
+}
+
+TEST_F(CQtTcpClientTest, ConnectingAgainClosesTheFormerConnectionWithoutAnEvent) {
+    Connect();
+    const std::unique_ptr<QTcpSocket> objFormer = std::move(m_objPeer);
+    Connect();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return objFormer->state() == QAbstractSocket::UnconnectedState; }, LongEnough));
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+}
+
+TEST_F(CQtTcpClientTest, AnErrorOfAFormerConnectionIsNotDelivered) {
+    CallConnect("no address", 8000);  // its error is in the queue now
+    CallConnect(Loopback, m_objServer.serverPort());
+    ASSERT_TRUE(WaitFor("connect"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"connect"});
+}
+
+TEST_F(CQtTcpClientTest, AnErrorIsNotDeliveredAfterClose) {
+    CallConnect("no address", 8000);
+    CallClose();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+}
+
+TEST_F(CQtTcpClientTest, CloseEndsAnEndlessConnect) {
+    // A listener that takes nobody: once its queue is full, the system answers no one any more.
+    const int iListener = ::socket(AF_INET, SOCK_STREAM, 0);
+    ASSERT_GE(iListener, 0);
+    sockaddr_in objAddress{};
+    objAddress.sin_family = AF_INET;
+    objAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t iLength = sizeof objAddress;
+    ASSERT_EQ(::bind(iListener, reinterpret_cast<sockaddr*>(&objAddress), iLength), 0);
+    ASSERT_EQ(::listen(iListener, 0), 0);
+    ASSERT_EQ(::getsockname(iListener, reinterpret_cast<sockaddr*>(&objAddress), &iLength), 0);
+    const quint16 iPort = ntohs(objAddress.sin_port);
+    std::vector<std::unique_ptr<QTcpSocket>> objQueue;
+    bool bFull = false;
+    while (!bFull && objQueue.size() < 16) {
+        objQueue.push_back(std::make_unique<QTcpSocket>());
+        objQueue.back()->connectToHost(QHostAddress::LocalHost, iPort);
+        bFull = !objQueue.back()->waitForConnected(LongEnoughForNothing);
+    }
+    ASSERT_TRUE(bFull);
+
+    CallConnect(Loopback, iPort);
+    QTest::qWait(2 * LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    EXPECT_FALSE(CallSend("{WS|}"));
+    CallClose();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    Connect();
+    EXPECT_TRUE(CallSend("{WS|}"));
+    ::close(iListener);
+}
+
+TEST_F(CQtTcpClientTest, MayEndWhileItConnects) {
+    auto objClient = std::make_unique<CQtTcpClient>();
+    CEventLog objEvents(*objClient);
+    objClient->SetRemote(Loopback, m_objServer.serverPort());
+    objClient->Connect();
+    objClient->SetEvents(nullptr);
+    objClient->Connect();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(objEvents.m_strEvents, Events{});
+    EXPECT_TRUE(m_objServer.hasPendingConnections());
+}
+
+// Closing.
+
+TEST_F(CQtTcpClientTest, TheOtherSidesClosingIsTheCloseEventAlone) {
+    Connect();
+    m_objPeer->close();
+    ASSERT_TRUE(WaitFor("close"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"close"});
+    EXPECT_FALSE(CallSend("{WS|}"));
+}
+
+TEST_F(CQtTcpClientTest, AResetIsTheCloseEventAlone) {
+    Connect();
+    Reset(*m_objPeer);
+    ASSERT_TRUE(WaitFor("close"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"close"});
+    EXPECT_FALSE(CallSend("{WS|}"));
+}
+
+TEST_F(CQtTcpClientTest, AResetFoundBySendingIsTheCloseEventAlone) {
+    Connect();
+    Reset(*m_objPeer);
+    CallSend("{WS|}");
+    ASSERT_TRUE(WaitFor("close"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"close"});
+}
+
+TEST_F(CQtTcpClientTest, AResetInTheMiddleOfALongSendIsTheCloseEventAlone) {
+    Connect();
+    m_objPeer->setReadBufferSize(1);
+    ASSERT_TRUE(CallSend(std::string(16 << 20, 'x')));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+    Reset(*m_objPeer);
+    ASSERT_TRUE(WaitFor("close"));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{"close"});
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+}
+
+TEST_F(CQtTcpClientTest, WhatCameBeforeTheClosingIsStillThere) {
+    Connect();
+    m_objPeer->write("{1answer|}");
+    m_objPeer->close();
+    ASSERT_TRUE(WaitFor("close"));
+    EXPECT_EQ(m_objEvents.m_strData, "{1answer|}");
+}
+
+TEST_F(CQtTcpClientTest, ItsOwnClosingIsNoEvent) {
+    Connect();
+    CallClose();
+    CallClose();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return m_objPeer->state() == QAbstractSocket::UnconnectedState; }, LongEnough));
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    EXPECT_FALSE(CallSend("{WS|}"));
+}
+
+TEST_F(CQtTcpClientTest, ItsOwnClosingWithBytesOnTheWayIsNoEvent) {
+    Connect();
+    ASSERT_TRUE(CallSend(std::string(16 << 20, 'x')));
+    CallClose();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+}
+
+TEST_F(CQtTcpClientTest, WhatWasNotReadIsLostByClosing) {
+    Connect();
+    m_objEvents.m_bTakesData = false;
+    bool bCame = false;
+    m_objEvents.m_fnOnData = [&] { bCame = true; };
+    m_objPeer->write("left over");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bCame; }, LongEnough));
+    CallClose();
+    EXPECT_TRUE(m_objClient.GetData().empty());
+}
+
+TEST_F(CQtTcpClientTest, WhatWasNotReadIsLostByClosingAfterTheOtherSide) {
+    Connect();
+    m_objEvents.m_bTakesData = false;
+    m_objPeer->write("left over");
+    m_objPeer->close();
+    ASSERT_TRUE(WaitFor("close"));
+    CallClose();
+    EXPECT_TRUE(m_objClient.GetData().empty());
+}
+
+TEST_F(CQtTcpClientTest, HasNoDataBeforeItWasEverOpen) {
+    EXPECT_TRUE(m_objClient.GetData().empty());
+    CallClose();
+    EXPECT_TRUE(m_objClient.GetData().empty());
+    EXPECT_FALSE(CallSend("{WS|}"));
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+}
+
+TEST_F(CQtTcpClientTest, MayBeClosedFromItsOwnEvents) {
+    Connect();
+    m_objEvents.m_fnOnData = [this] { m_objClient.Close(); };
+    m_objPeer->write("x");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return m_objPeer->state() == QAbstractSocket::UnconnectedState; }, LongEnough));
+    EXPECT_EQ(m_objEvents.m_strData, "x");
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    m_objEvents.m_fnOnData = nullptr;
+    Connect();
+}
+
+// Bytes.
+
+TEST_F(CQtTcpClientTest, EveryByteGoesBothWaysUnchanged) {
+    Connect();
+    std::string strBytes;
+    for (int i = 0; i < 256; ++i) {
+        strBytes += static_cast<char>(i);
+    }
+    ASSERT_TRUE(CallSend(strBytes));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objPeer->bytesAvailable() >= 256; }, LongEnough));
+    EXPECT_EQ(m_objPeer->readAll().toStdString(), strBytes);
+    m_objPeer->write(strBytes.data(), 256);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= 256; }, LongEnough));
+    EXPECT_EQ(m_objEvents.m_strData, strBytes);
+}
+
+TEST_F(CQtTcpClientTest, TellsWhenEachSendIsComplete) {
+    Connect();
+    for (int i = 1; i <= 3; ++i) {
+        ASSERT_TRUE(CallSend("{WS|}"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_iSent == i; }, LongEnough));
+    }
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iSent, 3);
+}
+
+std::string LongText() {
+    std::string strText(8 << 20, '\0');
+    std::uint32_t iState = 1;
+    for (char& cByte : strText) {
+        iState = iState * 1664525 + 1013904223;
+        cByte = static_cast<char>(iState >> 24);
+    }
+    return strText;
+}
+
+TEST_F(CQtTcpClientTest, MuchGoesOutWholeAndIsCompleteOnlyThen) {
+    Connect();
+    const std::string strSent = LongText();
+    std::string strTaken;
+    ASSERT_TRUE(CallSend(strSent));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            strTaken += m_objPeer->readAll().toStdString();
+            return strTaken.size() >= strSent.size();
+        },
+        LongEnough));
+    EXPECT_TRUE(strTaken == strSent);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_iSent == 1; }, LongEnough));
+}
+
+TEST_F(CQtTcpClientTest, MuchComesInWholeInBoundedBlocks) {
+    Connect();
+    const std::string strSent = LongText();
+    m_objPeer->write(strSent.data(), static_cast<qint64>(strSent.size()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
+                                LongEnough));
+    EXPECT_TRUE(m_objEvents.m_strData == strSent);
+    EXPECT_LE(m_objEvents.m_iLargestBlock, 65536U);
+}
+
+TEST_F(CQtTcpClientTest, HoldsNoMoreThanABlockOfWhatNobodyFetches) {
+    Connect();
+    m_objEvents.m_bTakesData = false;
+    const std::string strSent = LongText();
+    m_objPeer->write(strSent.data(), static_cast<qint64>(strSent.size()));
+    QTest::qWait(2 * LongEnoughForNothing);
+    std::size_t iHeld = 0;
+    while (m_objEvents.TakeBlock()) {
+        iHeld = m_objEvents.m_strData.size();
+    }
+    EXPECT_GT(iHeld, 0U);
+    EXPECT_LE(iHeld, 65536U);
+    m_objEvents.m_bTakesData = true;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
+                                LongEnough));
+    EXPECT_TRUE(m_objEvents.m_strData == strSent);
+}
+
+}  // namespace

@@ -1,0 +1,340 @@
+#include "protocol/MAnswer.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <stdexcept>
+
+namespace {
+
+struct Field {
+    ItemRef CItemManager::*m_objSlot;
+    std::string m_strField;
+    CItemValue m_vStored;
+};
+
+struct Answer {
+    std::int16_t m_iGroup;
+    std::size_t m_iCharacters;
+    std::vector<Field> m_objFields;
+};
+
+// A field of its own for every item of a group, so that no two can be mistaken for each other.
+// clang-format off
+const Answer Answers[] = {
+    {0, 23, {
+        {&CItemManager::m_objFeedDirection, "-", "-"},
+        {&CItemManager::m_objFeedAdjustment, "123", "123"},
+        {&CItemManager::m_objCutPosDirection, "a", "a"},
+        {&CItemManager::m_objCutPosAdjustment, "045", "045"},
+        {&CItemManager::m_objBackFeedDirection, "b", "b"},
+        {&CItemManager::m_objBackFeedAdjustment, "67", "67"},
+        {&CItemManager::m_objToneDirection_T, "c", "c"},
+        {&CItemManager::m_objToneAdjustment_T, "08", "08"},
+        {&CItemManager::m_objToneDirection_D, "d", "d"},
+        {&CItemManager::m_objToneAdjustment_D, " 9", " 9"},
+        {&CItemManager::m_objRibbonMotorDirection_F, "e", "e"},
+        {&CItemManager::m_objRibbonMotorAdjustment_F, "10", "10"},
+        {&CItemManager::m_objRibbonMotorDirection_B, "f", "f"},
+        {&CItemManager::m_objRibbonMotorAdjustment_B, "xy", "xy"},
+    }},
+    {1, 21, {
+        {&CItemManager::m_objXCoordinateDirection, "-", "-"},
+        {&CItemManager::m_objXCoordinateAdjustment, "201", "201"},
+        {&CItemManager::m_objPrintPosCorrectionDirection, "a", "a"},
+        {&CItemManager::m_objPrintPosCorrectionValue, "302", "302"},
+        {&CItemManager::m_objFontCode, "E", 14},
+        {&CItemManager::m_objZeroStyle, "3", "3"},
+        {&CItemManager::m_objControl, "4", "4"},
+        {&CItemManager::m_objControlCode, "5", "5"},
+        {&CItemManager::m_objStripStatus, "6", "6"},
+        {&CItemManager::m_objThresholdAdjustment_R, "27", "27"},
+        {&CItemManager::m_objThresholdAdjustment_T, "38", "38"},
+        {&CItemManager::m_objKanjiCode, "7", "7"},
+        {&CItemManager::m_objCountry, "9", "9"},
+        {&CItemManager::m_objEuroCode, "C7", 199},
+    }},
+    {2, 8, {
+        {&CItemManager::m_objThermalHeadSensor, "41", "41"},
+        {&CItemManager::m_objAmbientSensor, "52", "52"},
+        {&CItemManager::m_objReflectiveSensor, "63", "63"},
+        {&CItemManager::m_objTransmissiveSensor, "74", "74"},
+    }},
+    {3, 92, {
+        {&CItemManager::m_objLanSetting, "1", "1"},
+        {&CItemManager::m_objIpAddress1, "010", "010"},
+        {&CItemManager::m_objIpAddress2, "020", "020"},
+        {&CItemManager::m_objIpAddress3, "030", "030"},
+        {&CItemManager::m_objIpAddress4, "040", "040"},
+        {&CItemManager::m_objGateway1, "051", "051"},
+        {&CItemManager::m_objGateway2, "061", "061"},
+        {&CItemManager::m_objGateway3, "071", "071"},
+        {&CItemManager::m_objGateway4, "081", "081"},
+        {&CItemManager::m_objSubnetMask1, "252", "252"},
+        {&CItemManager::m_objSubnetMask2, "242", "242"},
+        {&CItemManager::m_objSubnetMask3, "232", "232"},
+        {&CItemManager::m_objSubnetMask4, "222", "222"},
+        {&CItemManager::m_objSocketPortSetting, "0", "0"},
+        {&CItemManager::m_objSocketPortNumber, "54321", "54321"},
+        {&CItemManager::m_objDhcpSetting, "2", "2"},
+        {&CItemManager::m_objDhcpClientId, "0123456789ABCDEF0123456789ABCDEF", "0123456789ABCDEF0123456789ABCDEF"},
+        {&CItemManager::m_objDhcpClientHost, " \xE9printer\xFF 7    ", " \xE9printer\xFF 7    "},
+    }},
+    {4, 27, {
+        {&CItemManager::m_objCommunicationSpeed, "a", "a"},
+        {&CItemManager::m_objDataLength, "b", "b"},
+        {&CItemManager::m_objParity, "c", "c"},
+        {&CItemManager::m_objAutoForward, "d", "d"},
+        {&CItemManager::m_objAutoForwardDirection, "-", "-"},
+        {&CItemManager::m_objAutoForwardAdjustment, "48", "48"},
+        {&CItemManager::m_objControlCode1st, "1C", 28},
+        {&CItemManager::m_objControlCode2nd, "0d", 13},
+        {&CItemManager::m_objControlCode3rd, "7G", 7},
+        {&CItemManager::m_objFeedKeyFunction, "e", "e"},
+        {&CItemManager::m_objHeadCheck, "f", "f"},
+        {&CItemManager::m_objAckBusyTiming, "g", "g"},
+        {&CItemManager::m_objWebPrinter, "h", "h"},
+        {&CItemManager::m_objResetNInitSignalIsON, "i", "i"},
+        {&CItemManager::m_objRibbonNearEnd, "j", "j"},
+        {&CItemManager::m_objExpansionIO, "k", "k"},
+        {&CItemManager::m_objPlugAndPlay, "l", "l"},
+        {&CItemManager::m_objLabelendRibbonend, "m", "m"},
+        {&CItemManager::m_objPreStrip, "n", "n"},
+        {&CItemManager::m_objBackFeedSpeed, "o", "o"},
+        {&CItemManager::m_objMaxiCodeSpecification, "p", "p"},
+        {&CItemManager::m_objStripMotorTorque, "q", "q"},
+        {&CItemManager::m_objKeyboardIF, "r", "r"},
+    }},
+};
+// clang-format on
+
+std::vector<std::uint8_t> Bytes(const std::string& p_strText) {
+    return {p_strText.begin(), p_strText.end()};
+}
+
+std::string Fields(const Answer& p_objAnswer) {
+    return std::accumulate(p_objAnswer.m_objFields.begin(), p_objAnswer.m_objFields.end(),
+                           std::string(),
+                           [](const std::string& p_strText, const Field& p_objField) {
+                               return p_strText + p_objField.m_strField;
+                           });
+}
+
+/// The answer as the serial port and TCP carry it.
+std::vector<std::uint8_t> Frame(const Answer& p_objAnswer) {
+    return Bytes("{" + std::to_string(p_objAnswer.m_iGroup) + Fields(p_objAnswer) + "|}");
+}
+
+std::vector<CItemValue> Values(const CItemManager& p_objItemManager) {
+    std::vector<CItemValue> objValues;
+    for (const CItemManager::Row& objRow : CItemManager::Rows()) {
+        objValues.push_back((p_objItemManager.*objRow.m_objSlot)->m_vValue);
+    }
+    return objValues;
+}
+
+/// A parameter answer of the given font code byte.
+std::vector<std::uint8_t> ParameterAnswer(char p_cFontCode) {
+    return Bytes(std::string("{1+000+000") + p_cFontCode + "0200101400B0|}");
+}
+
+}  // namespace
+
+TEST(MAnswer, KnowsTheMarksOfItsFrames) {
+    EXPECT_EQ(MAnswer::StatusHead, 0x01);
+    EXPECT_EQ(MAnswer::StatusLength, 13);
+    EXPECT_EQ(MAnswer::StatusCodePosition, 2U);
+    EXPECT_EQ(MAnswer::SettingsHead, '{');
+    EXPECT_EQ(MAnswer::FieldsPosition, 2U);
+}
+
+TEST(MAnswer, AsksForTheReceiveLengthOfEachGroup) {
+    const struct {
+        std::int16_t m_iGroup;
+        std::int16_t m_iLength;
+    } arrCases[] = {
+        {-1, 7}, {0, 54}, {1, 50}, {2, 24},  {3, 192},   {4, 62},
+        {5, 0},  {-2, 0}, {6, 0},  {100, 0}, {32767, 0}, {-32768, 0},
+    };
+    for (const auto& objCase : arrCases) {
+        EXPECT_EQ(MAnswer::ReceiveLength(objCase.m_iGroup), objCase.m_iLength) << objCase.m_iGroup;
+    }
+}
+
+TEST(MAnswer, HasAFrameOfHalfTheReceiveLengthForEveryGroup) {
+    for (const Answer& objAnswer : Answers) {
+        SCOPED_TRACE(objAnswer.m_iGroup);
+        const auto iFrame =
+            static_cast<std::size_t>(MAnswer::ReceiveLength(objAnswer.m_iGroup) / 2);
+        EXPECT_EQ(Fields(objAnswer).size(), objAnswer.m_iCharacters);
+        EXPECT_EQ(Frame(objAnswer).size(), iFrame);
+        EXPECT_EQ(iFrame - 4, objAnswer.m_iCharacters);
+    }
+}
+
+TEST(MAnswer, StoresEveryFieldInItsItemAndTouchesNoOther) {
+    for (const Answer& objAnswer : Answers) {
+        SCOPED_TRACE(objAnswer.m_iGroup);
+        const CItemManager objItemManager;
+        const CItemManager objExpected;
+        for (const Field& objField : objAnswer.m_objFields) {
+            (objExpected.*objField.m_objSlot)->m_vValue = objField.m_vStored;
+        }
+
+        EXPECT_TRUE(
+            MAnswer::DistributeAnswer(objItemManager, Frame(objAnswer), objAnswer.m_iGroup));
+
+        EXPECT_EQ(Values(objItemManager), Values(objExpected));
+        for (const Field& objField : objAnswer.m_objFields) {
+            EXPECT_EQ((objItemManager.*objField.m_objSlot)->m_vValue, objField.m_vStored)
+                << objField.m_strField;
+        }
+    }
+}
+
+TEST(MAnswer, LeavesDefaultsAndFixedItemsAlone) {
+    const CItemManager objItemManager;
+    MAnswer::DistributeAnswer(objItemManager, Frame(Answers[0]), 0);
+
+    EXPECT_EQ(objItemManager.m_objRibbonMotorDirection_F->GetValueString(), "-");
+    EXPECT_EQ(objItemManager.m_objRibbonMotorDirection_B->GetValueString(), "-");
+    EXPECT_EQ(objItemManager.m_objFeedAdjustment->GetValueString(true), "000");
+}
+
+TEST(MAnswer, LooksAtNeitherHeaderNorWhatFollowsTheFields) {
+    const CItemManager objItemManager;
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Bytes("??41526374"), 2));
+    EXPECT_EQ(objItemManager.m_objThermalHeadSensor->GetValue(), CItemValue("41"));
+    EXPECT_EQ(objItemManager.m_objTransmissiveSensor->GetValue(), CItemValue("74"));
+
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Bytes("\x02?11223344 and more"), 2));
+    EXPECT_EQ(objItemManager.m_objThermalHeadSensor->GetValue(), CItemValue("11"));
+    EXPECT_EQ(objItemManager.m_objTransmissiveSensor->GetValue(), CItemValue("44"));
+}
+
+TEST(MAnswer, KeepsTheBlanksOfATextField) {
+    const CItemManager objItemManager;
+    const std::string strHost = "host            ";
+    ASSERT_EQ(strHost.size(), 16U);
+
+    EXPECT_TRUE(
+        MAnswer::DistributeAnswer(objItemManager,
+                                  Bytes("{31" + std::string(36, '1') + "1080000" +
+                                        "0123456789ABCDEF0123456789ABCDEF" + strHost + "|}"),
+                                  3));
+
+    EXPECT_EQ(objItemManager.m_objDhcpClientId->GetValue(),
+              CItemValue("0123456789ABCDEF0123456789ABCDEF"));
+    EXPECT_EQ(objItemManager.m_objDhcpClientHost->GetValueString(), strHost);
+}
+
+TEST(MAnswer, KeepsEveryByteOfAField) {
+    for (int iByte = 0; iByte <= 0xFF; ++iByte) {
+        SCOPED_TRACE(iByte);
+        const CItemManager objItemManager;
+        std::vector<std::uint8_t> objAnswer = Frame(Answers[2]);
+        objAnswer[2] = static_cast<std::uint8_t>(iByte);
+
+        EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, objAnswer, 2));
+
+        const std::string strExpected{static_cast<char>(iByte), '1'};
+        EXPECT_EQ(objItemManager.m_objThermalHeadSensor->GetValue(), CItemValue(strExpected));
+    }
+}
+
+TEST(MAnswer, ReadsTheFontCodeInTheToolsNumbering) {
+    const struct {
+        char m_cFontCode;
+        int m_iStored;
+    } arrCases[] = {
+        {'0', 0},  {'1', 3},  {'2', 1},  {'3', 2},  {'4', 4},  {'5', 5},  {'6', 6},
+        {'7', 7},  {'8', 8},  {'9', 9},  {'A', 10}, {'B', 11}, {'C', 12}, {'D', 13},
+        {'E', 14}, {'F', 15}, {'a', 10}, {' ', 0},  {'?', 0},
+    };
+    for (const auto& objCase : arrCases) {
+        SCOPED_TRACE(objCase.m_cFontCode);
+        const CItemManager objItemManager;
+        EXPECT_TRUE(
+            MAnswer::DistributeAnswer(objItemManager, ParameterAnswer(objCase.m_cFontCode), 1));
+        EXPECT_EQ(objItemManager.m_objFontCode->GetValue(), CItemValue(objCase.m_iStored));
+    }
+}
+
+TEST(MAnswer, MapsOnlyTheFontCode) {
+    const CItemManager objItemManager;
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Bytes("{1+111+1111111111111101|}"), 1));
+
+    EXPECT_EQ(objItemManager.m_objFontCode->GetValue(), CItemValue(3));
+    EXPECT_EQ(objItemManager.m_objZeroStyle->GetValue(), CItemValue("1"));
+    EXPECT_EQ(objItemManager.m_objPrintPosCorrectionValue->GetValue(), CItemValue("111"));
+    EXPECT_EQ(objItemManager.m_objEuroCode->GetValue(), CItemValue(1));
+
+    EXPECT_TRUE(
+        MAnswer::DistributeAnswer(objItemManager, Bytes("{4" + std::string(27, '1') + "|}"), 4));
+    EXPECT_EQ(objItemManager.m_objAutoForwardDirection->GetValue(), CItemValue("1"))
+        << "the fifth field of another group";
+}
+
+TEST(MAnswer, MapsFontCodesBothWays) {
+    const std::string strHexDigits = "0123456789ABCDEF";
+    for (const char c : strHexDigits) {
+        const std::string strCode(1, c);
+        const std::string strTool = c == '1' ? "3" : c == '2' ? "1" : c == '3' ? "2" : strCode;
+        SCOPED_TRACE(strCode);
+        EXPECT_EQ(MAnswer::MapFontCode(strCode, true), strTool);
+        EXPECT_EQ(MAnswer::MapFontCode(strTool, false), strCode);
+    }
+    EXPECT_EQ(MAnswer::MapFontCode("1", false), "2");
+    EXPECT_EQ(MAnswer::MapFontCode("2", false), "3");
+    EXPECT_EQ(MAnswer::MapFontCode("3", false), "1");
+    EXPECT_EQ(MAnswer::MapFontCode(1, true), "3") << "a number is read by its text";
+    EXPECT_EQ(MAnswer::MapFontCode(10, true), "10");
+    EXPECT_EQ(MAnswer::MapFontCode("b0", true), "B0");
+    EXPECT_EQ(MAnswer::MapFontCode("", true), "0");
+    EXPECT_EQ(MAnswer::MapFontCode("zz", false), "0");
+}
+
+TEST(MAnswer, RefusesAGroupThatDoesNotExistAndChangesNothing) {
+    for (const std::int16_t iGroup : std::initializer_list<std::int16_t>{-1, 5, -2, 6, 100}) {
+        SCOPED_TRACE(iGroup);
+        const CItemManager objItemManager;
+        EXPECT_FALSE(
+            MAnswer::DistributeAnswer(objItemManager, std::vector<std::uint8_t>(200, '7'), iGroup));
+        EXPECT_FALSE(MAnswer::DistributeAnswer(objItemManager, {}, iGroup));
+        EXPECT_EQ(Values(objItemManager), Values(CItemManager()));
+    }
+}
+
+TEST(MAnswer, ThrowsWhenTheAnswerEndsEarlyAndKeepsTheFieldsBefore) {
+    for (const Answer& objAnswer : Answers) {
+        const std::vector<std::uint8_t> objFrame = Frame(objAnswer);
+        for (std::size_t iSize = 0; iSize < 2 + objAnswer.m_iCharacters; ++iSize) {
+            SCOPED_TRACE("group " + std::to_string(objAnswer.m_iGroup) + ", bytes " +
+                         std::to_string(iSize));
+            const CItemManager objExpected;
+            std::size_t iEnd = 2;
+            for (const Field& objField : objAnswer.m_objFields) {
+                iEnd += objField.m_strField.size();
+                if (iEnd > iSize) {
+                    break;
+                }
+                (objExpected.*objField.m_objSlot)->m_vValue = objField.m_vStored;
+            }
+            const CItemManager objItemManager;
+            EXPECT_THROW(MAnswer::DistributeAnswer(objItemManager, std::span(objFrame).first(iSize),
+                                                   objAnswer.m_iGroup),
+                         std::out_of_range);
+            EXPECT_EQ(Values(objItemManager), Values(objExpected));
+        }
+    }
+}
+
+TEST(MAnswer, ExtractsAFieldWithinTheAnswerOnly) {
+    const std::vector<std::uint8_t> objAnswer = Bytes("abc\xFF");
+    EXPECT_EQ(MAnswer::ExtractField(objAnswer, 0, 2), "ab");
+    EXPECT_EQ(MAnswer::ExtractField(objAnswer, 2, 2), "c\xFF");
+    EXPECT_EQ(MAnswer::ExtractField(objAnswer, 4, 0), "");
+    EXPECT_THROW(MAnswer::ExtractField(objAnswer, 3, 2), std::out_of_range);
+    EXPECT_THROW(MAnswer::ExtractField(objAnswer, 5, 0), std::out_of_range);
+    EXPECT_THROW(MAnswer::ExtractField(objAnswer, 4, 1), std::out_of_range);
+}

@@ -1,0 +1,170 @@
+#include "simulator/CSession.h"
+
+#include "simulator/MFaultPlan.h"
+#include "tests/simulator/MBytes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using MCommandKind::Kind;
+using ::testing::ElementsAre;
+
+class CLinesLog : public ISimulatorLog {
+public:
+    void Line(std::size_t p_iConnection, std::string_view p_strLine) override {
+        m_strLines.push_back(std::to_string(p_iConnection) + " " + std::string(p_strLine));
+    }
+
+    std::vector<std::string> m_strLines;
+};
+
+class SessionTest : public ::testing::Test {
+protected:
+    CSession Session(const CFaultSettings& p_objFaults = {}) {
+        return {++m_iSessions, m_objPrinter, p_objFaults, m_objLog};
+    }
+
+    /// Feeds p_strBytes in blocks and carries every step out.
+    static std::string Exchange(CSession& p_objSession, std::string_view p_strBytes,
+                                std::size_t p_iBlock = 100'000) {
+        std::string strSent;
+        while (!p_strBytes.empty()) {
+            const std::string_view strBlock = p_strBytes.substr(0, p_iBlock);
+            p_strBytes.remove_prefix(strBlock.size());
+            for (const CWireStep& objStep : p_objSession.Received(MBytes::Of(strBlock))) {
+                p_objSession.Sent(objStep);
+                strSent += objStep.m_strBytes;
+            }
+        }
+        return strSent;
+    }
+
+    std::size_t m_iSessions = 0;
+    CPrinter m_objPrinter;
+    CLinesLog m_objLog;
+};
+
+}  // namespace
+
+TEST_F(SessionTest, AnswersTheSameHoweverTheStreamIsCut) {
+    const std::string strStream = "x{WS|}\r\n{Z5;0|}{Z2;2,+001-002+03-004+05-06-07+081122|}{Z5;0|}"
+                                  "{Z5;1|}{QX|}{Z4;0|}{Z5;0|}{WT;1000,1|}";
+    const std::string strExpected = CPrinter::StatusAnswer("00") + "{0+000+000+00+00+00-00-00|}" +
+                                    CPrinter::StatusAnswer("00") + "{0+001-002+03+05-06-07-08|}" +
+                                    "{1-004+00000200112200B0|}" + CPrinter::StatusAnswer("06") +
+                                    CPrinter::StatusAnswer("00") + "{0+000+000+00+00+00-00-00|}" +
+                                    CPrinter::StatusAnswer("00");
+    for (const std::size_t iBlock :
+         {std::size_t{1}, std::size_t{2}, std::size_t{7}, strStream.size()}) {
+        CSession objSession = Session();
+        EXPECT_EQ(Exchange(objSession, strStream, iBlock), strExpected) << "blocks of " << iBlock;
+    }
+}
+
+TEST_F(SessionTest, WritesALineForEverythingThatPasses) {
+    CSession objSession = Session();
+    Exchange(objSession, "{Z5;2|}\r\n{QX|}");
+    EXPECT_THAT(
+        m_objLog.m_strLines,
+        ElementsAre("1 > {Z5;2|}   read settings: Group=2 (sensor)",
+                    "1 ! left out 2 bytes that are no command: <0D><0A>",
+                    "1 > {QX|}   unknown command, refused: begins like no command of this printer",
+                    "1 < {200000000|}   settings of group 2, 12 bytes",
+                    "1 < <01><02>060000000<03><04>   status 06 (Command Error), 13 bytes"));
+}
+
+TEST_F(SessionTest, ShowsOnlyTheBeginningOfLotsOfJunk) {
+    CSession objSession = Session();
+    Exchange(objSession, std::string(1000, '<'));
+    ASSERT_EQ(m_objLog.m_strLines.size(), 1U);
+    std::string strShown;
+    for (std::size_t i = 0; i < CCommandReader::LongestShown; ++i) {
+        strShown += "<3C>";
+    }
+    EXPECT_EQ(m_objLog.m_strLines.front(),
+              "1 ! left out 1000 bytes that are no command: " + strShown + "...");
+}
+
+TEST_F(SessionTest, SharesThePrinterWithOtherSessions) {
+    CSession objFirst = Session();
+    CSession objSecond = Session();
+    Exchange(objFirst, "{Z5;");
+    Exchange(objSecond, "{Z2;2,-123+000+00+000+00+00-00-001014|}");
+    EXPECT_EQ(Exchange(objFirst, "0|}"), "{0-123+000+00+00+00-00-00|}");
+    EXPECT_EQ(m_objPrinter.Commands(Kind::SetAdjustments), (CPrinter::Count{1, 0}));
+    EXPECT_EQ(m_objLog.m_strLines.back().substr(0, 3), "1 <");
+    EXPECT_EQ(m_objLog.m_strLines.front().substr(0, 3), "2 >");
+}
+
+TEST_F(SessionTest, ClosesBehindTheLastAnswerAndHearsNothingAfterwards) {
+    CFaultSettings objFaults;
+    objFaults.m_iCloseAfter = 2;
+    CSession objSession = Session(objFaults);
+    EXPECT_TRUE(objSession.Connected().empty());
+    const auto objSteps = objSession.Received(MBytes::Of("{WS|}{Z5;2|}{WS|}"));
+    ASSERT_EQ(objSteps.size(), 2U);
+    EXPECT_FALSE(objSteps[0].m_bClose);
+    EXPECT_TRUE(objSteps[1].m_bClose);
+    EXPECT_EQ(objSteps[1].m_strBytes, "{200000000|}");
+    EXPECT_TRUE(objSession.Received(MBytes::Of("{WS|}")).empty());
+    EXPECT_EQ(m_objPrinter.Commands(Kind::Status), (CPrinter::Count{1, 0}));
+
+    CSession objNext = Session(objFaults);
+    EXPECT_FALSE(objNext.Received(MBytes::Of("{WS|}")).at(0).m_bClose) << "counts anew";
+}
+
+TEST_F(SessionTest, ClosesAtOnceWhenToldTo) {
+    CFaultSettings objFaults;
+    objFaults.m_iCloseAfter = 0;
+    CSession objSession = Session(objFaults);
+    const auto objSteps = objSession.Connected();
+    ASSERT_EQ(objSteps.size(), 1U);
+    objSession.Sent(objSteps.front());
+    EXPECT_TRUE(objSession.Received(MBytes::Of("{WS|}")).empty());
+    EXPECT_THAT(m_objLog.m_strLines, ElementsAre("1 ! connection closed on purpose"));
+}
+
+TEST_F(SessionTest, CarriesCommandsOutWhileSilent) {
+    CFaultSettings objFaults;
+    objFaults.m_bSilent = true;
+    CSession objSession = Session(objFaults);
+    EXPECT_EQ(Exchange(objSession, "{IS;0,00515|}"), "");
+    EXPECT_EQ(m_objPrinter.Items().m_objSocketPortNumber->GetValueString(), "00515");
+    EXPECT_THAT(m_objLog.m_strLines,
+                ElementsAre("1 > {IS;0,00515|}   set socket port: SocketPortSetting=0, "
+                            "SocketPortNumber=00515",
+                            "1 ! no answer"));
+}
+
+TEST_F(SessionTest, TellsOfEachPieceAsItIsSent) {
+    CFaultSettings objFaults;
+    objFaults.m_iPieces = 7;
+    CSession objSession = Session(objFaults);
+    Exchange(objSession, "{Z5;2|}");
+    EXPECT_THAT(m_objLog.m_strLines,
+                ElementsAre("1 > {Z5;2|}   read settings: Group=2 (sensor)",
+                            "1 < {200000   settings of group 2, piece 1 of 2, 7 bytes",
+                            "1 < 000|}   settings of group 2, piece 2 of 2, 5 bytes"));
+}
+
+TEST_F(SessionTest, SurvivesAFloodOfEveryByteAndStillAnswers) {
+    std::string strFlood;
+    unsigned iState = 1;
+    while (strFlood.size() < 1'000'000) {  // the same bytes in every run
+        iState = iState * 1'664'525U + 1'013'904'223U;
+        strFlood += static_cast<char>(iState >> 24U);
+        strFlood += iState % 97 == 0 ? "{Z2;1," : iState % 89 == 0 ? "|}" : "";
+    }
+    CSession objSession = Session();
+    Exchange(objSession, strFlood, 512);
+    const auto objRefused = m_objPrinter.Commands(Kind::SetParameters).m_iRefused;
+    EXPECT_GT(objRefused, 0U) << "the flood must reach the printer's rules";
+    Exchange(objSession, "|}");
+    EXPECT_EQ(Exchange(objSession, "{WS|}"), CPrinter::StatusAnswer("00"));
+}

@@ -1,0 +1,151 @@
+#include "tests/simulator/CSimulatorProcess.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+
+#include <algorithm>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
+
+namespace {
+
+constexpr int PatienceMs = 20'000;  // for a program that is expected to do as it is told
+
+/// How a line begins that tells where the program listens.
+const std::string Listening = "Listening on ";
+
+}  // namespace
+
+CSimulatorProcess::CSimulatorProcess() {
+    QObject::connect(&m_objProcess, &QProcess::readyReadStandardOutput, &m_objProcess,
+                     [this] { ReadOutput(); });
+    QObject::connect(&m_objProcess, &QProcess::readyReadStandardError, &m_objProcess,
+                     [this] { m_strErrors += m_objProcess.readAllStandardError().toStdString(); });
+}
+
+CSimulatorProcess::~CSimulatorProcess() {
+    Stop();
+}
+
+bool CSimulatorProcess::Start(const QStringList& p_strArguments) {
+    if (!LaunchAndListen(QStringList{"--port", "0"} + p_strArguments, "127.0.0.1:")) {
+        return false;
+    }
+    const QString strPort = QString::fromStdString(m_strLines.front()).section(':', -1);
+    m_iPort = strPort.toUShort();
+    return m_iPort != 0;
+}
+
+bool CSimulatorProcess::StartSerial(const QStringList& p_strArguments) {
+    return LaunchAndListen(QStringList{"--serial"} + p_strArguments, "/");
+}
+
+bool CSimulatorProcess::LaunchAndListen(const QStringList& p_strArguments,
+                                        const std::string& p_strListening) {
+    Launch(p_strArguments);
+    const auto bReady = [this] {
+        return !m_strLines.empty() || m_objProcess.state() == QProcess::NotRunning;
+    };
+    return WaitUntil(bReady, PatienceMs) && !m_strLines.empty() &&
+           m_strLines.front().starts_with(Listening + p_strListening);
+}
+
+std::string CSimulatorProcess::Name() const {
+    std::string strName;
+    for (const std::string& strLine : m_strLines) {
+        if (strLine.starts_with(Listening + "/")) {
+            strName = strLine.substr(Listening.size());
+        }
+    }
+    return strName;
+}
+
+void CSimulatorProcess::Launch(const QStringList& p_strArguments) {
+    m_objProcess.start(VARDEN_SIMULATOR_PROGRAM, p_strArguments);
+}
+
+void CSimulatorProcess::ReadOutput() {
+    m_strUnfinished += m_objProcess.readAllStandardOutput().toStdString();
+    std::size_t iBegin = 0;
+    for (std::size_t iEnd = 0; (iEnd = m_strUnfinished.find('\n', iBegin)) != std::string::npos;
+         iBegin = iEnd + 1) {
+        m_strLines.push_back(m_strUnfinished.substr(iBegin, iEnd - iBegin));
+    }
+    m_strUnfinished.erase(0, iBegin);
+}
+
+std::vector<std::string> CSimulatorProcess::Commands() const {
+    constexpr std::size_t iMark = 2;  // "> "
+    std::vector<std::string> strCommands;
+    for (const std::string& strLine : m_strLines) {
+        const std::size_t iEnd = strLine.find("|}");
+        if (strLine.starts_with("> ") && iEnd != std::string::npos) {
+            strCommands.push_back(strLine.substr(iMark, iEnd));
+        }
+    }
+    return strCommands;
+}
+
+bool CSimulatorProcess::WaitForCommands(std::size_t p_iCount, int p_iMilliseconds) {
+    return WaitUntil([&] { return Commands().size() >= p_iCount; }, p_iMilliseconds);
+}
+
+bool CSimulatorProcess::WaitForLine(const std::string& p_strText, int p_iMilliseconds) {
+    const auto bHolds = [&](const std::string& p_strLine) {
+        return p_strLine.find(p_strText) != std::string::npos;
+    };
+    return WaitUntil([&] { return std::any_of(m_strLines.begin(), m_strLines.end(), bHolds); },
+                     p_iMilliseconds);
+}
+
+bool CSimulatorProcess::WaitUntil(const std::function<bool()>& p_objCondition,
+                                  int p_iMilliseconds) {
+    const QDeadlineTimer objDeadline(p_iMilliseconds);
+    QTimer objWake;  // so that the deadline is seen even when nothing else happens
+    objWake.start(20);
+    while (!p_objCondition()) {
+        if (objDeadline.hasExpired()) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+void CSimulatorProcess::Interrupt() {
+#ifdef Q_OS_UNIX
+    if (m_objProcess.processId() > 0) {
+        ::kill(static_cast<pid_t>(m_objProcess.processId()), SIGINT);
+    }
+#else
+    m_objProcess.terminate();
+#endif
+}
+
+void CSimulatorProcess::Terminate() {
+    m_objProcess.terminate();
+}
+
+int CSimulatorProcess::WaitForExit(int p_iMilliseconds) {
+    const bool bEnded =
+        WaitUntil([this] { return m_objProcess.state() == QProcess::NotRunning; }, p_iMilliseconds);
+    ReadOutput();
+    return bEnded && m_objProcess.exitStatus() == QProcess::NormalExit ? m_objProcess.exitCode()
+                                                                       : -1;
+}
+
+int CSimulatorProcess::Stop() {
+    if (m_objProcess.state() == QProcess::NotRunning) {
+        return WaitForExit(0);
+    }
+    Terminate();
+    const int iExitCode = WaitForExit(PatienceMs);
+    if (m_objProcess.state() != QProcess::NotRunning) {
+        m_objProcess.kill();
+        m_objProcess.waitForFinished();
+    }
+    return iExitCode;
+}

@@ -1,0 +1,79 @@
+#include "tests/ui/CPrinterFixture.h"
+
+#include <QDir>
+#include <QHostAddress>
+#include <QTcpSocket>
+
+namespace {
+
+constexpr int LanPosition = 1;
+constexpr int WatchEveryMs = 5;
+
+}  // namespace
+
+CPrinterFixture::CPrinterFixture(Pace p_iPace)
+    : m_objWindow(Platform(p_iPace)) {
+    m_objTime.start();
+    QObject::connect(&m_objWatch, &QTimer::timeout, &m_objWatch, [this] {
+        while (m_iArrivals.size() < m_objPrinter.Commands().size()) {
+            m_iArrivals.push_back(m_objTime.elapsed());
+        }
+    });
+}
+
+CPlatform CPrinterFixture::Platform(Pace p_iPace) {
+    const IClock& objRealClock = m_objClock;
+    const IClock& objClock = p_iPace == Pace::Real ? objRealClock : m_objHastyClock;
+    return {{m_objEventLoop, objClock, m_objBoxes, m_objNetwork, m_objSerialPort, m_objUsbLibrary},
+            m_objFileDialog,
+            m_objFileStore,
+            QDir::tempPath().toStdString()};
+}
+
+void CPrinterFixture::WatchArrivals() {
+    m_objWatch.start(WatchEveryMs);
+}
+
+void CPrinterFixture::StartPrinter(const QStringList& p_strOptions) {
+    ASSERT_TRUE(m_objPrinter.Start(p_strOptions)) << m_objPrinter.ErrorText();
+    m_objWindow.Form().Interface().m_objSocketPort->SetValue(m_objPrinter.Port());
+}
+
+void CPrinterFixture::TeachPrinter() {
+    for (const char* strCommand :
+         {MTaughtPrinter::Parameters, MTaughtPrinter::Adjustments, MTaughtPrinter::Address}) {
+        QTcpSocket objSocket;  // a connection each: the printer may close after the first
+        objSocket.connectToHost(QHostAddress::LocalHost, m_objPrinter.Port());
+        objSocket.write(strCommand);
+        ASSERT_TRUE(m_objPrinter.WaitForCommands(++m_iTaught, PatienceMs));
+    }
+}
+
+const std::vector<std::string>& CPrinterFixture::LanSetCommands() {
+    static const std::vector<std::string> strCommands{
+        "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
+        "{IS;1,08000|}",
+        "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,<FF><FF><FF><FF><FF><FF><FF><FF>"
+        "<FF><FF><FF><FF><FF><FF><FF><FF>|}"};
+    return strCommands;
+}
+
+void CPrinterFixture::ConnectToPrinter() {
+    m_objWindow.Choose("cmbInterface", LanPosition);
+    ASSERT_TRUE(m_objWindow.SetUp("127.0.0.1"));
+}
+
+std::vector<std::string> CPrinterFixture::Sent() const {
+    std::vector<std::string> strCommands = m_objPrinter.Commands();
+    strCommands.erase(strCommands.begin(),
+                      strCommands.begin() + static_cast<std::ptrdiff_t>(m_iTaught));
+    return strCommands;
+}
+
+std::vector<qint64> CPrinterFixture::Gaps() const {
+    std::vector<qint64> iGaps;
+    for (std::size_t i = m_iTaught + 1; i < m_iArrivals.size(); ++i) {
+        iGaps.push_back(m_iArrivals[i] - m_iArrivals[i - 1]);
+    }
+    return iGaps;
+}

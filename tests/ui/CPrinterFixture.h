@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/qt/CQtClock.h"
+#include "platform/qt/CQtEventLoop.h"
+#include "platform/qt/CQtFileDialog.h"
+#include "platform/qt/CQtFileStore.h"
+#include "platform/qt/CQtTcpClient.h"
+#include "tests/fakes/CAbsentSerialPort.h"
+#include "tests/fakes/CAbsentUsbLibrary.h"
+#include "tests/fakes/CFakeMessageBox.h"
+#include "tests/fakes/CHastyClock.h"
+#include "tests/simulator/CSimulatorProcess.h"
+#include "tests/ui/CMainWindow.h"
+#include "tests/ui/MTaughtPrinter.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The open main window and a printer made of software in its own process, over real TCP, in real
+/// time unless the test is in a hurry. Only the message boxes are scripted.
+class CPrinterFixture : public ::testing::Test {
+protected:
+    /// Both send it when nothing was changed.
+    static constexpr const char* DefaultParameters = "{Z2;1,00210121+0001B0A00000B0000000000100|}";
+    static constexpr const char* DefaultAdjustments = "{Z2;2,+000+000+00+000+00+00-00-001014|}";
+
+    /// How fast the time passes that the window measures its waits and pauses by.
+    enum class Pace : std::uint8_t { Real, Hasty };
+
+    explicit CPrinterFixture(Pace p_iPace = Pace::Real);
+
+    /// What LAN SET sends when nothing was changed.
+    static const std::vector<std::string>& LanSetCommands();
+
+    void SetUp() override { ASSERT_TRUE(m_objWindow.Open()); }
+
+    /// Starts the printer with its program's options.
+    void StartPrinter(const QStringList& p_strOptions = {});
+
+    /// Gives the printer other settings than the defaults, over connections of its own.
+    void TeachPrinter();
+
+    /// Chooses LAN and connects to the printer as a person does.
+    void ConnectToPrinter();
+
+    /// The commands that the window has sent.
+    [[nodiscard]] std::vector<std::string> Sent() const;
+
+    /// Notes from now on when commands arrive.
+    void WatchArrivals();
+
+    /// Milliseconds between each command and the one before it.
+    [[nodiscard]] std::vector<qint64> Gaps() const;
+
+    void ExpectTimeOutBox() {
+        m_objBoxes.Expect("Device Time Out !!", MessageIcon::Critical, "Failure");
+    }
+    void ExpectSendErrorBox() {
+        m_objBoxes.Expect("'LAN' Send Error !!", MessageIcon::Exclamation);
+    }
+
+    QString Shown(const QString& p_strName) { return m_objWindow.Shown(p_strName); }
+
+    static constexpr int PatienceMs = 20'000;
+
+    CSimulatorProcess m_objPrinter;
+    CQtEventLoop m_objEventLoop;
+    CQtClock m_objClock;
+    CHastyClock m_objHastyClock{10};
+    CFakeMessageBox m_objBoxes;
+    CQtTcpClient m_objNetwork;
+    CAbsentSerialPort m_objSerialPort;
+    CAbsentUsbLibrary m_objUsbLibrary;
+    CQtFileDialog m_objFileDialog{m_objEventLoop};
+    CQtFileStore m_objFileStore;
+    CMainWindow m_objWindow;
+
+private:
+    CPlatform Platform(Pace p_iPace);
+
+    QTimer m_objWatch;
+    QElapsedTimer m_objTime;
+    std::vector<qint64> m_iArrivals;
+    std::size_t m_iTaught = 0;
+};

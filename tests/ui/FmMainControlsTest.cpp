@@ -1,0 +1,327 @@
+#include "tests/ui/CFormFixture.h"
+
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTabWidget>
+
+#include <vector>
+
+namespace {
+
+using FmMainControlsTest = CFormFixture;
+
+struct Named {
+    const char* m_strName;
+    const char* m_strCaption;
+};
+
+struct Field {
+    const char* m_strFrame;
+    const char* m_strName;
+    const char* m_strLabel;       ///< of the label that leads to it; null: none does
+    const char* m_strAccessible;  ///< null: the label's text
+};
+
+struct List {
+    const char* m_strName;
+    QStringList m_strEntries;
+};
+
+// clang-format off
+const std::vector<Named> Frames{
+    {"FrInterface", "Interface"},
+    {"FrParameter", "Parameter"},
+    {"FrAdjustment", "Adjustment"},
+    {"FrHeadCheck", "HEAD CHECK"},
+    {"FrRamClear", "RAM CLEAR"},
+    {"FrThresholdCalib", "THRESHOLD CALIB"},
+    {"FrSensorAdjust", "SENSOR ADJUST"},
+    {"FrTestPrint", "TEST PRINT"},
+    {"FmDiagPrint", "DIAG PRINT"},
+    {"FrLan", "LAN"},
+};
+
+const std::vector<Named> Buttons{
+    {"btnSetup", "Setup"},
+    {"btnGetStatus", "GET STATUS"},
+    {"btnRead", "READ"},
+    {"btnSet", "SET"},
+    {"btnLoad", "LOAD"},
+    {"btnSave", "SAVE"},
+    {"btnHeadCheck", "SEND"},
+    {"btnRamClear", "SEND"},
+    {"btnThresholdCalib", "SEND"},
+    {"btnReflect", "SEND"},
+    {"btnTrans", "SEND"},
+    {"btnPaperEnd", "SEND"},
+    {"btnTestPrint", "SEND"},
+    {"btnDiagPrint", "SEND"},
+    {"btnLanSet", "SET"},
+    {"btnLanRead", "READ"},
+    {"btnLanSave", "SAVE"},
+    {"btnLanLoad", "LOAD"},
+};
+
+const std::vector<Field> Fields{
+    {"FrInterface", "cmbInterface", nullptr, "Interface"},
+    {"FrParameter", "cmbFontCode", "FONT CODE", nullptr},
+    {"FrParameter", "cmbZeroCode", "ZERO CODE", nullptr},
+    {"FrParameter", "cmbSpeed", "SPEED", nullptr},
+    {"FrParameter", "cmbDataLeg", "DATA LENG.", nullptr},
+    {"FrParameter", "cmbStopBit", "STOP BIT", nullptr},
+    {"FrParameter", "cmbParity", "PARITY", nullptr},
+    {"FrParameter", "cmbControl", "CONTROL", nullptr},
+    {"FrParameter", "cmbFowardWait", "FOWARD WAIT", nullptr},
+    {"FrParameter", "SeFowardPosition", "FOWARD POSITION", nullptr},
+    {"FrParameter", "cmbCode", "CODE", nullptr},
+    {"FrParameter", "SeCode1", nullptr, "CODE 1"},
+    {"FrParameter", "SeCode2", nullptr, "CODE 2"},
+    {"FrParameter", "SeCode3", nullptr, "CODE 3"},
+    {"FrParameter", "cmbPeelOffStatus", "PEEL OFF STATUS", nullptr},
+    {"FrParameter", "cmbFeedKey", "FEED KEY", nullptr},
+    {"FrParameter", "cmbKanji", "KANJI CODE", nullptr},
+    {"FrParameter", "SeEuroCode", "EURO CODE", nullptr},
+    {"FrParameter", "cmbAutoHdChk", "AUTO HD CHK", nullptr},
+    {"FrParameter", "cmbAckBusy", "ACK/BUSY", nullptr},
+    {"FrParameter", "cmbWebPrinter", "WEB PRINTER", nullptr},
+    {"FrParameter", "cmbInputPrime", "INPUT PRIME", nullptr},
+    {"FrParameter", "cmbRibbonNearEnd", "RIBBON NEAR END", nullptr},
+    {"FrParameter", "cmbExIoMode", "EX.I/O MODE", nullptr},
+    {"FrParameter", "cmbPlugPlay", "PLUG && PLAY", "PLUG & PLAY"},
+    {"FrParameter", "cmbLblRbnEnd", "LBL/RBN END", nullptr},
+    {"FrParameter", "cmbPrePeelOff", "PRE PEEL OFF", nullptr},
+    {"FrParameter", "cmbBackSpeed", "BACK SPEED", nullptr},
+    {"FrParameter", "cmbMaxiCodeSpec", "MAXI CODE SPEC.", nullptr},
+    {"FrParameter", "cmbKbIF", "KB I/F", nullptr},
+    {"FrParameter", "cmbPeelOffTrq", "PEEL OFF TRQ", nullptr},
+    {"FrAdjustment", "SeFeedAdj", "FEED ADJ.", nullptr},
+    {"FrAdjustment", "SeCutAdj", "CUT ADJ.", nullptr},
+    {"FrAdjustment", "SeBackAdj", "BACK ADJ.", nullptr},
+    {"FrAdjustment", "SeXAdj", "X ADJ.", nullptr},
+    {"FrAdjustment", "SeToneAdjT", "TONE ADJ.<T>", nullptr},
+    {"FrAdjustment", "SeToneAdjD", "TONE ADJ.<D>", nullptr},
+    {"FrAdjustment", "SeRbnAdjFw", "RBN ADJ.<FW>", nullptr},
+    {"FrAdjustment", "SeRbnAdjBk", "RBN ADJ.<BK>", nullptr},
+    {"FrAdjustment", "SeThresholdR", "THRESHOLD<R>", nullptr},
+    {"FrAdjustment", "SeThresholdT", "THRESHOLD<T>", nullptr},
+    {"FrRamClear", "cmbRamClear", "MODE", nullptr},
+    {"FrRamClear", "cmbDestination", nullptr, "DESTINATION"},
+    {"FrThresholdCalib", "cmbThresholdCalib", "SENSOR", nullptr},
+    {"FrTestPrint", "SeIssueCount", "ISSUE COUNT", nullptr},
+    {"FrTestPrint", "SeLabelLen", "LABEL LEN", nullptr},
+    {"FrTestPrint", "cmbType", "TYPE", nullptr},
+    {"FrTestPrint", "cmbPrtType", "PRT TYPE", nullptr},
+    {"FrTestPrint", "cmbSensor", "SENSOR", nullptr},
+    {"FrTestPrint", "cmbPrintSpeed", "PRINT SPEED", nullptr},
+    {"FrTestPrint", "cmbPattern", "PATTERN", nullptr},
+    {"FmDiagPrint", "cmbDiagPrint", "PRT TYPE", nullptr},
+    {"FrLan", "SeIpAddress1", "IP ADDRESS", "IP ADDRESS 1"},
+    {"FrLan", "SeIpAddress2", nullptr, "IP ADDRESS 2"},
+    {"FrLan", "SeIpAddress3", nullptr, "IP ADDRESS 3"},
+    {"FrLan", "SeIpAddress4", nullptr, "IP ADDRESS 4"},
+    {"FrLan", "SeSubNet1", "SUBNET MASK", "SUBNET MASK 1"},
+    {"FrLan", "SeSubNet2", nullptr, "SUBNET MASK 2"},
+    {"FrLan", "SeSubNet3", nullptr, "SUBNET MASK 3"},
+    {"FrLan", "SeSubNet4", nullptr, "SUBNET MASK 4"},
+    {"FrLan", "SeGateway1", "DEFAULT GATEWAY", "DEFAULT GATEWAY 1"},
+    {"FrLan", "SeGateway2", nullptr, "DEFAULT GATEWAY 2"},
+    {"FrLan", "SeGateway3", nullptr, "DEFAULT GATEWAY 3"},
+    {"FrLan", "SeGateway4", nullptr, "DEFAULT GATEWAY 4"},
+    {"FrLan", "cmbPort", nullptr, "SOCKET PORT"},
+    {"FrLan", "SeSocetPort", "SOCKET PORT", nullptr},
+    {"FrLan", "cmbDhcp", "DHCP", nullptr},
+    {"FrLan", "txtDhcpName", "DHCP HOST NAME", nullptr},
+};
+
+const std::vector<List> Lists{
+    {"cmbInterface", {"COM", "LAN", "USB"}},
+    {"cmbFontCode", {"PC-850", "PC-852", "PC-857", "PC-8", "PC-851", "PC-855", "PC-1250", "PC-1251", "PC-1252", "PC-1253", "PC-1254", "PC-1257", "LATIN9", "Arabic", "PC-866", "UTF-8"}},
+    {"cmbZeroCode", {"NO SLASH", "WITH SLASH"}},
+    {"cmbSpeed", {"2400bps", "4800bps", "9600bps", "19200bps", "38400bps", "115200bps"}},
+    {"cmbDataLeg", {"7bits", "8bits"}},
+    {"cmbStopBit", {"1bit", "2bits"}},
+    {"cmbParity", {"NONE", "EVEN", "ODD"}},
+    {"cmbControl", {"XON/XOFF", "READY/BUSY(DTR)", "XON+READY AUTO", "XON/XOFF AUTO", "READY/BUSY(RTS)"}},
+    {"cmbFowardWait", {"OFF", "ON"}},
+    {"cmbCode", {"AUTO", "ESC,LF,NUL", "{,|,}", "MANUAL"}},
+    {"cmbPeelOffStatus", {"OFF", "ON"}},
+    {"cmbFeedKey", {"FEED", "PRINT"}},
+    {"cmbKanji", {"TYPE1", "TYPE2"}},
+    {"cmbAutoHdChk", {"OFF", "ON"}},
+    {"cmbAckBusy", {"TYPE1", "TYPE2"}},
+    {"cmbWebPrinter", {"OFF", "ON"}},
+    {"cmbInputPrime", {"OFF", "ON"}},
+    {"cmbRibbonNearEnd", {"OFF", "30m", "70m"}},
+    {"cmbExIoMode", {"TYPE1", "TYPE2"}},
+    {"cmbPlugPlay", {"OFF", "ON"}},
+    {"cmbLblRbnEnd", {"TYPE1", "TYPE2"}},
+    {"cmbPrePeelOff", {"OFF", "ON"}},
+    {"cmbBackSpeed", {"STD", "LOW"}},
+    {"cmbMaxiCodeSpec", {"TYPE1", "TYPE2"}},
+    {"cmbKbIF", {"OFF", "KB60(1)", "KB60(2)", "KB80"}},
+    {"cmbPeelOffTrq", {"R0", "R1", "R2", "R3"}},
+    {"cmbDiagPrint", {"DIRECT", "TRANSFR"}},
+    {"cmbPattern", {"FEED", "SLANT LINE(1DOT)", "SLANT LINE(3DOT)", "CHARACTERS", "BARCODE", "FACTORY TEST"}},
+    {"cmbPrintSpeed", {"2\"/sec", "4\"/sec"}},
+    {"cmbSensor", {"NONE", "REFLECT.", "TRANS."}},
+    {"cmbType", {"NO CUT", "WITH CUT", "PEEL OFF"}},
+    {"cmbPrtType", {"DIRECT", "TRANSFR"}},
+    {"cmbThresholdCalib", {"REFLECT.", "TRANS."}},
+    {"cmbRamClear", {"PARAMETER", "MANTE.CNT"}},
+    {"cmbDestination", {"", "JA", "CN", "QP", "QQ"}},
+    {"cmbPort", {"OFF", "ON"}},
+    {"cmbDhcp", {"OFF", "ON"}},
+};
+// clang-format on
+
+/// Whether a control is what its name's prefix says.
+bool IsOfItsKind(const QWidget& p_objControl) {
+    const QString strName = p_objControl.objectName();
+    if (strName.startsWith("cmb")) {
+        const auto* const cmb = qobject_cast<const QComboBox*>(&p_objControl);
+        return cmb != nullptr && !cmb->isEditable();
+    }
+    if (strName.startsWith("Se")) {
+        return qobject_cast<const UCSpinEdit*>(&p_objControl) != nullptr;
+    }
+    return qobject_cast<const QLineEdit*>(&p_objControl) != nullptr;
+}
+
+QString LabelOf(const QWidget& p_objFrame, const QWidget& p_objControl) {
+    for (const auto* const lbl : p_objFrame.findChildren<QLabel*>()) {
+        if (lbl->buddy() == &p_objControl) {
+            return lbl->text();
+        }
+    }
+    return {};
+}
+
+TEST_F(FmMainControlsTest, TheTitleIsTheProgramsName) {
+    EXPECT_EQ(m_objWindow.Form().windowTitle(), "Varden Setting Tool");
+}
+
+TEST_F(FmMainControlsTest, HasThreeTabs) {
+    const auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    ASSERT_EQ(objTabs.count(), 3);
+    EXPECT_EQ(objTabs.tabText(0), "Parameter Setting");
+    EXPECT_EQ(objTabs.tabText(1), "Maintenance Mode");
+    EXPECT_EQ(objTabs.tabText(2), "Extra Setting");
+}
+
+TEST_F(FmMainControlsTest, EveryFrameStandsOnItsTab) {
+    const std::vector<int> iTabs{-1, 0, 0, 1, 1, 1, 1, 1, 1, 2};
+    auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    for (std::size_t i = 0; i < Frames.size(); ++i) {
+        SCOPED_TRACE(Frames[i].m_strName);
+        const auto& Fr = m_objWindow.Get<QGroupBox>(Frames[i].m_strName);
+        EXPECT_EQ(Fr.title(), Frames[i].m_strCaption);
+        for (int iTab = 0; iTab < objTabs.count(); ++iTab) {
+            EXPECT_EQ(objTabs.widget(iTab)->isAncestorOf(&Fr), iTab == iTabs[i]);
+        }
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryButtonBearsItsCaption) {
+    for (const Named& objRow : Buttons) {
+        EXPECT_EQ(m_objWindow.Button(objRow.m_strName).text(), objRow.m_strCaption)
+            << objRow.m_strName;
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryFieldStandsInItsFrameAndIsOfItsKind) {
+    for (const Field& objRow : Fields) {
+        SCOPED_TRACE(objRow.m_strName);
+        const auto& objControl = m_objWindow.Get<QWidget>(objRow.m_strName);
+        EXPECT_TRUE(m_objWindow.Get<QGroupBox>(objRow.m_strFrame).isAncestorOf(&objControl));
+        EXPECT_TRUE(IsOfItsKind(objControl));
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryLabelLeadsToItsField) {
+    for (const Field& objRow : Fields) {
+        EXPECT_EQ(LabelOf(m_objWindow.Form(), m_objWindow.Get<QWidget>(objRow.m_strName)),
+                  QString(objRow.m_strLabel))
+            << objRow.m_strName;
+    }
+}
+
+TEST_F(FmMainControlsTest, LabelsShowTheirTextAsItIsWritten) {
+    for (const auto* const lbl : m_objWindow.Form().findChildren<QLabel*>()) {
+        EXPECT_EQ(lbl->textFormat(), Qt::PlainText) << lbl->text().toStdString();
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryFieldIsNamedAfterItsLabel) {
+    for (const Field& objRow : Fields) {
+        const char* const strExpected =
+            objRow.m_strAccessible != nullptr ? objRow.m_strAccessible : objRow.m_strLabel;
+        EXPECT_EQ(m_objWindow.Get<QWidget>(objRow.m_strName).accessibleName(), strExpected)
+            << objRow.m_strName;
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryListHoldsItsEntriesInTheirOrder) {
+    for (const List& objRow : Lists) {
+        const QComboBox& cmb = m_objWindow.List(objRow.m_strName);
+        QStringList strEntries;
+        for (int i = 0; i < cmb.count(); ++i) {
+            strEntries.append(cmb.itemText(i));
+        }
+        EXPECT_EQ(strEntries, objRow.m_strEntries) << objRow.m_strName;
+    }
+}
+
+TEST_F(FmMainControlsTest, HasNoOtherFieldsAndButtons) {
+    std::vector<QString> strKnown;
+    for (const Field& objRow : Fields) {
+        strKnown.emplace_back(objRow.m_strName);
+    }
+    for (const Named& objRow : Buttons) {
+        strKnown.emplace_back(objRow.m_strName);
+    }
+    for (const auto* const objControl : m_objWindow.Form().findChildren<QWidget*>()) {
+        const QString strName = objControl->objectName();
+        if (strName.startsWith("cmb") || strName.startsWith("Se") || strName.startsWith("txt") ||
+            strName.startsWith("btn")) {
+            EXPECT_EQ(std::count(strKnown.begin(), strKnown.end(), strName), 1)
+                << strName.toStdString();
+        }
+    }
+}
+
+TEST_F(FmMainControlsTest, TheSensorStepsAreTold) {
+    // clang-format off
+    const QStringList strExpected{
+        "REFLECT", "Step1.Put white position on sensor, then click \"SEND\".\r\n",
+        "TRANS", "Step2.Put gap position on sensor, then click \"SEND\".\r\n",
+        "PAPER END", "Step3.Put paper away, then click \"SEND\".\r\n",
+    };
+    // clang-format on
+    QStringList strShown;
+    for (const auto* const lbl :
+         m_objWindow.Get<QGroupBox>("FrSensorAdjust").findChildren<QLabel*>()) {
+        strShown.append(lbl->text());
+    }
+    EXPECT_EQ(strShown, strExpected);
+}
+
+TEST_F(FmMainControlsTest, TheResultLabelsAreEmptyAtFirst) {
+    EXPECT_EQ(m_objWindow.Get<QLabel>("lblStatus").text(), "");
+    EXPECT_EQ(m_objWindow.Get<QLabel>("lblHeadCheck").text(), "");
+}
+
+TEST_F(FmMainControlsTest, AllOfItIsSetInArial) {
+    EXPECT_EQ(m_objWindow.Form().font().family(), "Arial");
+    for (const auto* const objControl : m_objWindow.Form().findChildren<QWidget*>()) {
+        if (qobject_cast<const QMenu*>(objControl) != nullptr &&
+            objControl->objectName().isEmpty()) {
+            continue;  // the toolkit's own, for a menu bar that is too narrow
+        }
+        EXPECT_EQ(objControl->font().family(), "Arial")
+            << objControl->metaObject()->className() << " "
+            << objControl->objectName().toStdString();
+    }
+}
+
+}  // namespace

@@ -1,0 +1,294 @@
+#include "tests/platform_qt/CRefusedPort.h"
+#include "tests/ui/CPrinterFixture.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <map>
+#include <vector>
+
+namespace {
+
+constexpr int Com = 0;
+constexpr int Lan = 1;
+constexpr int Usb = 2;
+
+const std::vector<std::string> ReadRequests{"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"};
+
+using FmMainReadSetTest = CPrinterFixture;
+
+/// Notes when the action buttons are disabled and enabled.
+class CSwitchLog : public QObject {
+public:
+    explicit CSwitchLog(CMainWindow& p_objWindow) {
+        for (const QString& strName : CMainWindow::ActionButtons()) {
+            p_objWindow.Button(strName).installEventFilter(this);
+        }
+    }
+
+    /// What has become of one button, each time: whether it is enabled.
+    [[nodiscard]] std::vector<bool> Of(const QString& p_strName) const {
+        const auto objFound = m_bEnabled.find(p_strName);
+        return objFound == m_bEnabled.end() ? std::vector<bool>() : objFound->second;
+    }
+
+    bool eventFilter(QObject* p_objButton, QEvent* p_objEvent) override {
+        if (p_objEvent->type() == QEvent::EnabledChange) {
+            m_bEnabled[p_objButton->objectName()].push_back(
+                qobject_cast<QWidget*>(p_objButton)->isEnabled());
+        }
+        return false;
+    }
+
+private:
+    std::map<QString, std::vector<bool>> m_bEnabled;
+};
+
+TEST_F(FmMainReadSetTest, ReadAsksForThreeGroupsASecondApartAndFillsThePage) {
+    StartPrinter();
+    TeachPrinter();
+    ConnectToPrinter();
+    WatchArrivals();
+    QElapsedTimer objTime;
+    objTime.start();
+    m_objWindow.Click("btnRead");
+    EXPECT_GE(objTime.elapsed(), 2950) << "a second after each of the three";
+    EXPECT_EQ(Sent(), ReadRequests);
+    ASSERT_EQ(Gaps().size(), 2U);
+    for (const qint64 iGap : Gaps()) {
+        EXPECT_GE(iGap, 950);
+        EXPECT_LE(iGap, 2000);
+    }
+    MTaughtPrinter::ExpectPage(m_objWindow);
+    EXPECT_TRUE(m_objWindow.Field("SeCode1").Enable()) << "MANUAL was read";
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+
+    m_objWindow.Click("btnSet");
+    const std::vector<std::string> strSent = Sent();
+    ASSERT_EQ(strSent.size(), 5U);
+    EXPECT_EQ(strSent[3], "{Z2;1,A1500240-3532B0D7F111A4111121111013|}")
+        << "what was read, with the stop bit of the page";
+    EXPECT_EQ(strSent[4], MTaughtPrinter::Adjustments);
+}
+
+TEST_F(FmMainReadSetTest, SetWithTheDefaultsSendsTheTwoCommands) {
+    StartPrinter();
+    ConnectToPrinter();
+    m_objWindow.Click("btnSet");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{DefaultParameters, DefaultAdjustments}));
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    EXPECT_EQ(Shown("lblStatus"), "ON LINE");
+}
+
+TEST_F(FmMainReadSetTest, ReadShowsWhatSetHasWritten) {
+    StartPrinter();
+    ConnectToPrinter();
+    m_objWindow.Choose("cmbFontCode", 1);  // numbered differently in the two directions
+    m_objWindow.Choose("cmbSpeed", 3);
+    m_objWindow.Choose("cmbRibbonNearEnd", 2);
+    m_objWindow.Type("SeFowardPosition", "-2.5");
+    m_objWindow.Type("SeEuroCode", "a4");
+    m_objWindow.Type("SeFeedAdj", "-50");
+    m_objWindow.Type("SeXAdj", "99.5");
+    m_objWindow.Type("SeRbnAdjBk", "-7");
+    m_objWindow.Type("SeThresholdT", "3.3");
+    m_objWindow.Click("btnSet");  // while the last one still has the focus
+    EXPECT_EQ(Sent(), (std::vector<std::string>{"{Z2;1,10310121-2501B0A00000A4000020000100|}",
+                                                "{Z2;2,-500+000+00+995+00+00-00-071033|}"}));
+    const auto strWritten = m_objWindow.ShownFields();
+
+    m_objWindow.Choose("cmbFontCode", 7);
+    m_objWindow.Choose("cmbSpeed", 0);
+    m_objWindow.Choose("cmbRibbonNearEnd", 1);
+    m_objWindow.Type("SeFowardPosition", "1");
+    m_objWindow.Type("SeEuroCode", "20");
+    m_objWindow.Type("SeFeedAdj", "1");
+    m_objWindow.Type("SeXAdj", "1");
+    m_objWindow.Type("SeRbnAdjBk", "-1");
+    m_objWindow.Type("SeThresholdT", "1");
+    m_objWindow.Click("btnRead");
+    EXPECT_EQ(m_objWindow.ShownFields(), strWritten);
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
+TEST_F(FmMainReadSetTest, TheKeyboardAloneDoesIt) {
+    StartPrinter();
+    ConnectToPrinter();
+    m_objWindow.Button("btnSet").setFocus();
+    QTest::keyClick(&m_objWindow.Button("btnSet"), Qt::Key_Space);
+    EXPECT_EQ(Sent(), (std::vector<std::string>{DefaultParameters, DefaultAdjustments}));
+    EXPECT_EQ(m_objWindow.Form().focusWidget(), &m_objWindow.Button("btnSet"));
+}
+
+TEST_F(FmMainReadSetTest, FurtherClicksDuringAFlowDoNothing) {
+    StartPrinter();
+    ConnectToPrinter();
+    int iClicks = 0;
+    QTimer objImpatience;
+    QObject::connect(&objImpatience, &QTimer::timeout, [&] {
+        EXPECT_EQ(m_objWindow.DisabledButtons(), CMainWindow::ActionButtons());
+        for (const QString& strName : CMainWindow::ActionButtons()) {
+            QTest::mouseClick(&m_objWindow.Button(strName), Qt::LeftButton);
+            QTest::keyClick(&m_objWindow.Form(), Qt::Key_Space);
+        }
+        ++iClicks;
+    });
+    objImpatience.start(150);
+    m_objWindow.Click("btnRead");
+    objImpatience.stop();
+    EXPECT_GE(iClicks, 5);
+    EXPECT_EQ(Sent(), ReadRequests);
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+}
+
+TEST_F(FmMainReadSetTest, ChoosingInterfacesOnTheWayDoesNotTouchTheButtons) {
+    StartPrinter({"--delay", "300"});
+    ConnectToPrinter();
+    const CSwitchLog objSwitches(m_objWindow);
+    const auto Press = [this](Qt::Key p_iKey, int p_iInterface) {
+        QTest::keyClick(&m_objWindow.List("cmbInterface"), p_iKey);
+        EXPECT_EQ(m_objWindow.Form().Interface().GetActiveInterface(), p_iInterface);
+        EXPECT_EQ(m_objWindow.DisabledButtons(), CMainWindow::ActionButtons());
+    };
+    QTimer::singleShot(100, [&] {  // while the first answer is awaited
+        Press(Qt::Key_End, Usb);
+        Press(Qt::Key_Home, Com);
+        Press(Qt::Key_Down, Lan);
+    });
+    QTimer::singleShot(700, [&] {  // in the pause behind it
+        Press(Qt::Key_Home, Com);
+        Press(Qt::Key_End, Usb);
+    });
+    m_objBoxes.Expect("USB Device not ready !!", MessageIcon::Exclamation);
+    m_objWindow.Click("btnRead");
+    m_objBoxes.Verify();
+    EXPECT_EQ(Sent(), std::vector<std::string>{ReadRequests.front()});
+    for (const QString& strName : CMainWindow::ActionButtons()) {
+        EXPECT_EQ(objSwitches.Of(strName), (std::vector<bool>{false, true}))
+            << strName.toStdString();
+    }
+}
+
+TEST_F(FmMainReadSetTest, SetStopsAtATextOutsideTheRange) {
+    StartPrinter();
+    ConnectToPrinter();
+    m_objWindow.Type("SeFeedAdj", "50.1");
+    m_objBoxes.Expect("It is a value that exceeds the useful range. ");
+    m_objWindow.Click("btnSet");
+    EXPECT_EQ(Shown("SeFeedAdj"), "0.0");
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    m_objWindow.Click("btnGetStatus");  // whatever had been sent would stand before this
+    EXPECT_EQ(Sent(), std::vector<std::string>{"{WS|}"});
+}
+
+TEST_F(FmMainReadSetTest, GetStatusShowsTheStatus) {
+    StartPrinter({"--status", "14"});
+    ConnectToPrinter();
+    m_objWindow.Click("btnGetStatus");
+    EXPECT_EQ(Sent(), std::vector<std::string>{"{WS|}"});
+    EXPECT_EQ(Shown("lblStatus"), "NO RIBBON");
+}
+
+TEST_F(FmMainReadSetTest, NothingListensThereIsToldTwice) {
+    const CRefusedPort objPort;
+    m_objWindow.Form().Interface().m_objSocketPort->SetValue(objPort.Number());
+    m_objBoxes.Expect("Number=111  Connection refused\r\nScode=0\r\nSource=\r\nHelpFile=\r\n"
+                      "HelpContext=0\r\nCancelDisplay=False");
+    m_objBoxes.Expect("'LAN' Open Error !!", MessageIcon::Critical);
+    m_objBoxes.WhileShown([this](const auto&) {
+        EXPECT_EQ(m_objWindow.DisabledButtons(), CMainWindow::ActionButtons());
+    });
+    ConnectToPrinter();
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+}
+
+TEST_F(FmMainReadSetTest, WithoutSetupNothingCanBeSent) {
+    m_objWindow.Choose("cmbInterface", Lan);
+    const auto strBefore = m_objWindow.ShownFields();
+    for (const char* strButton : {"btnRead", "btnSet", "btnLanRead", "btnLanSet", "btnGetStatus"}) {
+        ExpectSendErrorBox();
+        m_objWindow.Click(strButton);
+        m_objBoxes.Verify();
+        EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList()) << strButton;
+    }
+    EXPECT_EQ(m_objWindow.ShownFields(), strBefore);
+}
+
+TEST_F(FmMainReadSetTest, OtherInterfacesWithoutAPrinterLeaveTheLanAlone) {
+    StartPrinter();
+    ConnectToPrinter();
+    const auto strBefore = m_objWindow.ShownFields();
+    for (const int iInterface : {Com, Usb}) {
+        m_objWindow.Choose("cmbInterface", iInterface);
+        for (const char* strButton : {"btnRead", "btnSet"}) {
+            if (iInterface == Usb) {
+                m_objBoxes.Expect("USB Device not ready !!", MessageIcon::Exclamation);
+            }
+            m_objWindow.Click(strButton);
+        }
+        EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    }
+    EXPECT_EQ(m_objWindow.ShownFields(), strBefore);
+    m_objWindow.Choose("cmbInterface", Lan);
+    m_objWindow.Click("btnGetStatus");
+    EXPECT_EQ(Sent(), std::vector<std::string>{"{WS|}"});
+}
+
+TEST_F(FmMainReadSetTest, SetupConnectsAnewAfterThePrinterHasClosed) {
+    StartPrinter({"--close-after", "2"});
+    ConnectToPrinter();
+    m_objWindow.Click("btnSet");
+    EXPECT_TRUE(m_objPrinter.WaitForLine("connection ended", PatienceMs));
+    QCoreApplication::processEvents();
+    ExpectSendErrorBox();
+    m_objWindow.Click("btnSet");
+    m_objBoxes.Verify();
+    EXPECT_EQ(Sent().size(), 2U);
+    ConnectToPrinter();
+    m_objWindow.Click("btnSet");
+    EXPECT_EQ(Sent().size(), 4U);
+}
+
+TEST_F(FmMainReadSetTest, APrinterThatClosesAtOnceIsNotConnected) {
+    StartPrinter({"--close-after", "0"});
+    ConnectToPrinter();
+    EXPECT_TRUE(m_objPrinter.WaitForLine("connection ended", PatienceMs));
+    QCoreApplication::processEvents();
+    for (const char* strButton : {"btnRead", "btnSet"}) {
+        ExpectSendErrorBox();
+        m_objWindow.Click(strButton);
+        m_objBoxes.Verify();
+        EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    }
+    EXPECT_EQ(Sent(), std::vector<std::string>());
+}
+
+TEST_F(FmMainReadSetTest, LanSetSendsItsFiveCommandsAndLanReadShowsThem) {
+    StartPrinter();
+    ConnectToPrinter();
+    m_objWindow.Type("SeIpAddress4", "77");
+    m_objWindow.Type("SeSubNet4", "128");
+    m_objWindow.Type("SeGateway1", "10");
+    m_objWindow.Type("SeSocetPort", "9100");
+    m_objWindow.Choose("cmbDhcp", 1);
+    m_objWindow.Type("txtDhcpName", "label printer 01");
+    m_objWindow.Click("btnLanSet");
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{
+                  "{IP;2,192,168,010,077|}", "{IP;3,010,000,000,000|}", "{IP;4,255,255,255,128|}",
+                  "{IS;1,09100|}", "{IH;1,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}"}));
+    const auto strWritten = m_objWindow.ShownFields();
+    m_objWindow.Type("SeIpAddress4", "1");
+    m_objWindow.Type("SeSubNet4", "0");
+    m_objWindow.Type("SeGateway1", "0");
+    m_objWindow.Type("SeSocetPort", "1");
+    m_objWindow.Choose("cmbDhcp", 0);
+    m_objWindow.Type("txtDhcpName", "");
+    m_objWindow.Click("btnLanRead");
+    EXPECT_EQ(Sent().back(), "{Z5;3|}");
+    EXPECT_EQ(m_objWindow.ShownFields(), strWritten);
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+}
+
+}  // namespace

@@ -1,0 +1,66 @@
+#include "ui/CActionButtons.h"
+
+#include <array>
+
+namespace {
+
+// clang-format off
+constexpr std::array<const char*, 18> Names{
+    "btnGetStatus",
+    "btnSetup",
+    "btnLoad",
+    "btnSave",
+    "btnRead",
+    "btnSet",
+    "btnDiagPrint",
+    "btnTestPrint",
+    "btnReflect",
+    "btnTrans",
+    "btnPaperEnd",
+    "btnThresholdCalib",
+    "btnRamClear",
+    "btnHeadCheck",
+    "btnLanLoad",
+    "btnLanSave",
+    "btnLanRead",
+    "btnLanSet",
+};
+// clang-format on
+
+}  // namespace
+
+CActionButtons::CActionButtons(QWidget& p_objWindow)
+    : m_objWindow(p_objWindow) {
+    for (const char* strName : Names) {
+        m_objButtons.push_back(p_objWindow.findChild<QPushButton*>(strName));
+    }
+}
+
+void CActionButtons::SetEnabled(bool p_bEnabled) {
+    if (!p_bEnabled) {
+        KeepFocus();
+    }
+    for (QPushButton* const btn : m_objButtons) {
+        btn->setEnabled(p_bEnabled);
+    }
+    if (p_bEnabled) {
+        GiveFocusBack();
+    }
+}
+
+void CActionButtons::KeepFocus() {
+    auto* const btn = qobject_cast<QPushButton*>(m_objWindow.focusWidget());
+    if (btn != nullptr && btn->isEnabled()) {
+        // A disabled button would pass the focus on to some field of the page.
+        m_btnFocus = btn;
+        btn->clearFocus();
+    }
+}
+
+void CActionButtons::GiveFocusBack() {
+    const QWidget* const objFocus = m_objWindow.focusWidget();
+    if (m_btnFocus != nullptr && (objFocus == nullptr || objFocus == &m_objWindow)) {
+        m_btnFocus->setFocus(Qt::OtherFocusReason);
+    }
+    m_btnFocus = nullptr;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPointer>
+#include <QPushButton>
+
+#include <vector>
+
+/// The eighteen buttons that start something with the printer or with what is shown, switched
+/// together while an exchange runs.
+class CActionButtons {
+public:
+    /// Finds the buttons by their object names below p_objWindow, which outlives this.
+    explicit CActionButtons(QWidget& p_objWindow);
+
+    /// Enables or disables all of them, in their order, and nothing else. The one that has the
+    /// focus gets it back when it is enabled again, unless the person has moved on meanwhile.
+    void SetEnabled(bool p_bEnabled);
+
+private:
+    void KeepFocus();
+    void GiveFocusBack();
+
+    QWidget& m_objWindow;
+    std::vector<QPushButton*> m_objButtons;
+    QPointer<QPushButton> m_btnFocus;  // had the focus when the buttons went off
+};

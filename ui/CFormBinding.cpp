@@ -1,0 +1,121 @@
+#include "ui/CFormBinding.h"
+
+#include "model/MNumber.h"
+#include "platform/qt/MText.h"
+#include "ui/UCSpinEdit.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+
+#include <stdexcept>
+
+namespace {
+
+template <typename Control>
+Control* Find(const QWidget& p_objPage, const char* p_strName) {
+    auto* const objControl = p_objPage.findChild<Control*>(QString::fromLatin1(p_strName));
+    if (objControl == nullptr) {
+        throw std::logic_error(std::string("the page has no control ") + p_strName);
+    }
+    return objControl;
+}
+
+void Select(QComboBox& p_cmb, const CItemValue& p_vValue) {
+    const std::int16_t iPosition = MNumber::ToInt16(p_vValue);
+    if (iPosition < 0 || iPosition >= p_cmb.count()) {
+        throw std::out_of_range("a list has no position " + std::to_string(iPosition));
+    }
+    p_cmb.setCurrentIndex(iPosition);
+}
+
+/// A Hexadecimal item reads what it is given as hexadecimal digits, so it gets the position so.
+CItemValue PositionFor(const CItem& p_objItem, int p_iPosition) {
+    if (p_objItem.m_iDataType == ItemDataType::Hexadecimal) {
+        return MNumber::HexText(p_iPosition);
+    }
+    return p_iPosition;
+}
+
+}  // namespace
+
+CFormBinding::CFormBinding(const QWidget& p_objPage, const std::vector<MBinding::Row>& p_objRows) {
+    for (const MBinding::Row& objRow : p_objRows) {
+        m_objBound.push_back(Bind(p_objPage, objRow));
+    }
+}
+
+CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow) {
+    Bound objBound{p_objRow};
+    switch (p_objRow.m_iKind) {
+    case MBinding::Kind::List:
+        objBound.m_cmb = Find<QComboBox>(p_objPage, p_objRow.m_strControl);
+        break;
+    case MBinding::Kind::SpinEdit:
+    case MBinding::Kind::SignedPair:
+        objBound.m_Se = Find<UCSpinEdit>(p_objPage, p_objRow.m_strControl);
+        break;
+    case MBinding::Kind::TextBox:
+        objBound.m_txt = Find<QLineEdit>(p_objPage, p_objRow.m_strControl);
+        break;
+    }
+    return objBound;
+}
+
+bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) const {
+    for (const Bound& objBound : m_objBound) {
+        RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
+    }
+    return true;
+}
+
+bool CFormBinding::Store(const CItemManager& p_objItemManager) const {
+    for (const Bound& objBound : m_objBound) {
+        StoreOne(objBound, p_objItemManager);
+    }
+    return true;
+}
+
+void CFormBinding::RefreshOne(const Bound& p_objBound, const CItemManager& p_objItemManager,
+                              bool p_bDefaultValue) {
+    const MBinding::Row& objRow = p_objBound.m_objRow;
+    const CItemValue& vValue = (p_objItemManager.*objRow.m_objItem)->GetValue(p_bDefaultValue);
+    switch (objRow.m_iKind) {
+    case MBinding::Kind::List:
+        Select(*p_objBound.m_cmb, vValue);
+        break;
+    case MBinding::Kind::SpinEdit:
+        p_objBound.m_Se->SetValue(vValue);
+        break;
+    case MBinding::Kind::SignedPair: {
+        const CItem& objDirection = *(p_objItemManager.*objRow.m_objDirection);
+        p_objBound.m_Se->SetValue(MNumber::ToText(objDirection.GetValue(p_bDefaultValue)) +
+                                  MNumber::ToText(vValue));
+        break;
+    }
+    case MBinding::Kind::TextBox:
+        p_objBound.m_txt->setText(MText::ToQt(MNumber::ToText(vValue)));
+        break;
+    }
+}
+
+void CFormBinding::StoreOne(const Bound& p_objBound, const CItemManager& p_objItemManager) {
+    const MBinding::Row& objRow = p_objBound.m_objRow;
+    CItem& objItem = *(p_objItemManager.*objRow.m_objItem);
+    switch (objRow.m_iKind) {
+    case MBinding::Kind::List:
+        objItem.SetValue(PositionFor(objItem, p_objBound.m_cmb->currentIndex()));
+        break;
+    case MBinding::Kind::SpinEdit:
+        objItem.SetValue(p_objBound.m_Se->GetValue());
+        break;
+    case MBinding::Kind::SignedPair: {
+        const CItemValue vValue = p_objBound.m_Se->GetValue();
+        (p_objItemManager.*objRow.m_objDirection)->SetValue(MNumber::SignOf(vValue));
+        objItem.SetValue(vValue);
+        break;
+    }
+    case MBinding::Kind::TextBox:
+        objItem.SetValue(MText::FromQt(p_objBound.m_txt->text()));
+        break;
+    }
+}

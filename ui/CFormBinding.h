@@ -1,0 +1,47 @@
+#pragma once
+
+#include "ui/MBinding.h"
+
+class QComboBox;
+class QLineEdit;
+class QWidget;
+class UCSpinEdit;
+
+/// Copies values between the items of a catalogue and the controls of one page.
+///
+/// Both directions visit the rows in order and stop with an exception at the first that fails;
+/// what came before keeps its new value, nothing is rolled back.
+class CFormBinding {
+public:
+    /// Finds the controls by their object names below p_objPage, which outlives this. Throws
+    /// std::logic_error when one is missing or of another kind than its row says.
+    CFormBinding(const QWidget& p_objPage, const std::vector<MBinding::Row>& p_objRows);
+
+    /// Shows the items' values, or their defaults when p_bDefaultValue is true. Throws
+    /// std::out_of_range for a list position that does not exist and CConversionError for a
+    /// value that is no number. A number outside a spin edit's range is refused by the spin edit
+    /// with its message, and the refresh goes on.
+    /// @return true when it completes.
+    bool Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) const;
+
+    /// Stores what the controls show. Throws CConversionError for a signed value that is no
+    /// number.
+    /// @return true when it completes.
+    bool Store(const CItemManager& p_objItemManager) const;
+
+private:
+    /// A row with its control; only the one of the row's kind is set.
+    struct Bound {
+        MBinding::Row m_objRow;
+        QComboBox* m_cmb = nullptr;
+        UCSpinEdit* m_Se = nullptr;
+        QLineEdit* m_txt = nullptr;
+    };
+
+    static Bound Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow);
+    static void RefreshOne(const Bound& p_objBound, const CItemManager& p_objItemManager,
+                           bool p_bDefaultValue);
+    static void StoreOne(const Bound& p_objBound, const CItemManager& p_objItemManager);
+
+    std::vector<Bound> m_objBound;
+};

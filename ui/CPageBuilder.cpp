@@ -1,0 +1,84 @@
+#include "ui/CPageBuilder.h"
+
+#include "ui/UCSpinEdit.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard)
+    : m_objMessageBox(p_objMessageBox)
+    , m_objWheelGuard(p_objWheelGuard) {}
+
+QGroupBox* CPageBuilder::MakeFrame(QWidget* p_objParent, const QString& p_strName,
+                                   const QString& p_strCaption) const {
+    auto* const objFrame = new QGroupBox(p_strCaption, p_objParent);
+    objFrame->setObjectName(p_strName);
+    return objFrame;
+}
+
+QPushButton* CPageBuilder::MakeButton(QWidget* p_objParent, const QString& p_strName,
+                                      const QString& p_strCaption) const {
+    auto* const btn = new QPushButton(p_strCaption, p_objParent);
+    btn->setObjectName(p_strName);
+    btn->setFocusPolicy(Qt::TabFocus);
+    btn->setAutoDefault(false);
+    return btn;
+}
+
+QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName) const {
+    auto* const cmb = new QComboBox(p_objParent);
+    cmb->setObjectName(p_strName);
+    cmb->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // its longest entry fits
+    m_objWheelGuard.Guard(*cmb);
+    return cmb;
+}
+
+UCSpinEdit* CPageBuilder::MakeSpinEdit(QWidget* p_objParent, const QString& p_strName) const {
+    auto* const Se = new UCSpinEdit(m_objMessageBox, p_objParent);
+    Se->setObjectName(p_strName);
+    return Se;
+}
+
+QLineEdit* CPageBuilder::MakeTextBox(QWidget* p_objParent, const QString& p_strName) const {
+    auto* const txt = new QLineEdit(p_objParent);
+    txt->setObjectName(p_strName);
+    return txt;
+}
+
+QLabel* CPageBuilder::MakeLabel(QWidget* p_objParent, const QString& p_strCaption) const {
+    auto* const lbl = new QLabel(p_objParent);
+    lbl->setTextFormat(Qt::PlainText);  // "<T>" is a variant, no markup
+    lbl->setText(p_strCaption);
+    return lbl;
+}
+
+QWidget* CPageBuilder::MakeField(QWidget* p_objParent, const QString& p_strName) const {
+    if (p_strName.startsWith(QLatin1String("cmb"))) {
+        return MakeList(p_objParent, p_strName);
+    }
+    if (p_strName.startsWith(QLatin1String("Se"))) {
+        return MakeSpinEdit(p_objParent, p_strName);
+    }
+    return MakeTextBox(p_objParent, p_strName);
+}
+
+QWidget* CPageBuilder::AddField(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                                const QString& p_strCaption, const QString& p_strName) const {
+    QWidget* const objParent = p_objGrid.parentWidget();
+    QLabel* const lbl = MakeLabel(objParent, p_strCaption);
+    QWidget* const objField = MakeField(objParent, p_strName);
+    lbl->setBuddy(objField);  // with a buddy "&&" shows as "&"
+    NameAfter(*objField, p_strCaption);
+    p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
+    p_objGrid.addWidget(objField, p_iRow, p_iColumn + 1);
+    return objField;
+}
+
+void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {
+    p_objField.setAccessibleName(QString(p_strCaption).replace("&&", "&"));
+}

@@ -1,0 +1,248 @@
+#include "ui/FmInterfaceSetup.h"
+
+#include "link/CInterface.h"
+#include "model/CConversionError.h"
+#include "model/MNumber.h"
+#include "ui/CWheelGuard.h"
+#include "ui/UCSpinEdit.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStringList>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+struct FmInterfaceSetup::SerialList {
+    const char* m_strName = nullptr;
+    const char* m_strLabel = nullptr;
+    QStringList m_strEntries;  ///< a position is the value of the item
+    ItemRef CInterface::*m_objItem = nullptr;
+};
+
+// Unlike those of the printer's own serial port these texts have a blank before the unit, and
+// the unit in the singular.
+// clang-format off
+const std::array<FmInterfaceSetup::SerialList, FmInterfaceSetup::ListCount> FmInterfaceSetup::Lists{{
+    {"cmbComPort", "COM PORT", {"COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8", "COM9"}, &CInterface::m_objComPortIndex},
+    {"cmbSpeed", "SPEED", {"2400 bps", "4800 bps", "9600 bps", "19200 bps", "38400 bps", "115200 bps"}, &CInterface::m_objSpeedIndex},
+    {"cmbDataLeg", "DATA LENG.", {"7 bit", "8 bit"}, &CInterface::m_objDataLengthIndex},
+    {"cmbStopBit", "STOP BIT", {"1 bit", "2 bit"}, &CInterface::m_objStopBitIndex},
+    {"cmbParity", "PARITY", {"NONE", "EVEN", "ODD"}, &CInterface::m_objParityIndex},
+}};
+// clang-format on
+
+namespace {
+
+struct Octet {
+    const char* m_strName;
+    const char* m_strAccessibleName;
+    ItemRef CInterface::*m_objItem;
+};
+
+constexpr std::array<Octet, 4> Octets{{
+    {"SeLan1", "IP-Address 1", &CInterface::m_objIpAddress1},
+    {"SeLan2", "IP-Address 2", &CInterface::m_objIpAddress2},
+    {"SeLan3", "IP-Address 3", &CInterface::m_objIpAddress3},
+    {"SeLan4", "IP-Address 4", &CInterface::m_objIpAddress4},
+}};
+
+constexpr int LabelColumn = 0;
+constexpr int FieldColumn = 1;
+
+}  // namespace
+
+FmInterfaceSetup::FmInterfaceSetup(IMessageBox& p_objBoxes, QWidget* p_objParent)
+    : QDialog(p_objParent)
+    , m_objBoxes(p_objBoxes)
+    , m_objWheelGuard(new CWheelGuard(this)) {
+    setObjectName("FmInterfaceSetup");
+    setWindowTitle("Interface Setup");
+    setModal(true);
+    QFont objFont = font();
+    objFont.setFamily("Arial");
+    setFont(objFont);
+    LayOut();
+}
+
+void FmInterfaceSetup::LayOut() {
+    auto* objColumn = new QVBoxLayout(this);
+    objColumn->setSizeConstraint(QLayout::SetFixedSize);
+    BuildSerialGroup();
+    BuildLanGroup();
+    AlignGroups();
+    BuildButtons();
+}
+
+void FmInterfaceSetup::BuildSerialGroup() {
+    m_objSerialGroup = new QGroupBox("RS-232C", this);
+    m_objSerialGroup->setObjectName("FrRs232cSetup");
+    auto* objGrid = new QGridLayout(m_objSerialGroup);
+    objGrid->setColumnStretch(FieldColumn, 1);
+    std::transform(
+        Lists.begin(), Lists.end(), m_objLists.begin(),
+        [this, objGrid](const SerialList& p_objList) { return AddList(p_objList, *objGrid); });
+    layout()->addWidget(m_objSerialGroup);
+}
+
+QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p_objGrid) {
+    auto* objLabel = new QLabel(p_objList.m_strLabel, m_objSerialGroup);
+    auto* objList = new QComboBox(m_objSerialGroup);
+    objList->setObjectName(p_objList.m_strName);
+    objList->setAccessibleName(p_objList.m_strLabel);
+    objLabel->setBuddy(objList);
+    m_objWheelGuard->Guard(*objList);
+    const int iRow = p_objGrid.rowCount();
+    p_objGrid.addWidget(objLabel, iRow, LabelColumn);
+    p_objGrid.addWidget(objList, iRow, FieldColumn);
+    return objList;
+}
+
+void FmInterfaceSetup::BuildLanGroup() {
+    m_objLanGroup = new QGroupBox("LAN", this);
+    m_objLanGroup->setObjectName("FrLanSetup");
+    auto* objGrid = new QGridLayout(m_objLanGroup);
+    auto* objLabel = new QLabel("IP-Address", m_objLanGroup);
+    objGrid->addWidget(objLabel, 0, LabelColumn);
+    auto* objAddress = new QHBoxLayout;
+    objAddress->setSpacing(objLabel->fontMetrics().horizontalAdvance('.'));
+    objGrid->addLayout(objAddress, 0, FieldColumn);
+    objGrid->setColumnStretch(FieldColumn, 1);
+    for (std::size_t i = 0; i < Octets.size(); ++i) {
+        auto* objField = new UCSpinEdit(m_objBoxes, m_objLanGroup);
+        objField->setObjectName(Octets[i].m_strName);
+        objField->setAccessibleName(Octets[i].m_strAccessibleName);
+        objField->SetEditWidth(objField->width());
+        m_objOctets[i] = objField;
+        if (i > 0) {
+            objAddress->addWidget(new QLabel(".", m_objLanGroup));
+        }
+        objAddress->addWidget(objField, 1);
+    }
+    objLabel->setBuddy(m_objOctets.front());
+    layout()->addWidget(m_objLanGroup);
+}
+
+void FmInterfaceSetup::AlignGroups() {
+    // The two groups have a grid each; one width for both makes their fields begin in one line.
+    int iWidth = 0;
+    for (const auto* objGroup : {m_objSerialGroup, m_objLanGroup}) {
+        for (const auto* objLabel : objGroup->findChildren<QLabel*>()) {
+            iWidth = std::max(iWidth, objLabel->sizeHint().width());
+        }
+    }
+    for (const auto* objGroup : {m_objSerialGroup, m_objLanGroup}) {
+        static_cast<QGridLayout*>(objGroup->layout())->setColumnMinimumWidth(LabelColumn, iWidth);
+    }
+}
+
+void FmInterfaceSetup::BuildButtons() {
+    auto* objSet = new QPushButton("SET", this);
+    objSet->setObjectName("btnSet");
+    objSet->setDefault(true);
+    auto* objCancel = new QPushButton("CANCEL", this);
+    objCancel->setObjectName("btnCancel");
+    // A click leaves the focus where it is: OnSet looks at the field itself, and CANCEL must be
+    // possible whatever has been typed.
+    objSet->setFocusPolicy(Qt::TabFocus);
+    objCancel->setFocusPolicy(Qt::TabFocus);
+    auto* objRow = new QHBoxLayout;
+    objRow->addStretch(1);
+    objRow->addWidget(objSet);
+    objRow->addWidget(objCancel);
+    static_cast<QVBoxLayout*>(layout())->addLayout(objRow);
+    connect(objSet, &QPushButton::clicked, this, &FmInterfaceSetup::OnSet);
+    connect(objCancel, &QPushButton::clicked, this, &FmInterfaceSetup::reject);
+}
+
+bool FmInterfaceSetup::InitializeItem(CInterface& p_objInterface, std::int16_t p_iInterfaceIndex) {
+    m_objInterface = &p_objInterface;
+    m_iInterfaceIndex = p_iInterfaceIndex;
+    try {
+        InitializeAddress();
+        if (!InitializeLists()) {
+            return false;
+        }
+    } catch (const CConversionError&) {
+        return false;
+    }
+    EnableGroups();
+    return true;
+}
+
+void FmInterfaceSetup::InitializeAddress() {
+    constexpr int iMax = 255;
+    constexpr std::int16_t iLength = 5;
+    for (std::size_t i = 0; i < Octets.size(); ++i) {
+        const CItem& objItem = *(m_objInterface->*Octets[i].m_objItem);
+        m_objOctets[i]->InitializeSpinEdit(objItem.GetValue(), iMax, 0, 1, iLength, 0);
+    }
+}
+
+bool FmInterfaceSetup::InitializeLists() {
+    for (std::size_t i = 0; i < Lists.size(); ++i) {
+        QComboBox& objList = *m_objLists[i];
+        objList.clear();
+        objList.addItems(Lists[i].m_strEntries);
+        const CItem& objItem = *(m_objInterface->*Lists[i].m_objItem);
+        const std::int32_t iPosition = MNumber::ToInt32(objItem.GetValue());
+        if (iPosition < 0 || iPosition >= objList.count()) {
+            return false;
+        }
+        objList.setCurrentIndex(iPosition);
+    }
+    return true;
+}
+
+bool FmInterfaceSetup::EditsLan() const {
+    return m_iInterfaceIndex == CInterface::LanInterface;
+}
+
+void FmInterfaceSetup::EnableGroups() {
+    m_objSerialGroup->setEnabled(!EditsLan());
+    for (QComboBox* objList : m_objLists) {
+        objList->setEnabled(!EditsLan());
+    }
+    m_objLanGroup->setEnabled(EditsLan());
+    for (UCSpinEdit* objField : m_objOctets) {
+        objField->SetEnable(EditsLan());
+    }
+}
+
+bool FmInterfaceSetup::CancelFlag() const {
+    return m_bCancelFlag;
+}
+
+void FmInterfaceSetup::OnSet() {
+    if (m_objInterface == nullptr || !UCSpinEdit::CommitFocusedField(*this)) {
+        return;  // refused: the person corrects the field
+    }
+    if (EditsLan()) {
+        StoreAddress();
+    } else {
+        StoreSerial();
+    }
+    m_bCancelFlag = false;
+    accept();
+}
+
+void FmInterfaceSetup::StoreSerial() {
+    for (std::size_t i = 0; i < Lists.size(); ++i) {
+        (m_objInterface->*Lists[i].m_objItem)->SetValue(m_objLists[i]->currentIndex());
+    }
+}
+
+void FmInterfaceSetup::StoreAddress() {
+    for (std::size_t i = 0; i < Octets.size(); ++i) {
+        (m_objInterface->*Octets[i].m_objItem)->SetValue(m_objOctets[i]->GetValue());
+    }
+}
+
+void FmInterfaceSetup::reject() {
+    m_bCancelFlag = true;
+    QDialog::reject();
+}

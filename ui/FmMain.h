@@ -1,0 +1,92 @@
+#pragma once
+
+#include "flows/CFileFlow.h"
+#include "flows/CMaintenanceFlow.h"
+#include "flows/CReadWriteFlow.h"
+#include "link/CInterface.h"
+#include "link/CPrinterSession.h"
+#include "model/CItemManager.h"
+#include "platform/CPlatform.h"
+#include "ui/CActionButtons.h"
+#include "ui/CPageBuilder.h"
+#include "ui/CWheelGuard.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QComboBox;
+class QLabel;
+class QTabWidget;
+class UCExtraSetting;
+class UCMaintenanceMode;
+class UCParameterSetting;
+
+/// The program's only main window: owns the catalogue and the link settings, shows them in three
+/// tabs, and starts a flow for each button.
+///
+/// At start nothing is opened and nothing is read: the window shows the defaults. Closing it ends
+/// every wait at once, asks nothing and saves nothing.
+class FmMain : public QMainWindow, private IExchangeView {
+    Q_OBJECT
+
+public:
+    /// p_objPlatform's parts are not owned and outlive the window.
+    explicit FmMain(const CPlatform& p_objPlatform);
+    ~FmMain() override;
+
+    [[nodiscard]] const CItemManager& ItemManager() const { return *m_objItemManager; }
+    [[nodiscard]] CInterface& Interface() { return *m_objInterface; }
+
+signals:
+    /// The window has closed for good; the program ends.
+    void Closed();
+
+protected:
+    void closeEvent(QCloseEvent* p_objEvent) override;
+
+private:
+    void SetControlsEnabled(bool p_bEnabled) override;
+    void ShowStatus(const std::string& p_strText) override;
+    void ShowHeadCheck(const std::string& p_strText) override;
+
+    void MakeMenu();
+    QWidget* MakeInterfaceLine();
+    QWidget* MakeTabs();
+    void FormInitialize();
+    void FillInterfaces();
+    void InitializeSpinEdits();
+    bool FillChoiceLists();
+    void MakeFlows();
+    void ConnectButtons();
+    void ConnectMaintenance();
+    void ConnectButton(const char* p_strName, const std::function<void()>& p_objHandler);
+    void FitToScreen();
+
+    void SelectInterface(int p_iPosition);
+    void SetUpInterface();
+    /// True when SET was pressed in the setup dialog.
+    bool EditInterface();
+    void ShowAbout();
+
+    CPlatform m_objPlatform;
+    std::unique_ptr<CItemManager> m_objItemManager;
+    std::unique_ptr<CInterface> m_objInterface;
+    CPrinterSession m_objSession;
+    CWheelGuard m_objWheelGuard;
+    CPageBuilder m_objBuilder;
+
+    QComboBox* m_cmbInterface = nullptr;
+    QLabel* m_lblStatus = nullptr;
+    QTabWidget* m_objTabs = nullptr;
+    UCParameterSetting* m_objParameterPage = nullptr;
+    UCMaintenanceMode* m_objMaintenancePage = nullptr;
+    UCExtraSetting* m_objLanPage = nullptr;
+    std::optional<CActionButtons> m_objActionButtons;
+    std::unique_ptr<CReadWriteFlow> m_objReadWrite;
+    std::unique_ptr<CFileFlow> m_objParameterFile;
+    std::unique_ptr<CFileFlow> m_objLanFile;
+    CMaintenanceFlow m_objMaintenance;
+};

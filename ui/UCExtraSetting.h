@@ -1,0 +1,37 @@
+#pragma once
+
+#include "flows/ISettingsPage.h"
+#include "model/CItemManager.h"
+#include "ui/CFormBinding.h"
+#include "ui/CPageBuilder.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class QGridLayout;
+
+/// The page "Extra Setting": the printer's network settings, and the buttons that read, set, load
+/// and save them.
+class UCExtraSetting : public QWidget, public ISettingsPage {
+public:
+    /// p_objItemManager is not owned and outlives the page. The lists and spin edits are still
+    /// empty afterwards; the window fills those of all pages.
+    UCExtraSetting(const CPageBuilder& p_objBuilder, const CItemManager& p_objItemManager,
+                   QWidget* p_objParent);
+
+    /// The items' values, or their defaults, into the controls; fails as CFormBinding does.
+    bool RefreshLanSettingItem(const CItemManager& p_objItemManager, bool p_bDefaultValue);
+
+    /// The controls into the items; fails as CFormBinding does.
+    bool StoreLanSettingItem(const CItemManager& p_objItemManager);
+
+    bool Refresh() override { return RefreshLanSettingItem(m_objItemManager, false); }
+    bool Store() override { return StoreLanSettingItem(m_objItemManager); }
+
+private:
+    QWidget* MakeLanFrame(const CPageBuilder& p_objBuilder);
+
+    const CItemManager& m_objItemManager;
+    std::optional<CFormBinding> m_objBinding;
+};

@@ -1,0 +1,174 @@
+#include "ui/UCMaintenanceMode.h"
+
+#include "model/MNumber.h"
+#include "ui/UCSpinEdit.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include <array>
+
+namespace {
+
+constexpr const char* SendCaption = "SEND";
+constexpr int ParameterMode = 0;
+
+struct Field {
+    const char* m_strCaption;
+    const char* m_strName;
+};
+
+struct Step {
+    const char* m_strCaption;
+    const char* m_strButton;
+    const char* m_strText;
+};
+
+// clang-format off
+constexpr std::array<Step, 3> SensorSteps{{
+    {"REFLECT", "btnReflect", "Step1.Put white position on sensor, then click \"SEND\".\r\n"},
+    {"TRANS", "btnTrans", "Step2.Put gap position on sensor, then click \"SEND\".\r\n"},
+    {"PAPER END", "btnPaperEnd", "Step3.Put paper away, then click \"SEND\".\r\n"},
+}};
+
+constexpr std::array<Field, 7> TestPrintFields{{
+    {"ISSUE COUNT", "SeIssueCount"},
+    {"LABEL LEN", "SeLabelLen"},
+    {"TYPE", "cmbType"},
+    {"PRT TYPE", "cmbPrtType"},
+    {"SENSOR", "cmbSensor"},
+    {"PRINT SPEED", "cmbPrintSpeed"},
+    {"PATTERN", "cmbPattern"},
+}};
+// clang-format on
+
+void AddSend(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
+             const char* p_strName) {
+    p_objGrid.addWidget(p_objBuilder.MakeButton(p_objGrid.parentWidget(), p_strName, SendCaption),
+                        p_iRow, 2, Qt::AlignRight);
+}
+
+}  // namespace
+
+UCMaintenanceMode::UCMaintenanceMode(const CPageBuilder& p_objBuilder, QWidget* p_objParent)
+    : QWidget(p_objParent) {
+    auto* const objLeft = new QVBoxLayout;
+    objLeft->addWidget(MakeHeadCheck(p_objBuilder));
+    objLeft->addWidget(MakeRamClear(p_objBuilder));
+    objLeft->addWidget(MakeThresholdCalib(p_objBuilder));
+    objLeft->addWidget(MakeSensorAdjust(p_objBuilder));
+    objLeft->addStretch(1);
+    auto* const objRight = new QVBoxLayout;
+    objRight->addWidget(MakeTestPrint(p_objBuilder));
+    objRight->addWidget(MakeDiagPrint(p_objBuilder));
+    objRight->addStretch(1);
+    auto* const objColumns = new QHBoxLayout(this);
+    objColumns->addLayout(objLeft, 1);
+    objColumns->addLayout(objRight, 1);
+}
+
+void UCMaintenanceMode::ShowHeadCheck(const QString& p_strText) {
+    m_lblHeadCheck->setText(p_strText);
+}
+
+std::int16_t UCMaintenanceMode::Position(const char* p_strList) const {
+    return static_cast<std::int16_t>(findChild<QComboBox*>(p_strList)->currentIndex());
+}
+
+MCommand::TestPrintFields UCMaintenanceMode::TestPrint() const {
+    const auto Number = [this](const char* p_strField) {
+        return MNumber::ToInt16(findChild<UCSpinEdit*>(p_strField)->GetValue());
+    };
+    return {
+        .m_iPattern = Position("cmbPattern"),
+        .m_iLabelLength = Number("SeLabelLen"),
+        .m_iIssueCount = Number("SeIssueCount"),
+        .m_iPrintSpeed = Position("cmbPrintSpeed"),
+        .m_iSensor = Position("cmbSensor"),
+        .m_iCutType = Position("cmbType"),
+        .m_iPrintType = Position("cmbPrtType"),
+    };
+}
+
+QWidget* UCMaintenanceMode::MakeHeadCheck(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrHeadCheck", "HEAD CHECK");
+    auto* const objGrid = new QGridLayout(Fr);
+    m_lblHeadCheck = p_objBuilder.MakeLabel(Fr, {});
+    m_lblHeadCheck->setObjectName("lblHeadCheck");
+    m_lblHeadCheck->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    m_lblHeadCheck->setAccessibleName("HEAD CHECK");
+    objGrid->addWidget(m_lblHeadCheck, 0, 0, 1, 2);
+    AddSend(p_objBuilder, *objGrid, 0, "btnHeadCheck");
+    objGrid->setColumnStretch(1, 1);
+    return Fr;
+}
+
+QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrRamClear", "RAM CLEAR");
+    auto* const objGrid = new QGridLayout(Fr);
+    QWidget* const objMode = p_objBuilder.AddField(*objGrid, 0, 0, "MODE", "cmbRamClear");
+    QComboBox* const cmbDestination = p_objBuilder.MakeList(Fr, "cmbDestination");
+    CPageBuilder::NameAfter(*cmbDestination, "DESTINATION");
+    objGrid->addWidget(cmbDestination, 1, 1);
+    AddSend(p_objBuilder, *objGrid, 1, "btnRamClear");
+    objGrid->setColumnStretch(1, 1);
+    connect(qobject_cast<QComboBox*>(objMode), &QComboBox::currentIndexChanged, cmbDestination,
+            [cmbDestination](int p_iPosition) {
+                cmbDestination->setEnabled(p_iPosition == ParameterMode);
+            });
+    return Fr;
+}
+
+QWidget* UCMaintenanceMode::MakeThresholdCalib(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrThresholdCalib", "THRESHOLD CALIB");
+    auto* const objGrid = new QGridLayout(Fr);
+    p_objBuilder.AddField(*objGrid, 0, 0, "SENSOR", "cmbThresholdCalib");
+    AddSend(p_objBuilder, *objGrid, 0, "btnThresholdCalib");
+    objGrid->setColumnStretch(1, 1);
+    return Fr;
+}
+
+QWidget* UCMaintenanceMode::MakeSensorAdjust(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrSensorAdjust", "SENSOR ADJUST");
+    auto* const objGrid = new QGridLayout(Fr);
+    int iRow = 0;
+    for (const Step& objStep : SensorSteps) {
+        const Qt::Alignment iTop = Qt::AlignTop;  // the text's last line is empty
+        QPushButton* const btn = p_objBuilder.MakeButton(Fr, objStep.m_strButton, SendCaption);
+        QLabel* const lblCaption = p_objBuilder.MakeLabel(Fr, objStep.m_strCaption);
+        QLabel* const lblText = p_objBuilder.MakeLabel(Fr, objStep.m_strText);
+        const int iMargin = (btn->sizeHint().height() - lblCaption->sizeHint().height()) / 2;
+        lblCaption->setContentsMargins(0, iMargin, 0, 0);
+        lblText->setContentsMargins(0, iMargin, 0, 0);
+        objGrid->addWidget(lblCaption, iRow, 0, iTop);
+        objGrid->addWidget(lblText, iRow, 1, iTop);
+        objGrid->addWidget(btn, iRow, 2, iTop | Qt::AlignRight);
+        ++iRow;
+    }
+    objGrid->setColumnStretch(1, 1);
+    return Fr;
+}
+
+QWidget* UCMaintenanceMode::MakeTestPrint(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrTestPrint", "TEST PRINT");
+    auto* const objGrid = new QGridLayout(Fr);
+    int iRow = 0;
+    for (const Field& objField : TestPrintFields) {
+        p_objBuilder.AddField(*objGrid, iRow++, 0, objField.m_strCaption, objField.m_strName);
+    }
+    AddSend(p_objBuilder, *objGrid, iRow - 1, "btnTestPrint");
+    objGrid->setColumnStretch(1, 1);
+    return Fr;
+}
+
+QWidget* UCMaintenanceMode::MakeDiagPrint(const CPageBuilder& p_objBuilder) {
+    QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FmDiagPrint", "DIAG PRINT");
+    auto* const objGrid = new QGridLayout(Fr);
+    p_objBuilder.AddField(*objGrid, 0, 0, "PRT TYPE", "cmbDiagPrint");
+    AddSend(p_objBuilder, *objGrid, 0, "btnDiagPrint");
+    objGrid->setColumnStretch(1, 1);
+    return Fr;
+}

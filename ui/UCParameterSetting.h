@@ -1,0 +1,38 @@
+#pragma once
+
+#include "flows/ISettingsPage.h"
+#include "model/CItemManager.h"
+#include "ui/CFormBinding.h"
+#include "ui/CPageBuilder.h"
+
+#include <QWidget>
+
+#include <optional>
+
+/// The page "Parameter Setting": the printer's parameters and adjustments, and the buttons that
+/// read, set, load and save them.
+class UCParameterSetting : public QWidget, public ISettingsPage {
+public:
+    /// p_objItemManager is not owned and outlives the page. The lists and spin edits are still
+    /// empty afterwards; the window fills those of all pages.
+    UCParameterSetting(const CPageBuilder& p_objBuilder, const CItemManager& p_objItemManager,
+                       QWidget* p_objParent);
+
+    /// The items' values, or their defaults, into the controls; fails as CFormBinding does.
+    bool RefreshParameterSettingItem(const CItemManager& p_objItemManager, bool p_bDefaultValue);
+
+    /// The controls into the items; fails as CFormBinding does.
+    bool StoreParameterSettingItem(const CItemManager& p_objItemManager);
+
+    bool Refresh() override { return RefreshParameterSettingItem(m_objItemManager, false); }
+    bool Store() override { return StoreParameterSettingItem(m_objItemManager); }
+
+private:
+    QWidget* MakeParameterFrame(const CPageBuilder& p_objBuilder);
+    QWidget* MakeAdjustmentFrame(const CPageBuilder& p_objBuilder);
+    QWidget* MakeButtons(const CPageBuilder& p_objBuilder);
+    void EnableCodes(bool p_bEnabled);
+
+    const CItemManager& m_objItemManager;
+    std::optional<CFormBinding> m_objBinding;
+};

@@ -1,0 +1,310 @@
+#include "ui/UCSpinEdit.h"
+
+#include "model/MNumber.h"
+#include "platform/IMessageBox.h"
+#include "platform/qt/MText.h"
+#include "ui/CSpinEditStyle.h"
+
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QStyleOptionSpinBox>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace {
+
+constexpr int UnlimitedLength = 32767;  // the toolkit's own limit
+
+/// True when the focus has moved on inside the window. Another window or a popup in front keeps
+/// the field the one that is being edited.
+bool IsLeaving(Qt::FocusReason p_iReason) {
+    return p_iReason != Qt::ActiveWindowFocusReason && p_iReason != Qt::PopupFocusReason &&
+           p_iReason != Qt::MenuBarFocusReason;
+}
+
+}  // namespace
+
+UCSpinEdit::UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent)
+    : QAbstractSpinBox(p_objParent)
+    , m_objBoxes(p_objBoxes)
+    , m_iEditWidth(CSpinEditStyle::NativeWidth)
+    , m_iButtonWidth(CSpinEditStyle::NativeWidth) {
+    lineEdit()->setObjectName("CText");
+    lineEdit()->installEventFilter(this);
+    setFocusPolicy(Qt::StrongFocus);
+    ShowValue();
+}
+
+bool UCSpinEdit::Enable() const {
+    return m_bEnable;
+}
+
+void UCSpinEdit::SetEnable(bool p_bValue) {
+    m_bEnable = p_bValue;
+    setEnabled(p_bValue);
+}
+
+int UCSpinEdit::EditWidth() const {
+    return m_iEditWidth != CSpinEditStyle::NativeWidth ? m_iEditWidth : lineEdit()->width();
+}
+
+void UCSpinEdit::SetEditWidth(int p_iValue) {
+    m_iEditWidth = std::max(p_iValue, 0);
+    m_bEditCovers = m_iEditWidth >= width();
+    LayOutParts();
+}
+
+bool UCSpinEdit::SpinButton() const {
+    return m_bSpinButton;
+}
+
+void UCSpinEdit::SetSpinButton(bool p_bValue) {
+    m_bSpinButton = p_bValue;
+    LayOutParts();
+}
+
+int UCSpinEdit::SpinButtonWidth() const {
+    if (m_iButtonWidth != CSpinEditStyle::NativeWidth) {
+        return m_iButtonWidth;
+    }
+    QStyleOptionSpinBox objOption;
+    initStyleOption(&objOption);
+    return style()
+        ->subControlRect(QStyle::CC_SpinBox, &objOption, QStyle::SC_SpinBoxUp, this)
+        .width();
+}
+
+void UCSpinEdit::SetSpinButtonWidth(int p_iValue) {
+    m_iButtonWidth = std::max(p_iValue, 0);
+    m_iEditWidth = CSpinEditStyle::NativeWidth;
+    m_bEditCovers = false;
+    LayOutParts();
+}
+
+void UCSpinEdit::LayOutParts() {
+    const bool bOwnWidths = !m_bEditCovers && (m_iEditWidth != CSpinEditStyle::NativeWidth ||
+                                               m_iButtonWidth != CSpinEditStyle::NativeWidth);
+    CSpinEditStyle* objFormer = m_objStyle;
+    m_objStyle = bOwnWidths ? new CSpinEditStyle(m_iEditWidth, m_iButtonWidth) : nullptr;
+    if (m_objStyle != nullptr) {
+        m_objStyle->setParent(this);
+    }
+    setButtonSymbols(m_bSpinButton && !m_bEditCovers ? UpDownArrows : NoButtons);
+    if (m_objStyle != nullptr || objFormer != nullptr) {
+        setStyle(m_objStyle);
+    }
+    delete objFormer;
+    updateGeometry();
+}
+
+void UCSpinEdit::InitializeSpinEdit(const CItemValue& p_vValue, const CItemValue& p_vMax,
+                                    const CItemValue& p_vMin, const CItemValue& p_vIncrement,
+                                    std::int16_t p_iLength, std::int16_t p_iDecimalPoint,
+                                    bool p_bHexaMode) {
+    const std::int32_t iValue = MNumber::ToInt32(p_vValue);
+    const std::int32_t iMax = MNumber::ToInt32(p_vMax);
+    const std::int32_t iMin = MNumber::ToInt32(p_vMin);
+    m_iIncrement = MNumber::ToInt32(p_vIncrement);
+    m_iValue = iValue;
+    m_iMax = iMax;
+    m_iMin = iMin;
+    m_bHexaMode = p_bHexaMode;
+    m_bInitialized = true;
+    m_iLength = p_iLength;
+    m_iDecimalPoint = p_iDecimalPoint;
+    if (p_iDecimalPoint >= 0 && p_iDecimalPoint <= 2) {
+        m_iShownPlaces = p_iDecimalPoint;
+    }
+    ShowValue();
+    updateGeometry();
+}
+
+bool UCSpinEdit::IsInitialized() const {
+    return m_bInitialized;
+}
+
+void UCSpinEdit::SetMax(const CItemValue& p_vValue) {
+    m_iMax = MNumber::ToInt32(p_vValue);
+    updateGeometry();
+    update();
+}
+
+void UCSpinEdit::SetMin(const CItemValue& p_vValue) {
+    m_iMin = MNumber::ToInt32(p_vValue);
+    updateGeometry();
+    update();
+}
+
+bool UCSpinEdit::SetValue(const CItemValue& p_vValue) {
+    return Store(MNumber::ToDouble(p_vValue));
+}
+
+CItemValue UCSpinEdit::GetValue() const {
+    if (m_iDecimalPoint != 0) {
+        return m_iValue;
+    }
+    return MText::FromQt(lineEdit()->text());
+}
+
+bool UCSpinEdit::CommitText() {
+    const std::string strText = MText::FromQt(lineEdit()->text());
+    if (m_bHexaMode) {
+        return Store(MNumber::ReadHex(strText));
+    }
+    if (!MNumber::IsNumber(strText)) {
+        ShowValue();
+        return true;
+    }
+    return Store(TypedNumber(strText));
+}
+
+bool UCSpinEdit::CommitFocusedField(const QWidget& p_objWindow) {
+    auto* objField = qobject_cast<UCSpinEdit*>(p_objWindow.focusWidget());
+    return objField == nullptr || objField->CommitText();
+}
+
+double UCSpinEdit::TypedNumber(const std::string& p_strText) const {
+    if (p_strText.find_first_of("eE") == std::string::npos) {
+        // Moving the point in the text is exact; the product of 1.1 and 100 is above 110.
+        const std::string strNumber = p_strText.substr(0, p_strText.find_last_not_of(" \t") + 1);
+        return MNumber::ToDouble(strNumber + "e" + std::to_string(m_iDecimalPoint));
+    }
+    return MNumber::ToDouble(p_strText) * std::pow(10.0, m_iDecimalPoint);
+}
+
+bool UCSpinEdit::Store(double p_dValue) {
+    const bool bInRange = p_dValue >= m_iMin && p_dValue <= m_iMax;
+    if (bInRange) {
+        m_iValue = MNumber::RoundToInt32(p_dValue);
+    } else {
+        m_objBoxes.Show(RangeMessage, MessageIcon::None);
+    }
+    ShowValue();
+    return bInRange;
+}
+
+QString UCSpinEdit::TextOf(std::int32_t p_iValue) const {
+    if (m_iDecimalPoint != 0) {
+        return QString::number(p_iValue / std::pow(10.0, m_iDecimalPoint), 'f', m_iShownPlaces);
+    }
+    if (m_bHexaMode) {
+        const std::string strDigits = MNumber::HexText(p_iValue);
+        return MText::ToQt(p_iValue < 16 ? "0" + strDigits : strDigits);
+    }
+    return MText::ToQt(MNumber::ToText(static_cast<double>(p_iValue)));
+}
+
+void UCSpinEdit::ShowValue() {
+    const QString strText = TextOf(m_iValue);
+    // The limit binds who types; it must not cut a value.
+    const int iLimit = m_iLength > NoLengthLimit ? m_iLength : UnlimitedLength;
+    lineEdit()->setMaxLength(std::max(iLimit, static_cast<int>(strText.size())));
+    if (lineEdit()->text() != strText) {
+        lineEdit()->setText(strText);
+    }
+    update();  // the buttons show which way is left
+}
+
+bool UCSpinEdit::CanStep(bool p_bUp) const {
+    const std::int64_t iStepped =
+        std::int64_t{m_iValue} + (p_bUp ? 1 : -1) * std::int64_t{m_iIncrement};
+    return p_bUp ? iStepped <= m_iMax : iStepped >= m_iMin;
+}
+
+void UCSpinEdit::stepBy(int p_iSteps) {
+    const bool bUp = p_iSteps > 0;
+    if (p_iSteps == 0 || !CanStep(bUp)) {
+        return;
+    }
+    m_iValue = bUp ? m_iValue + m_iIncrement : m_iValue - m_iIncrement;
+    ShowValue();
+    selectAll();
+}
+
+QAbstractSpinBox::StepEnabled UCSpinEdit::stepEnabled() const {
+    StepEnabled iEnabled = StepNone;
+    iEnabled.setFlag(StepUpEnabled, CanStep(true));
+    iEnabled.setFlag(StepDownEnabled, CanStep(false));
+    return iEnabled;
+}
+
+QSize UCSpinEdit::sizeHint() const {
+    ensurePolished();
+    const QFontMetrics objMetrics = fontMetrics();
+    const int iTypingSpace = objMetrics.horizontalAdvance('0');  // for the cursor and a slip
+    const int iText = std::max({objMetrics.horizontalAdvance(TextOf(m_iMax)),
+                                objMetrics.horizontalAdvance(TextOf(m_iMin)),
+                                objMetrics.horizontalAdvance(TextOf(m_iValue))});
+    QStyleOptionSpinBox objOption;
+    initStyleOption(&objOption);
+    return style()->sizeFromContents(QStyle::CT_SpinBox, &objOption,
+                                     {iText + iTypingSpace, lineEdit()->sizeHint().height()}, this);
+}
+
+QSize UCSpinEdit::minimumSizeHint() const {
+    return sizeHint();
+}
+
+bool UCSpinEdit::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
+    // A style of its own keeps the control out of a change of the application's style; its text
+    // box takes part.
+    if (p_objEvent->type() == QEvent::StyleChange && m_objStyle != nullptr) {
+        LayOutParts();
+    }
+    return QAbstractSpinBox::eventFilter(p_objWatched, p_objEvent);
+}
+
+void UCSpinEdit::focusOutEvent(QFocusEvent* p_objEvent) {
+    QAbstractSpinBox::focusOutEvent(p_objEvent);
+    if (IsLeaving(p_objEvent->reason())) {
+        CommitText();
+    }
+}
+
+void UCSpinEdit::keyPressEvent(QKeyEvent* p_objEvent) {
+    switch (p_objEvent->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        stepBy(p_objEvent->key() == Qt::Key_Up ? 1 : -1);
+        p_objEvent->accept();
+        break;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        p_objEvent->ignore();
+        break;
+    default:
+        QAbstractSpinBox::keyPressEvent(p_objEvent);
+        break;
+    }
+}
+
+void UCSpinEdit::mousePressEvent(QMouseEvent* p_objEvent) {
+    // The press may have waited behind the range box of the field that it took the focus from.
+    // With its mouse button long released, nothing would end the buttons' auto-repeat.
+    if ((QGuiApplication::mouseButtons() & p_objEvent->button()) != 0) {
+        QAbstractSpinBox::mousePressEvent(p_objEvent);
+    }
+}
+
+void UCSpinEdit::wheelEvent(QWheelEvent* p_objEvent) {
+    if (!hasFocus()) {
+        m_iWheelRest = 0;
+        p_objEvent->ignore();  // so that the page scrolls
+        return;
+    }
+    m_iWheelRest += p_objEvent->angleDelta().y();
+    const int iNotches = m_iWheelRest / QWheelEvent::DefaultDeltasPerStep;
+    m_iWheelRest -= iNotches * QWheelEvent::DefaultDeltasPerStep;
+    for (int i = 0; i < std::abs(iNotches); ++i) {
+        stepBy(iNotches);
+    }
+    p_objEvent->accept();
+}
