@@ -218,7 +218,7 @@ bool FmInterfaceSetup::CancelFlag() const {
 }
 
 void FmInterfaceSetup::OnSet() {
-    if (m_objInterface == nullptr || !UCSpinEdit::CommitFocusedField(*this)) {
+    if (m_objInterface == nullptr || !UCSpinEdit::CommitEditedField(*this)) {
         return;  // refused: the person corrects the field
     }
     if (EditsLan()) {

@@ -1,6 +1,7 @@
 #include "ui/FmMain.h"
 
 #include "flows/MHandler.h"
+#include "flows/MStart.h"
 #include "model/MChoiceLists.h"
 #include "platform/qt/MText.h"
 #include "ui/FmAbout.h"
@@ -135,13 +136,7 @@ void FmMain::FormInitialize() {
         return;
     }
     m_objTabs->setCurrentIndex(0);
-    try {
-        if (m_objParameterPage->RefreshParameterSettingItem(*m_objItemManager, false)) {
-            m_objLanPage->RefreshLanSettingItem(*m_objItemManager, false);
-        }
-    } catch (const std::exception&) {
-        // The window opens all the same; READ or LOAD fill what is missing.
-    }
+    MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
 }
 
 void FmMain::FillInterfaces() {
@@ -228,7 +223,7 @@ void FmMain::ConnectButton(const char* p_strName, const std::function<void()>& p
     connect(btn, &QPushButton::clicked, this, [this, btn, p_objHandler] {
         // A click leaves the focus in the field that is being edited. What was typed there is
         // checked now; refused, it was told so, and nothing is started with the old value.
-        if (!UCSpinEdit::CommitFocusedField(*this)) {
+        if (!UCSpinEdit::CommitEditedField(*this)) {
             return;
         }
         btn->setFocus(Qt::OtherFocusReason);

@@ -5,10 +5,11 @@
 #include "platform/qt/MText.h"
 #include "ui/CSpinEditStyle.h"
 
+#include <QApplication>
 #include <QFocusEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QStyleOptionSpinBox>
 #include <QWheelEvent>
@@ -21,8 +22,8 @@ namespace {
 
 constexpr int UnlimitedLength = 32767;  // the toolkit's own limit
 
-/// True when the focus has moved on inside the window. Another window or a popup in front keeps
-/// the field the one that is being edited.
+/// True when the focus has moved on inside the window. Another window, a popup or the menu in
+/// front keeps the field the one that is being edited, until the focus is back in the window.
 bool IsLeaving(Qt::FocusReason p_iReason) {
     return p_iReason != Qt::ActiveWindowFocusReason && p_iReason != Qt::PopupFocusReason &&
            p_iReason != Qt::MenuBarFocusReason;
@@ -38,6 +39,10 @@ UCSpinEdit::UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent)
     lineEdit()->setObjectName("CText");
     lineEdit()->installEventFilter(this);
     setFocusPolicy(Qt::StrongFocus);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget* /*p_objFormer*/, const QWidget* p_objNow) {
+                TakeFocusChange(p_objNow);
+            });
     ShowValue();
 }
 
@@ -153,6 +158,7 @@ CItemValue UCSpinEdit::GetValue() const {
 }
 
 bool UCSpinEdit::CommitText() {
+    m_bFocusLent = false;
     const std::string strText = MText::FromQt(lineEdit()->text());
     if (m_bHexaMode) {
         return Store(MNumber::ReadHex(strText));
@@ -164,9 +170,12 @@ bool UCSpinEdit::CommitText() {
     return Store(TypedNumber(strText));
 }
 
-bool UCSpinEdit::CommitFocusedField(const QWidget& p_objWindow) {
-    auto* objField = qobject_cast<UCSpinEdit*>(p_objWindow.focusWidget());
-    return objField == nullptr || objField->CommitText();
+bool UCSpinEdit::CommitEditedField(const QWidget& p_objWindow) {
+    const QList<UCSpinEdit*> objFields = p_objWindow.findChildren<UCSpinEdit*>();
+    const auto objEdited = std::ranges::find_if(objFields, [&](const UCSpinEdit* p_objField) {
+        return p_objField->m_bFocusLent || p_objField == p_objWindow.focusWidget();
+    });
+    return objEdited == objFields.end() || (*objEdited)->CommitText();
 }
 
 double UCSpinEdit::TypedNumber(const std::string& p_strText) const {
@@ -262,7 +271,20 @@ bool UCSpinEdit::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
 
 void UCSpinEdit::focusOutEvent(QFocusEvent* p_objEvent) {
     QAbstractSpinBox::focusOutEvent(p_objEvent);
-    if (IsLeaving(p_objEvent->reason())) {
+    m_bFocusLent = !IsLeaving(p_objEvent->reason());
+    if (!m_bFocusLent) {
+        CommitText();
+    }
+}
+
+void UCSpinEdit::TakeFocusChange(const QWidget* p_objNow) {
+    // The menu bar gives the focus back, but not when the person goes on by a click elsewhere.
+    if (!m_bFocusLent || p_objNow == nullptr || p_objNow->window() != window() ||
+        qobject_cast<const QMenuBar*>(p_objNow) != nullptr) {
+        return;
+    }
+    m_bFocusLent = false;
+    if (p_objNow != this) {
         CommitText();
     }
 }

@@ -14,7 +14,8 @@ class IMessageBox;
 ///
 /// Holds a 32-bit value inside a range, in units of the last shown decimal place (15 is shown as
 /// 1.5 with one place), and shows it as a decimal number or in hexadecimal digits. What is typed
-/// counts from the moment the focus moves on inside the window (CommitText); until then stepping
+/// counts from the moment the focus moves on inside the window (CommitText), not yet while a menu
+/// or another window has it for as long as the person needs there; until then stepping
 /// goes on from the value that is held. A value is never moved to a bound: a step that would
 /// leave the range is ignored, a typed or set value outside it is refused with the range box.
 ///
@@ -83,9 +84,10 @@ public:
     /// @return false when the range box had to be shown.
     bool CommitText();
 
-    /// CommitText of the field of p_objWindow that has the focus; true when that is no UCSpinEdit.
-    /// For handlers that run without the focus having moved.
-    static bool CommitFocusedField(const QWidget& p_objWindow);
+    /// CommitText of the field of p_objWindow that is being edited: it has the focus, or has only
+    /// lent it to a menu or another window. True when there is none. For handlers that run without
+    /// the focus having moved.
+    static bool CommitEditedField(const QWidget& p_objWindow);
 
     /// One increment up or down, whatever the count: neither page nor modifier keys make a bigger
     /// step.
@@ -104,6 +106,7 @@ protected:
 private:
     [[nodiscard]] bool CanStep(bool p_bUp) const;
     bool Store(double p_dValue);
+    void TakeFocusChange(const QWidget* p_objNow);
     void LayOutParts();
     void ShowValue();
     [[nodiscard]] double TypedNumber(const std::string& p_strText) const;
@@ -127,5 +130,6 @@ private:
     bool m_bEditCovers = false;
     int m_iEditWidth;
     int m_iButtonWidth;
-    int m_iWheelRest = 0;  ///< what smooth wheels have turned since the last whole notch
+    bool m_bFocusLent = false;  ///< the focus is elsewhere for a while, the text not yet checked
+    int m_iWheelRest = 0;       ///< what smooth wheels have turned since the last whole notch
 };

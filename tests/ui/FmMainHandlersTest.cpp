@@ -9,6 +9,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -111,6 +112,43 @@ TEST_F(FmMainHandlersTest, AClickOnAnotherTabChecksWhatWasTyped) {
     m_objBoxes.Expect("It is a value that exceeds the useful range. ");
     ClickTab(2);
     EXPECT_EQ(Shown("SeFeedAdj"), "12.3");
+}
+
+TEST_F(FmMainHandlersTest, NoButtonStartsAnythingOverAFieldThatIsRefused) {
+    m_objWindow.Choose("cmbInterface", Lan);
+    ASSERT_TRUE(m_objWindow.SetUp("127.0.0.1"));
+    m_objCalls.Forget();
+    for (const char* const strButton :
+         {"btnGetStatus", "btnSetup", "btnLoad", "btnSave", "btnRead", "btnSet"}) {
+        m_objWindow.Type("SeToneAdjT", "11");
+        m_objBoxes.Expect("It is a value that exceeds the useful range. ");
+        m_objWindow.Click(strButton);
+        m_objBoxes.Verify();
+        EXPECT_EQ(Shown("SeToneAdjT"), "0") << strButton;
+    }
+    EXPECT_EQ(m_objCalls.All(), std::vector<std::string>());
+}
+
+TEST_F(FmMainHandlersTest, AFieldThatWasLeftForTheMenuBarIsCheckedAsWell) {
+    m_objWindow.Choose("cmbInterface", Lan);
+    ASSERT_TRUE(m_objWindow.SetUp("127.0.0.1"));
+    m_objCalls.Forget();
+    const std::function<void()> fnWaysOn[]{
+        [this] { m_objWindow.Click("btnSet"); },
+        [this] { QTest::mouseClick(&m_objWindow.Field("SeToneAdjD"), Qt::LeftButton); },
+        [this] { QTest::keyClick(&m_objWindow.Form(), Qt::Key_Alt), m_objWindow.Click("btnSet"); },
+    };
+    for (const auto& fnGoOn : fnWaysOn) {
+        m_objWindow.Type("SeToneAdjT", "11");
+        QTest::keyClick(&m_objWindow.Form(), Qt::Key_Alt);
+        ASSERT_TRUE(m_objWindow.Form().menuBar()->hasFocus());
+        EXPECT_EQ(Shown("SeToneAdjT"), "11");
+        m_objBoxes.Expect("It is a value that exceeds the useful range. ");
+        fnGoOn();
+        m_objBoxes.Verify();
+        EXPECT_EQ(Shown("SeToneAdjT"), "0");
+    }
+    EXPECT_EQ(m_objCalls.All(), std::vector<std::string>());
 }
 
 TEST_F(FmMainHandlersTest, AnExchangeSwitchesExactlyTheActionButtons) {

@@ -3,7 +3,10 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -249,12 +252,12 @@ TEST_F(UCSpinEditLeavingTest, CommitTextIsTheSameCheckAtOnce) {
     EXPECT_TRUE(m_Se->CommitText());
 }
 
-TEST_F(UCSpinEditLeavingTest, TheFocusedFieldOfAWindowCanBeCommitted) {
+TEST_F(UCSpinEditLeavingTest, TheEditedFieldOfAWindowCanBeCommitted) {
     Type("51");
     ExpectRangeBox();
-    EXPECT_FALSE(UCSpinEdit::CommitFocusedField(m_objWindow));
+    EXPECT_FALSE(UCSpinEdit::CommitEditedField(m_objWindow));
     m_objOther->setFocus();
-    EXPECT_TRUE(UCSpinEdit::CommitFocusedField(m_objWindow));
+    EXPECT_TRUE(UCSpinEdit::CommitEditedField(m_objWindow));
 }
 
 TEST_F(UCSpinEditLeavingTest, EveryWayOutInsideTheWindowCounts) {
@@ -279,15 +282,72 @@ TEST_F(UCSpinEditLeavingTest, AClickOnAnotherFieldCounts) {
     EXPECT_EQ(Shown(), "33");
 }
 
-TEST_F(UCSpinEditLeavingTest, AnotherWindowOrAPopupInFrontDoesNot) {
+TEST_F(UCSpinEditLeavingTest, AMenuInFrontDoesNot) {
+    QMenu objMenu;
+    objMenu.addAction("Copy");
+    Type("99");
+    objMenu.popup(m_objWindow.mapToGlobal(QPoint()));
+    ASSERT_TRUE(objMenu.isVisible());
+    EXPECT_EQ(Shown(), "99");
+    objMenu.close();
+    EXPECT_EQ(Shown(), "99");
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+    ExpectRangeBox();
+    Leave();
+    EXPECT_EQ(Shown(), "10");
+}
+
+TEST_F(UCSpinEditLeavingTest, FocusThatWasLentAndGoesOnElsewhereCounts) {
     for (const auto iReason :
          {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason, Qt::MenuBarFocusReason}) {
         m_Se->setFocus();
         Type("99");
+        ExpectRangeBox();
         m_objOther->setFocus(iReason);
-        EXPECT_EQ(Shown(), "99") << iReason;
+        EXPECT_EQ(Shown(), "10") << iReason;
     }
-    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
+/// The same with a menu bar, which Alt gives the focus to.
+class UCSpinEditMenuBarTest : public UCSpinEditLeavingTest {
+protected:
+    void SetUp() override {
+        m_objBar.addMenu("File(&F)")->addAction("Exit(&E)");
+        m_objWindow.layout()->setMenuBar(&m_objBar);
+        UCSpinEditLeavingTest::SetUp();
+        Type("99");
+        QTest::keyClick(&m_objWindow, Qt::Key_Alt);
+        ASSERT_TRUE(m_objBar.hasFocus());
+        EXPECT_EQ(Shown(), "99");
+        EXPECT_TRUE(m_objBoxes.Shown().empty());
+    }
+    void TearDown() override { m_objWindow.layout()->setMenuBar(nullptr); }
+
+private:
+    QMenuBar m_objBar;
+};
+
+TEST_F(UCSpinEditMenuBarTest, GoesOnBeingEditedWhenItHasTheFocusBack) {
+    QTest::keyClick(&m_objWindow, Qt::Key_Alt);
+    ASSERT_TRUE(m_Se->hasFocus());
+    EXPECT_EQ(Shown(), "99");
+    ExpectRangeBox();
+    Leave();
+    EXPECT_EQ(Shown(), "10");
+}
+
+TEST_F(UCSpinEditMenuBarTest, IsCheckedWhenTheFocusGoesElsewhere) {
+    ExpectRangeBox();
+    QTest::mouseClick(m_objOther, Qt::LeftButton);
+    ASSERT_TRUE(m_objOther->hasFocus());
+    EXPECT_EQ(Shown(), "10");
+}
+
+TEST_F(UCSpinEditMenuBarTest, IsCheckedByAHandlerMeanwhile) {
+    ExpectRangeBox();
+    EXPECT_FALSE(UCSpinEdit::CommitEditedField(m_objWindow));
+    EXPECT_EQ(Shown(), "10");
+    EXPECT_TRUE(UCSpinEdit::CommitEditedField(m_objWindow)) << "once is enough";
 }
 
 TEST_F(UCSpinEditLeavingTest, AWindowThatReallyComesInFrontDoesNot) {
