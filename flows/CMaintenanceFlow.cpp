@@ -36,8 +36,10 @@ void CMaintenanceFlow::RunHeadCheck() {
         m_objExchange.Pause(PauseSeconds);
         return;
     }
-    const CBusy::Flow objFlow(m_objBusy);
-    m_objExchange.Pause(UsbHeadCheckSeconds);
+    {
+        const CBusy::Flow objFlow(m_objBusy);
+        m_objExchange.Pause(UsbHeadCheckSeconds);
+    }
     m_objRouter.ExpectHeadCheck();
     m_objExchange.RequestStatus();
 }

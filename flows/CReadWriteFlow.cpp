@@ -17,6 +17,19 @@ constexpr std::array<std::int16_t, 3> ReadOrder{MAnswer::Adjustment, MAnswer::Pa
 
 constexpr std::array<std::int16_t, 2> SetOrder{MCommand::SetParameter, MCommand::SetAdjustment};
 
+/// The time in which settings that come are those that were asked for.
+class CReading {
+public:
+    explicit CReading(CCommandExchange& p_objExchange)
+        : m_objExchange(p_objExchange) {}
+    ~CReading() { m_objExchange.EndReading(); }
+    CReading(const CReading&) = delete;
+    CReading& operator=(const CReading&) = delete;
+
+private:
+    CCommandExchange& m_objExchange;
+};
+
 }  // namespace
 
 CReadWriteFlow::CReadWriteFlow(const CItemManager& p_objItemManager,
@@ -49,6 +62,7 @@ void CReadWriteFlow::LanSet() {
 
 void CReadWriteFlow::ReadGroups() {
     const CBusy::Flow objFlow(m_objBusy);
+    const CReading objReading(m_objExchange);
     for (const std::int16_t iGroup : ReadOrder) {
         if (!m_objExchange.ReadGroup(iGroup)) {
             return;
@@ -74,6 +88,7 @@ void CReadWriteFlow::SetGroups() {
 
 void CReadWriteFlow::ReadLanGroup() {
     const CBusy::Flow objFlow(m_objBusy);
+    const CReading objReading(m_objExchange);
     if (!m_objExchange.ReadGroup(MAnswer::Lan)) {
         return;
     }

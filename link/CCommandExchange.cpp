@@ -81,8 +81,7 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
 bool CCommandExchange::SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                                 AwaitedAnswer p_iAwaited, std::string& p_strError) {
     if (p_iAwaited != AwaitedAnswer::Settings) {
-        // Settings that an earlier read has asked for come too late, and fill no item any more.
-        m_objRouter.SetAnswerSelector(MAnswer::NoGroup);
+        EndReading();
     }
     Bytes objCommand;
     std::int16_t iReceivedCount = 0;
@@ -96,39 +95,66 @@ bool CCommandExchange::Send(const std::string& p_strCommand) {
     return SendText(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
 }
 
-bool CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                               AwaitedAnswer p_iAwaited) {
+bool CCommandExchange::Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                               AwaitedAnswer p_iAwaited, std::string& p_strError) {
     // The active interface may change while the command goes out; the answer comes on its link.
     const bool bWaits = m_objInterface.GetActiveInterface() == CInterface::LanInterface;
-    std::string strError;
-    const bool bSent = SendText(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
-    // On USB the link may have words although the command went out: no answer came. A read has
-    // failed then; to any other command the answer does not matter.
-    const bool bFailed = !bSent || (!strError.empty() && p_iAwaited == AwaitedAnswer::Settings);
-    if (bFailed) {
-        if (!strError.empty()) {
-            m_objMessageBox.Show(strError, MessageIcon::Exclamation);
-        }
+    if (!SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError)) {
         return false;
     }
+    // On USB the link may have words although the command went out: no answer came. A read has
+    // failed then; to any other command the answer does not matter.
+    if (p_iAwaited == AwaitedAnswer::Settings && !p_strError.empty()) {
+        return false;
+    }
+    p_strError.clear();
     return !bWaits || WaitReply(ReplySeconds);
+}
+
+void CCommandExchange::ShowFailure(const std::string& p_strError) {
+    if (!p_strError.empty()) {
+        m_objMessageBox.Show(p_strError, MessageIcon::Exclamation);
+    }
+}
+
+bool CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                               AwaitedAnswer p_iAwaited) {
+    std::string strError;
+    const bool bDone = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
+    ShowFailure(strError);
+    return bDone;
+}
+
+bool CCommandExchange::RequestAlone(const std::string& p_strCommand) {
+    std::string strError;
+    bool bDone = false;
+    {
+        const CBusy::Flow objFlow(m_objBusy);
+        bDone = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
+    }
+    ShowFailure(strError);
+    return bDone;
 }
 
 bool CCommandExchange::ReadGroup(std::int16_t p_iGroup) {
     m_objRouter.SetAnswerSelector(p_iGroup);
-    const bool bRead = Request(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
-                               AwaitedAnswer::Settings);
+    std::string strError;
+    const bool bRead = Attempt(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
+                               AwaitedAnswer::Settings, strError);
     EndBusy();
+    ShowFailure(strError);
     return bRead;
+}
+
+void CCommandExchange::EndReading() {
+    m_objRouter.SetAnswerSelector(MAnswer::NoGroup);
 }
 
 bool CCommandExchange::RequestStatus() {
     m_objView.ShowStatus({});
-    const CBusy::Flow objFlow(m_objBusy);
-    return Request(MCommand::StatusRequest, MAnswer::StatusLength, AwaitedAnswer::Any);
+    return RequestAlone(MCommand::StatusRequest);
 }
 
 bool CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
-    const CBusy::Flow objFlow(m_objBusy);
-    return Request(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any);
+    return RequestAlone(p_strCommand);
 }

@@ -66,17 +66,25 @@ public:
                  AwaitedAnswer p_iAwaited);
 
     /// Asks for the settings of group p_iGroup, which fill that group's items when they come.
-    /// On the LAN link and on USB the printer has answered when this returns true. Ends with
-    /// EndBusy.
+    /// On the LAN link and on USB the printer has answered when this returns true. Runs EndBusy,
+    /// then shows what the link says of a failure.
     bool ReadGroup(std::int16_t p_iGroup);
 
-    /// Clears the status shown and asks for it; the buttons are disabled meanwhile.
+    /// No more settings are awaited: those that still come fill no item.
+    void EndReading();
+
+    /// Clears the status shown and asks for it; the buttons are disabled meanwhile, and enabled
+    /// again when a failure of the link is shown.
     bool RequestStatus();
 
-    /// Sends a maintenance command; the buttons are disabled meanwhile.
+    /// Sends a maintenance command; the buttons as with RequestStatus.
     bool SendMaintenance(const std::string& p_strCommand);
 
 private:
+    bool RequestAlone(const std::string& p_strCommand);
+    bool Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                 AwaitedAnswer p_iAwaited, std::string& p_strError);
+    void ShowFailure(const std::string& p_strError);
     bool SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                   AwaitedAnswer p_iAwaited, std::string& p_strError);
     bool WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds);

@@ -41,6 +41,7 @@ bool CLanLink::Open() {
     if (m_objWaiter.MustStop()) {
         return false;
     }
+    m_bHasConnected = false;
     m_objState.m_iConnected = 0;
     m_objState.m_iSendComplete = 0;
     m_objState.m_iLinkError = 0;
@@ -50,7 +51,7 @@ bool CLanLink::Open() {
     m_objSocket.Connect();
     const CBusy::Flow objFlow(m_objBusy);
     while (m_objWaiter.Yield()) {
-        if (m_objState.m_iConnected == 1) {
+        if (m_bHasConnected) {
             return true;
         }
         if (m_objState.m_iLinkError == -1) {
@@ -110,6 +111,7 @@ void CLanLink::SetRemote() {
 }
 
 void CLanLink::OnConnect() {
+    m_bHasConnected = true;
     m_objState.m_iConnected = 1;
 }
 

@@ -22,6 +22,7 @@ public:
 
     /// Connects to the address and port of CInterface, the buttons disabled meanwhile. Has no
     /// time limit of its own: the socket's failure to connect ends it, with "'LAN' Open Error !!".
+    /// True also when the printer has taken the connection and closed it at once.
     bool Open() override;
 
     bool Close() override;
@@ -49,4 +50,6 @@ private:
     CBusy& m_objBusy;
     CWaiter& m_objWaiter;
     IMessageBox& m_objMessageBox;
+    /// Also when the printer has closed again since: one yield holds both where a box stood in it.
+    bool m_bHasConnected = false;
 };

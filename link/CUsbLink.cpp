@@ -66,7 +66,13 @@ bool CUsbLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
         }
         return false;
     }
-    return SendUsb(p_objCommand) && ReceiveAnswer(p_objReceiveBuffer, p_strError, p_iReceivedCount);
+    try {
+        return SendUsb(p_objCommand) &&
+               ReceiveAnswer(p_objReceiveBuffer, p_strError, p_iReceivedCount);
+    } catch (...) {
+        Close();  // other programs must get at the printer
+        throw;
+    }
 }
 
 bool CUsbLink::SendUsb(const Bytes& p_objBytes) {

@@ -21,6 +21,7 @@ public:
         : m_objEventLoop(p_objEventLoop) {}
 
     std::int32_t m_iOpenResult = Opened;
+    bool m_bGoesAtOnce = false;            ///< true: opens, and is gone the next moment
     bool m_bRefusesOutput = false;         ///< true: Output says no
     bool m_bRaisesSendEvents = true;       ///< whether a byte that has left raises an event
     bool m_bClearToSend = true;            ///< the line, as it is now
@@ -103,7 +104,7 @@ public:
 
     std::int32_t Open() override {
         m_strCalls.emplace_back("open");
-        m_bOpen = m_iOpenResult == Opened;
+        m_bOpen = m_iOpenResult == Opened && !m_bGoesAtOnce;
         return m_iOpenResult;
     }
 

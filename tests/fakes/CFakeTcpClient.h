@@ -66,6 +66,14 @@ public:
         m_objArrived.insert(m_objArrived.end(), p_strBytes.begin(), p_strBytes.end());
     }
 
+    /// The other side takes the connection, whatever m_iConnectResult says.
+    void ConnectNow() {
+        m_bConnected = true;
+        if (m_objEvents != nullptr) {
+            m_objEvents->OnConnect();
+        }
+    }
+
     void PeerCloses() {
         m_bConnected = false;
         if (m_objEvents != nullptr) {

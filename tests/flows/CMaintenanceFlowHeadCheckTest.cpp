@@ -68,6 +68,16 @@ TEST_F(CMaintenanceFlowHeadCheckTest, HeadCheckPausesASecondOverTheSerialPort) {
     EXPECT_EQ(m_objPort.Sent(), "{HD001,A|}");
 }
 
+TEST_F(CMaintenanceFlowHeadCheckTest, HeadCheckPausesAlthoughNothingCouldBeSent) {
+    ExpectSendError();  // the LAN is not connected
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    m_objFlow.HeadCheck();
+    EXPECT_EQ(m_objClock.Elapsed() - iBefore, PauseMilliseconds);
+    m_objInterface.SetActiveInterface(Serial);  // and that is closed
+    m_objFlow.HeadCheck();
+    EXPECT_EQ(m_objClock.Elapsed() - iBefore, 2 * PauseMilliseconds);
+}
+
 TEST_F(CMaintenanceFlowHeadCheckTest, AHeadChecksLateAnswerOverTheSerialPortStillGoesToItsLabel) {
     OpenComQuietly();
     m_objFlow.HeadCheck();
@@ -184,6 +194,8 @@ TEST_F(CMaintenanceFlowHeadCheckTest, AUsbHeadCheckThatCannotSendShowsEachFailur
     UseUsb();
     m_objUsbLink.m_bSends = false;
     m_objUsbLink.m_strWords = "USB Device not ready !!";
+    m_objMessageBox.WhileShown(
+        [this](const auto& /*p_objBox*/) { EXPECT_TRUE(m_objView.AreControlsEnabled()); });
     for (int i = 0; i < 2; ++i) {
         m_objMessageBox.Expect("USB Device not ready !!", MessageIcon::Exclamation,
                                "Varden Setting Tool");

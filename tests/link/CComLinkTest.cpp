@@ -69,6 +69,12 @@ protected:
 
 // Opening and closing.
 
+TEST_F(CComLinkTest, APortThatHasOpenedAndIsGoneIsNotOpen) {
+    m_objPort.m_bGoesAtOnce = true;
+    EXPECT_FALSE(m_objComLink.Open());
+    EXPECT_EQ(m_objEventLoop.Yields(), 0);
+}
+
 TEST_F(CComLinkTest, OpensInItsOrderAndYieldsOnce) {
     EXPECT_TRUE(m_objComLink.Open());
     EXPECT_EQ(m_objPort.m_strCalls,

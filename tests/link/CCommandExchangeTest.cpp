@@ -116,6 +116,29 @@ TEST_P(CCommandExchangeOperationTest, ASilentPrinterTimesOutJustAfterFiveSeconds
     EXPECT_EQ(m_objSocket.m_strSent.size(), 1U);
 }
 
+TEST_P(CCommandExchangeOperationTest, TheTimeOutIsShownBeforeTheButtonsAreEnabled) {
+    Connect();
+    m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
+    m_objExchange.BeginBusy();
+    ExpectTimeOut();
+    m_objMessageBox.WhileShown(
+        [this](const auto& /*p_objBox*/) { EXPECT_FALSE(m_objView.AreControlsEnabled()); });
+    EXPECT_FALSE(Run());
+}
+
+TEST_P(CCommandExchangeOperationTest, AFailureToSendIsShownWithTheButtonsEnabledButInAFlow) {
+    m_objMessageBox.Expect("'LAN' Send Error !!", MessageIcon::Exclamation);
+    m_objMessageBox.WhileShown(
+        [this](const auto& /*p_objBox*/) { EXPECT_TRUE(m_objView.AreControlsEnabled()); });
+    EXPECT_FALSE(Run());
+
+    m_objMessageBox.Expect("'LAN' Send Error !!", MessageIcon::Exclamation);
+    m_objMessageBox.WhileShown(
+        [this](const auto& /*p_objBox*/) { EXPECT_FALSE(m_objView.AreControlsEnabled()); });
+    const CBusy::Flow objFlow(m_objBusy);
+    EXPECT_FALSE(Run());
+}
+
 TEST_P(CCommandExchangeOperationTest, AnAnswerAfterFiveSecondsIsTooLate) {
     Connect();
     m_objPrinter.m_iDelay = Step + ReplyMilliseconds + Step;

@@ -78,6 +78,29 @@ TEST_F(CLanLinkTest, OpeningClearsTheFlags) {
     EXPECT_FALSE(m_objLanLink.Open());
 }
 
+TEST_F(CLanLinkTest, APrinterThatClosesRightBehindItsConnectEndsTheOpening) {
+    // One yield holds both where a box stands in it.
+    m_objSocket.m_iConnectResult = ConnectResult::Never;
+    m_objEventLoop.AtYield(1, [this] {
+        m_objSocket.ConnectNow();
+        m_objSocket.PeerCloses();
+    });
+    m_objEventLoop.AtYield(3, [this] { m_objEventLoop.RequestClose(); });
+    EXPECT_TRUE(m_objLanLink.Open());
+    EXPECT_EQ(m_objEventLoop.Yields(), 1);
+    EXPECT_EQ(m_objState.m_iConnected, 0);
+    EXPECT_TRUE(m_objView.AreControlsEnabled());
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, SendError);
+}
+
+TEST_F(CLanLinkTest, AnEarlierConnectionDoesNotStandForTheNext) {
+    Connect();
+    m_objSocket.m_iConnectResult = ConnectResult::Never;
+    m_objEventLoop.After(1000, [this] { m_objEventLoop.RequestClose(); });
+    EXPECT_FALSE(m_objLanLink.Open());
+}
+
 TEST_F(CLanLinkTest, AFailureToConnectIsDescribedThenReported) {
     m_objSocket.m_iConnectResult = ConnectResult::Fails;
     m_objSocket.m_objConnectError = Refused();
@@ -115,6 +138,23 @@ TEST_F(CLanLinkTest, AnErrorClosesTheSocketAroundItsBoxAndSetsTheRemoteAgain) {
     EXPECT_EQ(m_objState.m_iConnected, 0);
     EXPECT_EQ(m_objState.m_iLinkError, -1);
     EXPECT_TRUE(m_objView.AreControlsEnabled());
+}
+
+TEST_F(CLanLinkTest, AnErrorEndsTheBusyStateBeforeItSetsItsFlag) {
+    Connect();
+    m_objBusy.BeginBusy();
+    m_objView.m_bEnabled.clear();
+    m_objMessageBox.Expect("Number=0  \r\nScode=0\r\nSource=\r\nHelpFile=\r\nHelpContext=0\r\n"
+                           "CancelDisplay=False");
+    m_objMessageBox.WhileShown(
+        [this](const auto& /*p_objBox*/) { EXPECT_TRUE(m_objBusy.IsBusy()); });
+    m_objView.m_fnSetControlsEnabled = [this](bool /*p_bEnabled*/) {
+        EXPECT_EQ(m_objState.m_iLinkError, 0);
+    };
+    m_objSocket.Break({});
+    EXPECT_EQ(m_objView.m_bEnabled, Told{true});
+    EXPECT_FALSE(m_objBusy.IsBusy());
+    EXPECT_EQ(m_objState.m_iLinkError, -1);
 }
 
 TEST_F(CLanLinkTest, AnErrorWithNoWayToSetTheRemoteStillSetsItsFlag) {

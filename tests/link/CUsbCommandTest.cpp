@@ -107,9 +107,13 @@ TEST_F(CUsbCommandTest, SettingsThatAreTooShortThrow) {
 }
 
 TEST_F(CUsbCommandTest, TheReceiveLengthBoundsTheAnswer) {
-    // Half of it and one more: with 40 the last of the group's bytes has no place any more.
+    // Half of it and one more: two bytes of header and the group's 21 need a length of 44.
+    for (const auto iLength : std::vector<std::int16_t>{40, 42, 43}) {
+        SCOPED_TRACE(iLength);
+        AnswerWith(Frame + MWire::Settings(1));
+        EXPECT_THROW(SendCommand(1, iLength), std::out_of_range);
+    }
     AnswerWith(Frame + MWire::Settings(1));
-    EXPECT_THROW(SendCommand(1, 40), std::out_of_range);
     EXPECT_NO_THROW(SendCommand(1, 44));
 }
 
@@ -140,6 +144,14 @@ TEST_F(CUsbCommandTest, AReadWithoutAnAnswerShowsItAndHasFailed) {
     EXPECT_FALSE(ReadGroup(1));
     EXPECT_EQ(m_objMessageBox.BeepCount(), 1);
     EXPECT_TRUE(m_objView.AreControlsEnabled());
+}
+
+TEST_F(CUsbCommandTest, AStatusInPlaceOfSettingsIsShownAndIsAnAnswer) {
+    AnswerWith(MWire::Status("14"));
+    const std::string strBefore = MWire::StoredFields(m_objItemManager, 1);
+    EXPECT_TRUE(ReadGroup(1));
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{"NO RIBBON"});
+    EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), strBefore);
 }
 
 TEST_F(CUsbCommandTest, AReadOfAPrinterThatCannotBeHadShowsWhy) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -142,6 +143,36 @@ TEST_F(CUsbLinkTest, APrinterThatCannotBeHadIsToldInWordsAndGetsNothing) {
     }
     EXPECT_TRUE(m_objLibrary.m_strSent.empty());
     EXPECT_EQ(m_objEventLoop.Yields(), 0);
+}
+
+TEST_F(CUsbLinkTest, AnOpeningThatFailsWithoutWordsIsTriedAgainForTheSend) {
+    m_objLibrary.m_iOpenResults = {-9};
+    EXPECT_TRUE(Exchange());
+    EXPECT_EQ(m_strError, "");
+    EXPECT_EQ(m_objLibrary.m_strSent, Texts{"{WS|}"});
+
+    m_objLibrary.m_strSent.clear();
+    m_objLibrary.m_iOpenResults = {-9, -9};
+    m_objMessageBox.Expect(OpenError, MessageIcon::Critical);
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, "");
+    EXPECT_TRUE(m_objLibrary.m_strSent.empty());
+}
+
+TEST_F(CUsbLinkTest, AnEventThatFailsInAnyYieldLeavesThePrinterClosed) {
+    for (const std::int64_t iYield : {1, 2, 3, 4, 5}) {
+        SCOPED_TRACE(iYield);
+        m_objEventLoop.AtYield(m_objEventLoop.Yields() + iYield, [this] {
+            try {
+                throw std::runtime_error("an event has failed");
+            } catch (...) {
+                m_objWaiter.StoreFault();
+            }
+        });
+        m_objLibrary.m_strAnswers.clear();
+        EXPECT_THROW(Exchange(), std::runtime_error);
+        EXPECT_FALSE(m_objLibrary.IsOpen());
+    }
 }
 
 TEST_F(CUsbLinkTest, APrinterThatGoesBeforeTheSendShowsItsBox) {
