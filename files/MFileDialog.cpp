@@ -58,8 +58,7 @@ std::string ShowSaveFileDialog(IFileDialog& p_objFileDialog, CFileDialogRecord& 
         return {};
     }
     std::string strName = ChosenName(p_objRecord);
-    if (p_objRecord.m_iFilterIndex == FirstFilterPair && !strName.empty() &&
-        !strName.ends_with(strDotted)) {
+    if (p_objRecord.m_iFilterIndex == FirstFilterPair && !strName.ends_with(strDotted)) {
         strName += strDotted;
     }
     return strName;
