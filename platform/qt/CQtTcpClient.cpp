@@ -1,11 +1,11 @@
 #include "platform/qt/CQtTcpClient.h"
 
+#include "platform/qt/MSocketNumber.h"
 #include "platform/qt/MText.h"
 
 #include <QHostAddress>
 #include <QNetworkProxy>
 
-#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -14,30 +14,6 @@ namespace {
 /// What a socket holds of what has arrived until it is fetched; the system holds the rest back.
 constexpr qint64 ReadBufferBytes = 65536;
 constexpr std::int32_t HighestPort = 65535;
-
-struct Number {
-    QAbstractSocket::SocketError m_iToolkit;
-    std::int32_t m_iSystem;
-};
-
-/// The toolkit keeps the system's number to itself and tells a class of its own instead; these
-/// are the ones that stand for one number.
-constexpr std::array<Number, 5> Numbers{{
-    {QAbstractSocket::ConnectionRefusedError, ECONNREFUSED},
-    {QAbstractSocket::SocketAccessError, EACCES},
-    {QAbstractSocket::SocketResourceError, EMFILE},
-    {QAbstractSocket::SocketTimeoutError, ETIMEDOUT},
-    {QAbstractSocket::SocketAddressNotAvailableError, EADDRNOTAVAIL},
-}};
-
-std::int32_t SystemNumber(QAbstractSocket::SocketError p_iError) {
-    for (const Number& objNumber : Numbers) {
-        if (objNumber.m_iToolkit == p_iError) {
-            return objNumber.m_iSystem;
-        }
-    }
-    return 0;
-}
 
 }  // namespace
 
@@ -123,7 +99,8 @@ void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError) {
     if (m_bClosing || p_iError == QAbstractSocket::RemoteHostClosedError) {
         return;
     }
-    QueueError(SystemNumber(p_iError), MText::FromQt(m_objSocket.errorString()));
+    QueueError(MSocketNumber::Of(p_iError, m_objSocket.errorString()),
+               MText::FromQt(m_objSocket.errorString()));
 }
 
 void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescription) {
