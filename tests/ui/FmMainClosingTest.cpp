@@ -1,3 +1,4 @@
+#include "tests/MSanitizers.h"
 #include "tests/platform_qt/CRefusedPort.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
@@ -23,13 +24,8 @@ namespace {
 constexpr int PatienceMs = 20'000;
 
 // Well under a second. The sanitizers look for leaks when the program has ended.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr qint64 LongestEndMs = 900;
-constexpr qint64 LongestExitMs = 15'000;
-#else
-constexpr qint64 LongestEndMs = 500;
-constexpr qint64 LongestExitMs = 900;
-#endif
+constexpr qint64 LongestEndMs = MSanitizers::Address ? 900 : 500;
+constexpr qint64 LongestExitMs = MSanitizers::Address ? 15'000 : 900;
 
 /// Who is at the other end.
 enum class Printer : std::uint8_t {
