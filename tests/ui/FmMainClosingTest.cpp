@@ -62,6 +62,12 @@ const std::vector<Case> Cases{
     {"UnderTheRangeBox", "range-box", Printer::None, ""},
     {"UnderTheSetupDialog", "setup", Printer::None, ""},
     {"UnderTheAboutBox", "about", Printer::None, ""},
+    {"UnderTheSetupDialogInsideOfLanSet", "setup-in-lan-set", Printer::Silent, "{IP;2,192,168,010,020|}"},
+    {"UnderTheAboutBoxInsideOfLanSet", "about-in-lan-set", Printer::Silent, "{IP;2,192,168,010,020|}"},
+    {"UnderTheDialogOfSave", "save-dialog", Printer::None, ""},
+    {"UnderTheDialogOfLoad", "load-dialog", Printer::None, ""},
+    {"UnderTheQuestionBeforeOverwriting", "overwrite", Printer::None, ""},
+    {"UnderTheBoxThatTellsOfTheSaving", "saved", Printer::None, ""},
 };
 // clang-format on
 
@@ -184,7 +190,7 @@ TEST_P(FmMainClosingTest, EndsTheProgramAtOnce) {
     m_strOutput += m_objTool.readAllStandardOutput().toStdString();
     long long iEnd = -1;
     EXPECT_EQ(std::sscanf(m_strOutput.c_str(), "closing ended after %lld ms", &iEnd), 1)
-        << "a box appeared: " << m_strOutput;
+        << "more than the end came: " << m_strOutput;
     EXPECT_GE(iEnd, 0);
     EXPECT_LE(iEnd, LongestEndMs);
     EXPECT_EQ(Received(), GetParam().m_strSent);
