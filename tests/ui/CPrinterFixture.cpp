@@ -4,6 +4,8 @@
 #include <QHostAddress>
 #include <QTcpSocket>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int LanPosition = 1;
@@ -21,10 +23,21 @@ CPrinterFixture::CPrinterFixture(Pace p_iPace)
     });
 }
 
+const IClock& CPrinterFixture::Clock(Pace p_iPace) const {
+    switch (p_iPace) {
+    case Pace::Hasty:
+        return m_objHastyClock;
+    case Pace::ByHand:
+        return m_objHandClock;
+    case Pace::Real:
+        break;
+    }
+    return m_objClock;
+}
+
 CPlatform CPrinterFixture::Platform(Pace p_iPace) {
-    const IClock& objRealClock = m_objClock;
-    const IClock& objClock = p_iPace == Pace::Real ? objRealClock : m_objHastyClock;
-    return {{m_objEventLoop, objClock, m_objBoxes, m_objNetwork, m_objSerialPort, m_objUsbLibrary},
+    return {{m_objEventLoop, Clock(p_iPace), m_objBoxes, m_objNetwork, m_objSerialPort,
+             m_objUsbLibrary},
             m_objFileDialog,
             m_objFileStore,
             QDir::tempPath().toStdString()};
@@ -68,6 +81,14 @@ std::vector<std::string> CPrinterFixture::Sent() const {
     strCommands.erase(strCommands.begin(),
                       strCommands.begin() + static_cast<std::ptrdiff_t>(m_iTaught));
     return strCommands;
+}
+
+std::size_t CPrinterFixture::AnswerCount() const {
+    const auto& strLines = m_objPrinter.Lines();
+    return static_cast<std::size_t>(
+        std::count_if(strLines.begin(), strLines.end(), [](const std::string& p_strLine) {
+            return p_strLine.find("< <01>") != std::string::npos;
+        }));
 }
 
 std::vector<qint64> CPrinterFixture::Gaps() const {

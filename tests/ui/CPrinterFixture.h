@@ -7,6 +7,7 @@
 #include "platform/qt/CQtTcpClient.h"
 #include "tests/fakes/CAbsentSerialPort.h"
 #include "tests/fakes/CAbsentUsbLibrary.h"
+#include "tests/fakes/CFakeClock.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/CHastyClock.h"
 #include "tests/simulator/CSimulatorProcess.h"
@@ -23,15 +24,19 @@
 #include <vector>
 
 /// The open main window and a printer made of software in its own process, over real TCP, in real
-/// time unless the test is in a hurry. Only the message boxes are scripted.
+/// time unless the test has it pass otherwise. Only the message boxes are scripted.
 class CPrinterFixture : public ::testing::Test {
 protected:
     /// Both send it when nothing was changed.
     static constexpr const char* DefaultParameters = "{Z2;1,00210121+0001B0A00000B0000000000100|}";
     static constexpr const char* DefaultAdjustments = "{Z2;2,+000+000+00+000+00+00-00-001014|}";
 
-    /// How fast the time passes that the window measures its waits and pauses by.
-    enum class Pace : std::uint8_t { Real, Hasty };
+    /// How the time passes that the window measures its waits and pauses by.
+    enum class Pace : std::uint8_t {
+        Real,
+        Hasty,   ///< ten times as fast
+        ByHand,  ///< only when the test moves m_objHandClock
+    };
 
     explicit CPrinterFixture(Pace p_iPace = Pace::Real);
 
@@ -51,6 +56,9 @@ protected:
 
     /// The commands that the window has sent.
     [[nodiscard]] std::vector<std::string> Sent() const;
+
+    /// How many status answers the printer has sent.
+    [[nodiscard]] std::size_t AnswerCount() const;
 
     /// Notes from now on when commands arrive.
     void WatchArrivals();
@@ -73,6 +81,7 @@ protected:
     CQtEventLoop m_objEventLoop;
     CQtClock m_objClock;
     CHastyClock m_objHastyClock{10};
+    CFakeClock m_objHandClock;
     CFakeMessageBox m_objBoxes;
     CQtTcpClient m_objNetwork;
     CAbsentSerialPort m_objSerialPort;
@@ -82,6 +91,7 @@ protected:
     CMainWindow m_objWindow;
 
 private:
+    [[nodiscard]] const IClock& Clock(Pace p_iPace) const;
     CPlatform Platform(Pace p_iPace);
 
     QTimer m_objWatch;

@@ -16,6 +16,16 @@ struct Named {
     const char* m_strCaption;
 };
 
+constexpr int AboveTheTabs = -1;
+
+/// A button or a label of results, and where it stands.
+struct Standing {
+    const char* m_strName;
+    const char* m_strCaption;  ///< after the start
+    const char* m_strFrame;    ///< null: in none
+    int m_iTab;
+};
+
 struct Field {
     const char* m_strFrame;
     const char* m_strName;
@@ -42,25 +52,30 @@ const std::vector<Named> Frames{
     {"FrLan", "LAN"},
 };
 
-const std::vector<Named> Buttons{
-    {"btnSetup", "Setup"},
-    {"btnGetStatus", "GET STATUS"},
-    {"btnRead", "READ"},
-    {"btnSet", "SET"},
-    {"btnLoad", "LOAD"},
-    {"btnSave", "SAVE"},
-    {"btnHeadCheck", "SEND"},
-    {"btnRamClear", "SEND"},
-    {"btnThresholdCalib", "SEND"},
-    {"btnReflect", "SEND"},
-    {"btnTrans", "SEND"},
-    {"btnPaperEnd", "SEND"},
-    {"btnTestPrint", "SEND"},
-    {"btnDiagPrint", "SEND"},
-    {"btnLanSet", "SET"},
-    {"btnLanRead", "READ"},
-    {"btnLanSave", "SAVE"},
-    {"btnLanLoad", "LOAD"},
+const std::vector<Standing> Buttons{
+    {"btnSetup", "Setup", "FrInterface", AboveTheTabs},
+    {"btnGetStatus", "GET STATUS", nullptr, AboveTheTabs},
+    {"btnRead", "READ", nullptr, 0},
+    {"btnSet", "SET", nullptr, 0},
+    {"btnLoad", "LOAD", nullptr, 0},
+    {"btnSave", "SAVE", nullptr, 0},
+    {"btnHeadCheck", "SEND", "FrHeadCheck", 1},
+    {"btnRamClear", "SEND", "FrRamClear", 1},
+    {"btnThresholdCalib", "SEND", "FrThresholdCalib", 1},
+    {"btnReflect", "SEND", "FrSensorAdjust", 1},
+    {"btnTrans", "SEND", "FrSensorAdjust", 1},
+    {"btnPaperEnd", "SEND", "FrSensorAdjust", 1},
+    {"btnTestPrint", "SEND", "FrTestPrint", 1},
+    {"btnDiagPrint", "SEND", "FmDiagPrint", 1},
+    {"btnLanSet", "SET", "FrLan", 2},
+    {"btnLanRead", "READ", "FrLan", 2},
+    {"btnLanSave", "SAVE", "FrLan", 2},
+    {"btnLanLoad", "LOAD", "FrLan", 2},
+};
+
+const std::vector<Standing> ResultLabels{
+    {"lblStatus", "", nullptr, AboveTheTabs},
+    {"lblHeadCheck", "", "FrHeadCheck", 1},
 };
 
 const std::vector<Field> Fields{
@@ -197,6 +212,25 @@ QString LabelOf(const QWidget& p_objFrame, const QWidget& p_objControl) {
     return {};
 }
 
+/// The tab that holds the control.
+int TabOf(const QTabWidget& p_objTabs, const QWidget& p_objControl) {
+    for (int i = 0; i < p_objTabs.count(); ++i) {
+        if (p_objTabs.widget(i)->isAncestorOf(&p_objControl)) {
+            return i;
+        }
+    }
+    return AboveTheTabs;
+}
+
+/// The name of the frame around the control; null when there is none.
+QString FrameOf(const QWidget& p_objControl) {
+    const QWidget* objParent = p_objControl.parentWidget();
+    while (objParent != nullptr && qobject_cast<const QGroupBox*>(objParent) == nullptr) {
+        objParent = objParent->parentWidget();
+    }
+    return objParent != nullptr ? objParent->objectName() : QString();
+}
+
 TEST_F(FmMainControlsTest, TheTitleIsTheProgramsName) {
     EXPECT_EQ(m_objWindow.Form().windowTitle(), "Varden Setting Tool");
 }
@@ -210,22 +244,32 @@ TEST_F(FmMainControlsTest, HasThreeTabs) {
 }
 
 TEST_F(FmMainControlsTest, EveryFrameStandsOnItsTab) {
-    const std::vector<int> iTabs{-1, 0, 0, 1, 1, 1, 1, 1, 1, 2};
-    auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    const std::vector<int> iTabs{AboveTheTabs, 0, 0, 1, 1, 1, 1, 1, 1, 2};
+    const auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
     for (std::size_t i = 0; i < Frames.size(); ++i) {
         SCOPED_TRACE(Frames[i].m_strName);
         const auto& Fr = m_objWindow.Get<QGroupBox>(Frames[i].m_strName);
         EXPECT_EQ(Fr.title(), Frames[i].m_strCaption);
-        for (int iTab = 0; iTab < objTabs.count(); ++iTab) {
-            EXPECT_EQ(objTabs.widget(iTab)->isAncestorOf(&Fr), iTab == iTabs[i]);
-        }
+        EXPECT_EQ(TabOf(objTabs, Fr), iTabs[i]);
     }
 }
 
 TEST_F(FmMainControlsTest, EveryButtonBearsItsCaption) {
-    for (const Named& objRow : Buttons) {
+    for (const Standing& objRow : Buttons) {
         EXPECT_EQ(m_objWindow.Button(objRow.m_strName).text(), objRow.m_strCaption)
             << objRow.m_strName;
+    }
+}
+
+TEST_F(FmMainControlsTest, EveryButtonAndResultLabelStandsInItsFrameAndOnItsTab) {
+    const auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    for (const auto* const objRows : {&Buttons, &ResultLabels}) {
+        for (const Standing& objRow : *objRows) {
+            SCOPED_TRACE(objRow.m_strName);
+            const auto& objControl = m_objWindow.Get<QWidget>(objRow.m_strName);
+            EXPECT_EQ(FrameOf(objControl), QString(objRow.m_strFrame));
+            EXPECT_EQ(TabOf(objTabs, objControl), objRow.m_iTab);
+        }
     }
 }
 
@@ -244,6 +288,18 @@ TEST_F(FmMainControlsTest, EveryLabelLeadsToItsField) {
                   QString(objRow.m_strLabel))
             << objRow.m_strName;
     }
+}
+
+TEST_F(FmMainControlsTest, OneLabelAmongTheParametersIsEmptyAndLeadsNowhere) {
+    int iEmpty = 0;
+    for (const auto* const lbl :
+         m_objWindow.Get<QGroupBox>("FrParameter").findChildren<QLabel*>()) {
+        if (lbl->text().isEmpty()) {
+            ++iEmpty;
+            EXPECT_EQ(lbl->buddy(), nullptr);
+        }
+    }
+    EXPECT_EQ(iEmpty, 1);
 }
 
 TEST_F(FmMainControlsTest, LabelsShowTheirTextAsItIsWritten) {
@@ -277,7 +333,7 @@ TEST_F(FmMainControlsTest, HasNoOtherFieldsAndButtons) {
     for (const Field& objRow : Fields) {
         strKnown.emplace_back(objRow.m_strName);
     }
-    for (const Named& objRow : Buttons) {
+    for (const Standing& objRow : Buttons) {
         strKnown.emplace_back(objRow.m_strName);
     }
     for (const auto* const objControl : m_objWindow.Form().findChildren<QWidget*>()) {
@@ -307,8 +363,10 @@ TEST_F(FmMainControlsTest, TheSensorStepsAreTold) {
 }
 
 TEST_F(FmMainControlsTest, TheResultLabelsAreEmptyAtFirst) {
-    EXPECT_EQ(m_objWindow.Get<QLabel>("lblStatus").text(), "");
-    EXPECT_EQ(m_objWindow.Get<QLabel>("lblHeadCheck").text(), "");
+    for (const Standing& objRow : ResultLabels) {
+        EXPECT_EQ(m_objWindow.Get<QLabel>(objRow.m_strName).text(), objRow.m_strCaption)
+            << objRow.m_strName;
+    }
 }
 
 TEST_F(FmMainControlsTest, AllOfItIsSetInArial) {

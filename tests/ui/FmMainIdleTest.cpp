@@ -1,3 +1,4 @@
+#include "tests/MSanitizers.h"
 #include "tests/ui/CPrinterFixture.h"
 
 #include <ctime>
@@ -5,11 +6,7 @@
 namespace {
 
 // The sanitizers make everything slower, waiting included.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr double MostLoad = 0.10;
-#else
-constexpr double MostLoad = 0.02;
-#endif
+constexpr double MostLoad = MSanitizers::Address ? 0.10 : 0.02;
 
 constexpr double NanosecondsPerSecond = 1e9;
 

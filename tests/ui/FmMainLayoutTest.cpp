@@ -153,6 +153,15 @@ TEST_F(FmMainLayoutTest, OpensNoLargerThanItMayAndThanTheScreen) {
     EXPECT_LE(objSize.height(), objScreen.height());
 }
 
+TEST_F(FmMainLayoutTest, TheInterfaceFrameAndTheStatusLineStandAboveTheTabs) {
+    const int iTop = PlaceIn(m_objWindow.Form(), Tabs()).top();
+    for (const char* strName : {"FrInterface", "btnGetStatus", "lblStatus"}) {
+        const auto& objControl = m_objWindow.Get<QWidget>(strName);
+        EXPECT_TRUE(objControl.isVisible()) << strName;
+        EXPECT_LT(PlaceIn(m_objWindow.Form(), objControl).bottom(), iTop) << strName;
+    }
+}
+
 TEST_F(FmMainLayoutTest, TheStartSizeHasRoomForEveryTab) {
     Resize(LargestStart);
     for (int i = 0; i < Tabs().count(); ++i) {

@@ -3,7 +3,6 @@
 
 #include <QTest>
 
-#include <algorithm>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -99,15 +98,6 @@ protected:
         EXPECT_EQ(Shown("lblHeadCheck"), "ON LINE");
         EXPECT_EQ(Shown("lblStatus"), "ON LINE");
         EXPECT_EQ(m_objBoxes.BeepCount(), 0);
-    }
-
-    /// How many answers the printer has sent.
-    [[nodiscard]] std::size_t AnswerCount() const {
-        const auto& strLines = m_objPrinter.Lines();
-        return static_cast<std::size_t>(
-            std::count_if(strLines.begin(), strLines.end(), [](const std::string& p_strLine) {
-                return p_strLine.find("< <01>") != std::string::npos;
-            }));
     }
 
     std::size_t m_iSeen = 0;

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -20,6 +21,9 @@ using FmMainReadSetTest = CPrinterFixture;
 /// Notes when the action buttons are disabled and enabled.
 class CSwitchLog : public QObject {
 public:
+    /// A button, and whether it became enabled.
+    using Switched = std::pair<QString, bool>;
+
     explicit CSwitchLog(CMainWindow& p_objWindow) {
         for (const QString& strName : CMainWindow::ActionButtons()) {
             p_objWindow.Button(strName).installEventFilter(this);
@@ -32,17 +36,31 @@ public:
         return objFound == m_bEnabled.end() ? std::vector<bool>() : objFound->second;
     }
 
+    /// All of it, in the order in which it happened.
+    [[nodiscard]] const std::vector<Switched>& All() const { return m_objAll; }
+
     bool eventFilter(QObject* p_objButton, QEvent* p_objEvent) override {
         if (p_objEvent->type() == QEvent::EnabledChange) {
-            m_bEnabled[p_objButton->objectName()].push_back(
-                qobject_cast<QWidget*>(p_objButton)->isEnabled());
+            const bool bEnabled = qobject_cast<QWidget*>(p_objButton)->isEnabled();
+            m_bEnabled[p_objButton->objectName()].push_back(bEnabled);
+            m_objAll.emplace_back(p_objButton->objectName(), bEnabled);
         }
         return false;
     }
 
 private:
     std::map<QString, std::vector<bool>> m_bEnabled;
+    std::vector<Switched> m_objAll;
 };
+
+/// Every action button, in the order in which they are switched.
+std::vector<CSwitchLog::Switched> AllSwitched(bool p_bEnabled) {
+    std::vector<CSwitchLog::Switched> objAll;
+    for (const QString& strName : CMainWindow::ActionButtons()) {
+        objAll.emplace_back(strName, p_bEnabled);
+    }
+    return objAll;
+}
 
 TEST_F(FmMainReadSetTest, ReadAsksForThreeGroupsASecondApartAndFillsThePage) {
     StartPrinter();
@@ -167,6 +185,31 @@ TEST_F(FmMainReadSetTest, ChoosingInterfacesOnTheWayDoesNotTouchTheButtons) {
     for (const QString& strName : CMainWindow::ActionButtons()) {
         EXPECT_EQ(objSwitches.Of(strName), (std::vector<bool>{false, true}))
             << strName.toStdString();
+    }
+}
+
+TEST_F(FmMainReadSetTest, TheButtonsAreDisabledAndEnabledInTheirOrderWhicheverHasTheFocus) {
+    m_objWindow.Choose("cmbInterface", Lan);
+    for (const char* strButton : {"btnGetStatus", "btnSet", "btnPaperEnd", "btnLanRead"}) {
+        SCOPED_TRACE(strButton);
+        m_objWindow.BringToFront(strButton);
+        m_objWindow.Button(strButton).setFocus();
+        const CSwitchLog objSwitches(m_objWindow);
+        // The command of "PAPER END" fails without a word.
+        std::vector<CSwitchLog::Switched> objExpected = AllSwitched(false);
+        if (QString(strButton) != "btnPaperEnd") {
+            ExpectSendErrorBox();
+            m_objBoxes.WhileShown(
+                [&](const auto&) { EXPECT_EQ(objSwitches.All(), AllSwitched(false)); });
+        }
+        QTest::keyClick(&m_objWindow.Button(strButton), Qt::Key_Space);
+        m_objBoxes.WhileShown(nullptr);
+        m_objBoxes.Verify();
+        EXPECT_TRUE(m_objWindow.Button(strButton).hasFocus());
+        for (const auto& objSwitched : AllSwitched(true)) {
+            objExpected.push_back(objSwitched);
+        }
+        EXPECT_EQ(objSwitches.All(), objExpected);
     }
 }
 

@@ -4,16 +4,20 @@
 //   varden_closing_driver SCENE PORT
 //
 // Prints "closing" when the window is closed, then "appeared <what>" for each window that still
-// opens, and at the end "ended after <n> ms", counted from the closing. Its exit code is the
-// tool's.
+// opens, "files changed" when the closing has changed any, and at the end "ended after <n> ms",
+// counted from the closing. Its exit code is the tool's.
 
 #include "platform/qt/CQtPlatform.h"
+#include "tests/platform_qt/CFileDialogDriver.h"
+#include "tests/platform_qt/CFolder.h"
 #include "tests/ui/CMainWindow.h"
+#include "tests/ui/CModalAnswer.h"
 #include "tests/ui/closing/CLateSender.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -22,10 +26,14 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace {
 
 constexpr int Lan = 1;
+constexpr const char* OldFile = "old.dt1";
+constexpr const char* NewFile = "new.dt1";
 constexpr int LookEveryMs = 10;
 constexpr int MomentMs = 250;  // so that the wait is well under way
 
@@ -46,6 +54,11 @@ bool IsInFront(const char* p_strClass) {
     return objModal != nullptr && objModal->isVisible() && objModal->inherits(p_strClass);
 }
 
+bool IsBoxInFront(const char* p_strText) {
+    const auto* const objBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return objBox != nullptr && objBox->isVisible() && objBox->text() == p_strText;
+}
+
 /// What is done, and how it shows that the window has got there.
 struct Scene {
     std::function<void()> m_fnDrive;
@@ -55,8 +68,10 @@ struct Scene {
 
 class CDriver {
 public:
-    CDriver(CMainWindow& p_objWindow, const QString& p_strScene)
-        : m_objWindow(p_objWindow) {
+    /// p_objFolder is where the file dialogs open.
+    CDriver(CMainWindow& p_objWindow, const CFolder& p_objFolder, const QString& p_strScene)
+        : m_objWindow(p_objWindow)
+        , m_objFolder(p_objFolder) {
         const auto fnClose = [this] { m_objWindow.Form().close(); };
         const auto fnBusy = [this] {
             return m_bPressed && !m_objWindow.Button("btnSetup").isEnabled() &&
@@ -64,6 +79,13 @@ public:
         };
         const auto fnBox = [] { return IsInFront("QMessageBox"); };
         const auto fnPressed = [this] { return m_bPressed; };
+        const auto fnSetup = [this] { return m_bPressed && IsInFront("FmInterfaceSetup"); };
+        const auto fnAbout = [] { return IsInFront("FmAbout"); };
+        const auto fnFileDialog = [this] { return m_bTyped && IsInFront("QFileDialog"); };
+        const auto fnQuestion = [] {
+            return IsBoxInFront("The file already exists. Do you overwrite?");
+        };
+        const auto fnSaved = [] { return IsBoxInFront("Normal termination"); };
         const auto fnRead = [this] { Connect(), Press("btnRead"); };
         const std::map<QString, Scene> objScenes{
             {"idle", {[this] { m_bPressed = true; }, fnPressed, fnClose}},
@@ -76,12 +98,15 @@ public:
             {"connect-error", {[this] { Connect(); }, fnBox, fnClose}},
             {"send-error", {[this] { Choose(), Press("btnRead"); }, fnBox, fnClose}},
             {"range-box", {[this] { Type(), Leave(); }, fnBox, fnClose}},
-            {"setup",
-             {[this] { Choose(), Press("btnSetup"); }, [] { return IsInFront("FmInterfaceSetup"); },
-              fnClose}},
-            {"about",
-             {[this] { m_objWindow.Get<QAction>("smAbout").trigger(); },
-              [] { return IsInFront("FmAbout"); }, fnClose}},
+            {"setup", {[this] { Choose(), Press("btnSetup"); }, fnSetup, fnClose}},
+            {"about", {[this] { About(); }, fnAbout, fnClose}},
+            {"setup-in-lan-set",
+             {[this] { InLanSet([this] { m_objWindow.Click("btnSetup"); }); }, fnSetup, fnClose}},
+            {"about-in-lan-set", {[this] { InLanSet([this] { About(); }); }, fnAbout, fnClose}},
+            {"save-dialog", {[this] { TypeName("btnSave", NewFile); }, fnFileDialog, fnClose}},
+            {"load-dialog", {[this] { TypeName("btnLoad", OldFile); }, fnFileDialog, fnClose}},
+            {"overwrite", {[this] { SaveAs(OldFile); }, fnQuestion, fnClose}},
+            {"saved", {[this] { SaveAs(NewFile); }, fnSaved, fnClose}},
         };
         m_objScene = objScenes.at(p_strScene);
         QObject::connect(&m_objLook, &QTimer::timeout, &m_objLook, [this] { Look(); });
@@ -92,6 +117,9 @@ public:
         m_objLook.start(LookEveryMs);
         m_objScene.m_fnDrive();
     }
+
+    /// Whether any file is another one now than when the window was closed.
+    [[nodiscard]] bool FilesHaveChanged() const { return Files() != m_strFiles; }
 
     [[nodiscard]] qint64 SinceClosing() const { return m_objTime.elapsed(); }
 
@@ -107,6 +135,43 @@ private:
     }
     void Type() { m_objWindow.Type("SeFeedAdj", "999"); }
     void Leave() { QTest::keyClick(&m_objWindow.Field("SeFeedAdj"), Qt::Key_Tab); }
+    void About() { m_objWindow.Get<QAction>("smAbout").trigger(); }
+
+    /// Presses LAN SET and, a moment later, does p_fnAction inside of its wait.
+    void InLanSet(std::function<void()> p_fnAction) {
+        Connect();
+        QTimer::singleShot(MomentMs, &m_objLook, std::move(p_fnAction));
+        Press("btnLanSet");
+    }
+
+    /// Presses the button and acts in its file dialog.
+    void InFileDialog(const char* p_strButton,
+                      const std::function<void(CFileDialogDriver&)>& p_fnAction) {
+        const CModalAnswer objPerson("QFileDialog", [&](QWidget& p_objDialog) {
+            CFileDialogDriver objDriver(dynamic_cast<QFileDialog&>(p_objDialog));
+            p_fnAction(objDriver);
+            m_bTyped = true;
+        });
+        Press(p_strButton);
+    }
+    void TypeName(const char* p_strButton, const char* p_strName) {
+        InFileDialog(p_strButton,
+                     [=](CFileDialogDriver& p_objDialog) { p_objDialog.Type(p_strName); });
+    }
+    void SaveAs(const char* p_strName) {
+        InFileDialog("btnSave",
+                     [=](CFileDialogDriver& p_objDialog) { p_objDialog.TypeAndEnter(p_strName); });
+    }
+
+    /// What the folder holds, by name.
+    [[nodiscard]] std::map<std::string, std::string> Files() const {
+        std::map<std::string, std::string> strFiles;
+        for (const std::string& strName : m_objFolder.Names()) {
+            strFiles[strName] = m_objFolder.Content(strName);
+        }
+        return strFiles;
+    }
+
     void Exit() { m_objWindow.Get<QAction>("smExit").trigger(); }
 
     void Look() {
@@ -115,6 +180,7 @@ private:
         }
         m_objLook.stop();
         QTimer::singleShot(MomentMs, &m_objLook, [this] {
+            m_strFiles = Files();
             std::printf("closing\n");
             std::fflush(stdout);
             QApplication::instance()->installEventFilter(&m_objWatch);
@@ -124,11 +190,14 @@ private:
     }
 
     CMainWindow& m_objWindow;
+    const CFolder& m_objFolder;
+    std::map<std::string, std::string> m_strFiles;
     Scene m_objScene;
     QTimer m_objLook;
     QElapsedTimer m_objTime;
     CWindowWatch m_objWatch;
     bool m_bPressed = false;
+    bool m_bTyped = false;
 };
 
 }  // namespace
@@ -140,6 +209,8 @@ int main(int p_iCount, char** p_strArguments) {
         std::fprintf(stderr, "usage: %s SCENE PORT\n", p_strArguments[0]);
         return 2;
     }
+    const CFolder objFolder;
+    objFolder.Make(OldFile, "old");
     CQtPlatform objPlatform;
     CPlatform objInterfaces = objPlatform.Interfaces();
     const bool bStuck = strArguments[1] == "send";
@@ -153,14 +224,17 @@ int main(int p_iCount, char** p_strArguments) {
                    objInterfaces.m_objSerialPort, objInterfaces.m_objUsbLibrary},
                   objInterfaces.m_objFileDialog,
                   objInterfaces.m_objFileStore,
-                  objInterfaces.m_strProgramFolder});
+                  objFolder.Path()});
     objWindow.Form().Interface().m_objSocketPort->SetValue(strArguments[2].toInt());
     QObject::connect(&objWindow.Form(), &FmMain::Closed, &objApplication,
                      [] { QCoreApplication::exit(0); });
     objWindow.Form().show();
-    CDriver objDriver(objWindow, bStuck ? QStringLiteral("set") : strArguments[1]);
+    CDriver objDriver(objWindow, objFolder, bStuck ? QStringLiteral("set") : strArguments[1]);
     QTimer::singleShot(0, &objApplication, [&] { objDriver.Start(); });
     const int iExitCode = QApplication::exec();
+    if (objDriver.FilesHaveChanged()) {
+        std::printf("files changed\n");
+    }
     std::printf("ended after %lld ms\n", static_cast<long long>(objDriver.SinceClosing()));
     return iExitCode;
 }
