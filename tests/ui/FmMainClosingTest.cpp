@@ -1,5 +1,6 @@
 #include "tests/MSanitizers.h"
 #include "tests/platform_qt/CRefusedPort.h"
+#include "tests/platform_qt/CUnreachablePort.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
 #include <QElapsedTimer>
@@ -14,10 +15,6 @@
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace {
 
@@ -71,47 +68,6 @@ const std::vector<Case> Cases{
 };
 // clang-format on
 
-/// Listens, and leaves whoever connects after the first few waiting for ever.
-class CUnreachable {
-public:
-    CUnreachable() {
-        sockaddr_in objAddress{};
-        objAddress.sin_family = AF_INET;
-        objAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        auto* const objAny = reinterpret_cast<sockaddr*>(&objAddress);
-        socklen_t iLength = sizeof objAddress;
-        m_iListener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        ::bind(m_iListener, objAny, iLength);
-        ::listen(m_iListener, 0);
-        ::getsockname(m_iListener, objAny, &iLength);
-        m_iPort = ntohs(objAddress.sin_port);
-        constexpr int iMost = 64;
-        while (!m_bFull && m_objFirst.size() < iMost) {
-            auto& objSocket = *m_objFirst.emplace_back(std::make_unique<QTcpSocket>());
-            objSocket.connectToHost(QHostAddress::LocalHost, m_iPort);
-            const auto fnConnected = [&] {
-                return objSocket.state() == QAbstractSocket::ConnectedState;
-            };
-            m_bFull = !CSimulatorProcess::WaitUntil(fnConnected, 400) &&
-                      objSocket.state() == QAbstractSocket::ConnectingState;
-        }
-    }
-    ~CUnreachable() { ::close(m_iListener); }
-    CUnreachable(const CUnreachable&) = delete;
-    CUnreachable& operator=(const CUnreachable&) = delete;
-
-    [[nodiscard]] std::uint16_t Port() const { return m_iPort; }
-
-    /// Whether the next one really has to wait.
-    [[nodiscard]] bool IsFull() const { return m_bFull; }
-
-private:
-    int m_iListener = -1;
-    std::uint16_t m_iPort = 0;
-    std::vector<std::unique_ptr<QTcpSocket>> m_objFirst;
-    bool m_bFull = false;
-};
-
 class FmMainClosingTest : public ::testing::TestWithParam<Case> {
 protected:
     FmMainClosingTest() {
@@ -132,9 +88,9 @@ protected:
     std::uint16_t Prepare(Printer p_iPrinter) {
         m_bAnswers = p_iPrinter == Printer::Answering;
         if (p_iPrinter == Printer::Unreachable) {
-            m_objUnreachable = std::make_unique<CUnreachable>();
+            m_objUnreachable = std::make_unique<CUnreachablePort>();
             EXPECT_TRUE(m_objUnreachable->IsFull());
-            return m_objUnreachable->Port();
+            return m_objUnreachable->Number();
         }
         if (p_iPrinter == Printer::None) {
             return m_objRefused.Number();
@@ -169,7 +125,7 @@ protected:
 private:
     QTcpServer m_objServer;
     CRefusedPort m_objRefused;
-    std::unique_ptr<CUnreachable> m_objUnreachable;
+    std::unique_ptr<CUnreachablePort> m_objUnreachable;
     std::string m_strReceived;
     bool m_bAnswers = false;
     bool m_bHungUp = false;

@@ -190,7 +190,7 @@ TEST_F(FmMainReadSetTest, ChoosingInterfacesOnTheWayDoesNotTouchTheButtons) {
 
 TEST_F(FmMainReadSetTest, TheButtonsAreDisabledAndEnabledInTheirOrderWhicheverHasTheFocus) {
     m_objWindow.Choose("cmbInterface", Lan);
-    for (const char* strButton : {"btnGetStatus", "btnSet", "btnPaperEnd", "btnLanRead"}) {
+    for (const char* strButton : {"btnRead", "btnSet", "btnPaperEnd", "btnLanRead"}) {
         SCOPED_TRACE(strButton);
         m_objWindow.BringToFront(strButton);
         m_objWindow.Button(strButton).setFocus();
