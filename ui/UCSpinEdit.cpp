@@ -46,6 +46,11 @@ UCSpinEdit::UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent)
     ShowValue();
 }
 
+UCSpinEdit::~UCSpinEdit() {
+    // The toolkit takes the focus from a field when all that is its own is gone already.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 bool UCSpinEdit::Enable() const {
     return m_bEnable;
 }

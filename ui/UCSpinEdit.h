@@ -33,6 +33,9 @@ public:
     /// A field that holds and shows 0, range 0 to 100, step 1, decimal, no limit to its length.
     /// @param p_objBoxes shows the range box; not owned, must outlive the field.
     explicit UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent = nullptr);
+    ~UCSpinEdit() override;
+    UCSpinEdit(const UCSpinEdit&) = delete;
+    UCSpinEdit& operator=(const UCSpinEdit&) = delete;
 
     /// Whether the person can change the field; a field that is not enabled still shows its value.
     [[nodiscard]] bool Enable() const;
