@@ -131,7 +131,7 @@ TEST_F(SimulatorProgramTest, AnswersLate) {
 }
 
 TEST_F(SimulatorProgramTest, AnswersInPieces) {
-    Start({"--pieces", "10", "--gap", "100"});
+    Start({"--pieces", "10", "--gap", "400"});
     m_objClient->Send("{Z5;0|}{WS|}");
     ASSERT_TRUE(m_objClient->WaitForBytes(Settings0.size() + 13));
     EXPECT_EQ(m_objClient->m_strReceived, Settings0 + CPrinter::StatusAnswer("00"));

@@ -209,7 +209,7 @@ TEST_F(SimulatorSerialTest, AnswersLate) {
 }
 
 TEST_F(SimulatorSerialTest, AnswersInPieces) {
-    Start({"--pieces", "10", "--gap", "100"});
+    Start({"--pieces", "10", "--gap", "400"});
     Exchange("{Z5;0|}", Settings0);
     EXPECT_EQ(m_objClient->Blocks(), 3);
 }
