@@ -5,9 +5,6 @@
 namespace {
 
 constexpr std::size_t HeadLength = 4;
-constexpr std::string_view AddressHead = "{IP;";
-constexpr std::string_view PortHead = "{IS;";
-constexpr std::string_view DhcpHead = "{IH;";
 
 constexpr std::size_t AddressLength = 23;
 constexpr std::size_t PortLength = 13;
@@ -21,8 +18,6 @@ constexpr std::size_t OctetLength = 3;
 constexpr std::size_t PortNumberLength = 5;
 constexpr std::size_t ClientIdLength = 32;
 constexpr std::size_t HostField = 39;
-constexpr std::size_t HostLength = 16;
-constexpr char HostFill = '\xFF';
 
 std::string Field(std::string_view p_strLine, std::size_t p_iPosition, std::size_t p_iLength) {
     return std::string(p_strLine.substr(p_iPosition, p_iLength));
@@ -72,8 +67,8 @@ bool StoreDhcp(std::string_view p_strLine, const CItemManager& p_objItemManager)
     p_objItemManager.m_objDhcpSetting->SetValue(Field(p_strLine, FirstField, 1));
     p_objItemManager.m_objDhcpClientId->SetValue(Field(p_strLine, SecondField, ClientIdLength));
     if (p_strLine.size() == DhcpLength) {
-        std::string strHost = Field(p_strLine, HostField, HostLength);
-        std::erase(strHost, HostFill);
+        std::string strHost = Field(p_strLine, HostField, MCommand::HostNameLength);
+        std::erase(strHost, MCommand::HostNameFill);
         p_objItemManager.m_objDhcpClientHost->SetValue(strHost);
     }
     return true;
@@ -93,13 +88,13 @@ std::vector<std::string> BuildLines(const CItemManager& p_objItemManager) {
 
 bool StoreLine(std::string_view p_strLine, const CItemManager& p_objItemManager) {
     const std::string_view strHead = p_strLine.substr(0, HeadLength);
-    if (strHead == AddressHead) {
+    if (strHead == MCommand::AddressHead) {
         return StoreAddress(p_strLine, p_objItemManager);
     }
-    if (strHead == PortHead) {
+    if (strHead == MCommand::PairHead) {
         return StorePort(p_strLine, p_objItemManager);
     }
-    return strHead == DhcpHead && StoreDhcp(p_strLine, p_objItemManager);
+    return strHead == MCommand::TextHead && StoreDhcp(p_strLine, p_objItemManager);
 }
 
 }  // namespace MLanFile

@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr std::string_view LineHead = "{Z2;";
 constexpr std::size_t KindPosition = 4;
 constexpr std::size_t FieldsPosition = 6;
 constexpr std::size_t EndLength = 2;
@@ -40,7 +39,7 @@ std::vector<std::string> BuildLines(const CItemManager& p_objItemManager) {
 
 bool StoreLine(std::string_view p_strLine, const CItemManager& p_objItemManager) {
     ItemArray objItemAry;
-    if (!p_strLine.starts_with(LineHead) || p_strLine.size() <= KindPosition ||
+    if (!p_strLine.starts_with(MCommand::WriteGroupHead) || p_strLine.size() <= KindPosition ||
         !GroupItems(p_strLine[KindPosition], p_objItemManager, objItemAry) ||
         p_strLine.size() != LineLength(objItemAry)) {
         return false;

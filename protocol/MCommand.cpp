@@ -4,17 +4,7 @@
 
 namespace {
 
-constexpr const char* WriteGroupHead = "{Z2;";
-constexpr const char* ReadGroupHead = "{Z5;";
-constexpr const char* AddressHead = "{IP;";
-constexpr const char* PairHead = "{IS;";
-constexpr const char* TextHead = "{IH;";
-
-constexpr std::size_t HostNameLength = 16;
-constexpr char HostNameFill = '\xFF';
-
 constexpr std::int16_t PrintMargin = 30;
-constexpr std::int16_t ParameterMode = 0;
 
 // The pattern behind "BARCODE" has the code 6; a printer knows no pattern 5.
 constexpr std::int16_t FactoryTestPosition = 5;
@@ -125,7 +115,7 @@ std::string DiagPrint(std::int16_t p_iPrintType) {
 
 std::string RamClear(std::int16_t p_iMode, std::int16_t p_iDestination) {
     std::string strCommand = RamClearHead + std::to_string(p_iMode);
-    if (p_iMode == ParameterMode && p_iDestination >= 1) {
+    if (p_iMode == ClearParameters && p_iDestination >= 1) {
         strCommand += std::to_string(p_iDestination - 1);
     }
     return strCommand + CommandEnd;

@@ -2,6 +2,7 @@
 
 #include "model/CItemManager.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -13,6 +14,17 @@ namespace MCommand {
 
 /// The bytes that close every command.
 inline constexpr const char* CommandEnd = "|}";
+
+// What the commands that carry settings begin with.
+inline constexpr const char* WriteGroupHead = "{Z2;";
+inline constexpr const char* ReadGroupHead = "{Z5;";
+inline constexpr const char* AddressHead = "{IP;";
+inline constexpr const char* PairHead = "{IS;";
+inline constexpr const char* TextHead = "{IH;";
+
+/// The width of a host name in its command, and the byte that fills it up.
+inline constexpr std::size_t HostNameLength = 16;
+inline constexpr char HostNameFill = '\xFF';
 
 /// Asks for the status: the answer is a status answer.
 inline constexpr const char* StatusRequest = "{WS|}";
@@ -29,6 +41,9 @@ inline constexpr const char* SensorAdjustTrans = "{Z6;1|}";
 inline constexpr const char* SensorAdjustPaperEndHead = "{Z6;";
 inline constexpr const char* SensorAdjustPaperEndTail = "1|}";
 inline constexpr const char* ThresholdCalibHead = "{WT;1000,";
+
+/// The RAM clear's mode that has a destination.
+inline constexpr std::int16_t ClearParameters = 0;
 
 /// Which group a set command carries.
 enum SetKind : std::int16_t { SetParameter = 1, SetAdjustment = 2 };

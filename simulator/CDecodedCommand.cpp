@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr char FillByte = '\xFF';  // fills a host name up to its width
-
 bool IsControl(char p_c) {
     const auto iCode = static_cast<unsigned char>(p_c);
     return iCode < 0x20 || iCode == 0x7F;
@@ -51,7 +49,7 @@ CDecodedCommand::Field Decoded(const MCommandLayout::Field& p_objField,
                                     p_objField.m_strAllowed.empty(),
                                     p_objField.m_objItem};
     if (objField.m_bText) {
-        std::erase(objField.m_strValue, FillByte);
+        std::erase(objField.m_strValue, MCommand::HostNameFill);
     }
     if (!p_objField.m_strMeanings.empty()) {
         // A field with meanings is one byte wide, and that byte has been found to be allowed.

@@ -1,5 +1,7 @@
 #include "ui/FmAbout.h"
 
+#include "platform/IMessageBox.h"
+
 #include <QFont>
 #include <QLabel>
 #include <QPushButton>
@@ -8,24 +10,24 @@
 FmAbout::FmAbout(QWidget* p_objParent)
     : QDialog(p_objParent) {
     setObjectName("FmAbout");
-    setWindowTitle("Varden Setting Tool");
+    setWindowTitle(IMessageBox::ProgramTitle);
     setModal(true);
     QFont objFont = font();
     objFont.setFamily("Arial");
     setFont(objFont);
 
-    auto* objVersion = new QLabel("Version V002.003 (2.3.0)", this);
-    objVersion->setObjectName("lblVersion");
-    auto* objOk = new QPushButton("OK", this);
-    objOk->setObjectName("btnOk");
-    objOk->setDefault(true);
-    connect(objOk, &QPushButton::clicked, this, &FmAbout::accept);
+    auto* lblVersion = new QLabel("Version V002.003 (2.3.0)", this);
+    lblVersion->setObjectName("lblVersion");
+    auto* btnOk = new QPushButton("OK", this);
+    btnOk->setObjectName("btnOk");
+    btnOk->setDefault(true);
+    connect(btnOk, &QPushButton::clicked, this, &FmAbout::accept);
 
     auto* objColumn = new QVBoxLayout(this);
     const int iSpace = fontMetrics().height();
     objColumn->setContentsMargins(2 * iSpace, iSpace, 2 * iSpace, iSpace);
     objColumn->setSpacing(iSpace);
     objColumn->setSizeConstraint(QLayout::SetFixedSize);
-    objColumn->addWidget(objVersion, 0, Qt::AlignCenter);
-    objColumn->addWidget(objOk, 0, Qt::AlignCenter);
+    objColumn->addWidget(lblVersion, 0, Qt::AlignCenter);
+    objColumn->addWidget(btnOk, 0, Qt::AlignCenter);
 }

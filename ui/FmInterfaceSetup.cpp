@@ -141,22 +141,22 @@ void FmInterfaceSetup::AlignGroups() {
 }
 
 void FmInterfaceSetup::BuildButtons() {
-    auto* objSet = new QPushButton("SET", this);
-    objSet->setObjectName("btnSet");
-    objSet->setDefault(true);
-    auto* objCancel = new QPushButton("CANCEL", this);
-    objCancel->setObjectName("btnCancel");
+    auto* btnSet = new QPushButton("SET", this);
+    btnSet->setObjectName("btnSet");
+    btnSet->setDefault(true);
+    auto* btnCancel = new QPushButton("CANCEL", this);
+    btnCancel->setObjectName("btnCancel");
     // A click leaves the focus where it is: OnSet looks at the field itself, and CANCEL must be
     // possible whatever has been typed.
-    objSet->setFocusPolicy(Qt::TabFocus);
-    objCancel->setFocusPolicy(Qt::TabFocus);
+    btnSet->setFocusPolicy(Qt::TabFocus);
+    btnCancel->setFocusPolicy(Qt::TabFocus);
     auto* objRow = new QHBoxLayout;
     objRow->addStretch(1);
-    objRow->addWidget(objSet);
-    objRow->addWidget(objCancel);
+    objRow->addWidget(btnSet);
+    objRow->addWidget(btnCancel);
     static_cast<QVBoxLayout*>(layout())->addLayout(objRow);
-    connect(objSet, &QPushButton::clicked, this, &FmInterfaceSetup::OnSet);
-    connect(objCancel, &QPushButton::clicked, this, &FmInterfaceSetup::reject);
+    connect(btnSet, &QPushButton::clicked, this, &FmInterfaceSetup::OnSet);
+    connect(btnCancel, &QPushButton::clicked, this, &FmInterfaceSetup::reject);
 }
 
 bool FmInterfaceSetup::InitializeItem(CInterface& p_objInterface, std::int16_t p_iInterfaceIndex) {

@@ -14,7 +14,6 @@
 namespace {
 
 constexpr const char* SendCaption = "SEND";
-constexpr int ParameterMode = 0;
 
 struct Field {
     const char* m_strCaption;
@@ -117,7 +116,7 @@ QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
     objGrid->setColumnStretch(1, 1);
     connect(qobject_cast<QComboBox*>(objMode), &QComboBox::currentIndexChanged, cmbDestination,
             [cmbDestination](int p_iPosition) {
-                cmbDestination->setEnabled(p_iPosition == ParameterMode);
+                cmbDestination->setEnabled(p_iPosition == MCommand::ClearParameters);
             });
     return Fr;
 }

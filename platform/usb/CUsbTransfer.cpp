@@ -60,7 +60,7 @@ void CUsbTransfer::Pump(std::chrono::milliseconds p_iLimit) {
         return;
     }
     timeval objLimit{};
-    objLimit.tv_usec = static_cast<suseconds_t>(
+    objLimit.tv_usec = static_cast<decltype(objLimit.tv_usec)>(
         std::chrono::duration_cast<std::chrono::microseconds>(p_iLimit).count());
     libusb_handle_events_timeout_completed(m_objContext, &objLimit, &m_bOver);
     if (m_bOver != 0) {
