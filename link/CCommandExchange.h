@@ -33,7 +33,7 @@ public:
     ///
     /// @param p_strError the link's words for what went wrong; empty when it has none.
     /// @param p_iReceivedCount as ILink::Exchange gives it.
-    /// @param p_iReceiveLength bytes that the answer may have, as the link counts them.
+    /// @param p_iReceiveLength as ILink::Exchange takes it.
     /// @param p_iAwaited what WaitReply waits for afterwards.
     /// @return true when the bytes went out; false also for an interface that does not exist, and
     ///         on USB for settings that no group was named for.
@@ -45,8 +45,9 @@ public:
                      AwaitedAnswer p_iAwaited);
 
     /// Waits until the answer is in; true when it is. After p_iSeconds it beeps, shows
-    /// "Device Time Out !!" and returns false. A wait over midnight lasts until the answer comes:
-    /// the time of day starts again and the limit is never reached.
+    /// "Device Time Out !!" and returns false, also when the answer has come meanwhile while a
+    /// box or dialog stood: the time is looked at first. A wait over midnight lasts until the
+    /// answer comes: the time of day starts again and the limit is never reached.
     bool WaitReply(std::int16_t p_iSeconds);
 
     /// The same for a known status code.
@@ -60,8 +61,8 @@ public:
     bool Send(const std::string& p_strCommand);
 
     /// Sends p_strCommand and, on the LAN link, waits for the answer. A failure of the link that
-    /// has a text is shown; on USB settings that are awaited and do not come are such a failure,
-    /// any other answer that does not come is none. Leaves the busy state alone.
+    /// has a text is shown; on USB it is such a failure when settings are awaited and no answer
+    /// comes at all, while to any other command none is fine. Leaves the busy state alone.
     bool Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                  AwaitedAnswer p_iAwaited);
 

@@ -8,8 +8,9 @@
 /// The settings of the link to the printer: which interface is active, the serial port's line
 /// settings and the printer's network address.
 ///
-/// They live in memory only: every new object begins with the defaults. The items are created
-/// once and edited in place, so there is no copy of a CInterface.
+/// They live in memory only: every new object begins with the defaults, and with USB as the active
+/// interface until the window's list chooses. The items are created once and edited in place, so
+/// there is no copy of a CInterface.
 ///
 /// The p_bDefaultValue of the getters asks for the defaults in place of the current values. A
 /// getter throws CConversionError when an item it reads holds a text that is not a number.

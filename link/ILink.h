@@ -14,7 +14,8 @@ class ILink {
 public:
     virtual ~ILink() = default;
 
-    /// Opens the link with the settings of CInterface. False when it is not open afterwards.
+    /// Opens the link with the settings of CInterface. False when it could not be opened, or when
+    /// a later handler or the program's closing has ended the wait for it.
     virtual bool Open() = 0;
 
     /// Closes the link; harmless when it is not open. True, always.
@@ -23,10 +24,12 @@ public:
     /// Sends one command.
     ///
     /// @param p_objCommand what goes out, byte for byte.
-    /// @param p_objReceiveBuffer resized to p_iReceiveLength; takes the answer of a link that
-    ///        waits for it here (USB). On the others the answer comes later, as an event.
+    /// @param p_objReceiveBuffer on USB resized to p_iReceiveLength, and takes the answer. On the
+    ///        others the answer comes later, as an event, and does not pass through it.
     /// @param p_strError what went wrong, in words for a person; may stay empty.
     /// @param p_iReceivedCount the bytes received, on USB.
+    /// @param p_iReceiveLength what MAnswer gives for the command: of settings ReceiveLength, which
+    ///        counts each byte of the answer twice, else StatusLength.
     /// @return true when the bytes went out.
     virtual bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
                           std::string& p_strError, std::int16_t& p_iReceivedCount,

@@ -11,8 +11,8 @@
 /// How an item's value is written into its field of a command; any other code acts like Text.
 enum class ItemDataType : std::int16_t {
     Text = 0,         ///< the value's text as it stands, neither padded nor cut
-    Decimal = 1,      ///< the absolute value, zero-padded to the item's length
-    Hexadecimal = 4,  ///< upper-case hexadecimal, zero-padded to the item's length
+    Decimal = 1,      ///< the absolute value, zero-padded to the item's length, never cut
+    Hexadecimal = 4,  ///< upper-case hexadecimal, zero-padded to the item's length, never cut
 };
 
 /// One setting: its value, the default it falls back to, and how it stands in a command's field.

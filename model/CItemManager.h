@@ -10,7 +10,8 @@
 ///
 /// The catalogue owns its items together with whoever holds a reference to one. Every member can
 /// be replaced by another item; the groups are built from the members at each call, so they
-/// follow. Widths, types and defaults stand in the table in CItemManager.cpp.
+/// follow. Widths, types and defaults stand in the table in CItemManager.cpp. A const catalogue
+/// keeps its items, whose values change all the same.
 class CItemManager {
 public:
     /// What one row of the catalogue's table lays down.

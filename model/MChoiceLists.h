@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-/// The texts of every drop-down list of the main window: the vocabulary for a printer's options.
+/// The texts of every drop-down list of the pages: the vocabulary for a printer's options.
 ///
 /// A list's position, counted from 0, is the value of the setting that it shows, so the order of
 /// the entries is the order of the printer's codes.

@@ -21,7 +21,7 @@ class UCSpinEdit;
 /// leaves the focus where it is, so that the button's handler can have the field checked first.
 class CPageBuilder {
 public:
-    /// p_objMessageBox is not owned and outlives every spin edit made here.
+    /// Neither is owned; both outlive every field made here.
     CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard);
 
     QGroupBox* MakeFrame(QWidget* p_objParent, const QString& p_strName,
@@ -32,7 +32,7 @@ public:
     UCSpinEdit* MakeSpinEdit(QWidget* p_objParent, const QString& p_strName) const;
     QLineEdit* MakeTextBox(QWidget* p_objParent, const QString& p_strName) const;
 
-    /// A label that shows p_strCaption as it is written, but for "&&", which shows as "&".
+    /// A label that shows p_strCaption as it is written. (Beside a field, "&&" shows as "&".)
     QLabel* MakeLabel(QWidget* p_objParent, const QString& p_strCaption) const;
 
     /// Makes the control that p_strName calls for by its prefix: "cmb" a list, "Se" a spin edit,

@@ -24,7 +24,7 @@ public:
 
     void SetEvents(ISerialPortEvents* p_objEvents) override { m_objEvents = p_objEvents; }
 
-    // These four count from the next Open on.
+    // These three count from the next Open on.
     void SetSettings(const std::string& p_strSettings) override { m_strSettings = p_strSettings; }
     /// Anything but 0 makes Open fail.
     void SetHandshaking(std::int16_t p_iHandshaking) override { m_iHandshaking = p_iHandshaking; }

@@ -12,7 +12,8 @@ class QSocketNotifier;
 /// At most one at a time may exist: signals belong to the process.
 class CStopSignals : public QObject {
 public:
-    /// @param p_objStop called from the event loop, once for each signal.
+    /// @param p_objStop called from the event loop, once for each signal (on Windows once, when the
+    ///        program ends).
     explicit CStopSignals(std::function<void()> p_objStop);
     ~CStopSignals() override;
     CStopSignals(const CStopSignals&) = delete;

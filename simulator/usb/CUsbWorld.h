@@ -7,8 +7,8 @@ struct _UMockdevTestbed;  // NOLINT(readability-identifier-naming): the library'
 
 /// An emulated system whose only USB devices are those plugged into it.
 ///
-/// Programs started while it exists live in it when their environment is Environment()'s; this
-/// program does when it was started with PreloadLibrary preloaded. One at a time.
+/// Programs started while it exists live in it when PreloadLibrary is preloaded into them; so does
+/// this program. One at a time.
 class CUsbWorld {
 public:
     /// The library that makes a program see the emulated system, for LD_PRELOAD.

@@ -139,9 +139,8 @@ allowed=' protocol>model platform/qt>platform link>model link>protocol
  link>platform files>model files>protocol files>platform flows>model flows>protocol flows>link
  flows>files flows>platform simulator>model simulator>protocol simulator/program>simulator
  simulator/program>simulator/usb simulator/usb>simulator platform/usb>platform platform/qt>platform/usb
- app>platform/usb
- ui>model ui>protocol ui>platform ui>platform/qt ui>link ui>files ui>flows app>ui app>platform
- app>platform/qt app>link app>flows app>files '
+ ui>model ui>protocol ui>platform ui>platform/qt ui>link ui>files ui>flows app>ui
+ app>platform/qt '
 allowed=" ${allowed//$'\n'/ } "
 expected=
 for from in "${rooms[@]}"; do

@@ -42,7 +42,7 @@ function Table() {
     Know("simulator/usb", "simulator")
     Know("simulator/program", "simulator simulator/usb")
     Know("ui", "model protocol platform platform/qt link files flows")
-    Know("app", "ui platform platform/qt platform/usb link flows files")
+    Know("app", "ui platform/qt")
     Know("tour", "*")
     Know("tests", "*")
 

@@ -75,6 +75,18 @@ TEST_F(FmMainFileFieldsTest, ANumberOutsideItsRangeIsToldAndTheRestIsShown) {
     EXPECT_EQ(Shown("SeCutAdj"), "1.2");
 }
 
+TEST_F(FmMainFileFieldsTest, ANegativeAdjustmentThatWasStoredAndIsNotLoadedCannotBeRedrawn) {
+    m_objWindow.Type("SeFeedAdj", "-12.5");
+    m_objWindow.Type("SeCutAdj", "3.0");
+    EXPECT_EQ(Press("btnSave", Enter("negative")), Boxes{Normal()});
+    m_objFolder.Make("parameters", "{Z2;1,00210121+0001B0A00000B0000000000100|}\r\n");
+    EXPECT_EQ(Press("btnLoad", Enter("parameters")), Boxes{Abnormal()});
+    m_objWindow.Type("SeFeedAdj", "1.0");
+    EXPECT_EQ(Press("btnLoad", Enter("negative.dt1")), Boxes{Normal()}) << "it sets them all";
+    EXPECT_EQ(Shown("SeFeedAdj"), "-12.5");
+    EXPECT_EQ(Shown("SeCutAdj"), "3.0");
+}
+
 /// A file that holds every field of its page at one end of its range.
 struct GoldenRow {
     const char* m_strTest;
