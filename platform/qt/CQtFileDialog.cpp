@@ -1,9 +1,9 @@
 #include "platform/qt/CQtFileDialog.h"
 
+#include "platform/qt/CFileChooser.h"
 #include "platform/qt/MDialogOwner.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QStringList>
 
 #include <algorithm>
@@ -43,29 +43,26 @@ CQtFileDialog::CQtFileDialog(const IEventLoop& p_objEventLoop)
     : m_objEventLoop(p_objEventLoop) {}
 
 bool CQtFileDialog::GetSaveFileName(CFileDialogRecord& p_objRecord) {
-    QFileDialog objDialog(MDialogOwner::Find());
+    CFileChooser objDialog(MDialogOwner::Find());
     objDialog.setAcceptMode(QFileDialog::AcceptSave);
     return Run(objDialog, p_objRecord);
 }
 
 bool CQtFileDialog::GetOpenFileName(CFileDialogRecord& p_objRecord) {
-    QFileDialog objDialog(MDialogOwner::Find());
+    CFileChooser objDialog(MDialogOwner::Find());
     objDialog.setAcceptMode(QFileDialog::AcceptOpen);
     return Run(objDialog, p_objRecord);
 }
 
-bool CQtFileDialog::Run(QFileDialog& p_objDialog, CFileDialogRecord& p_objRecord) const {
+bool CQtFileDialog::Run(CFileChooser& p_objDialog, CFileDialogRecord& p_objRecord) const {
     if (m_objEventLoop.IsClosing()) {
         return false;
     }
-    p_objDialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                           QFileDialog::HideNameFilterDetails);
-    p_objDialog.setFileMode(QFileDialog::AnyFile);
     p_objDialog.setWindowTitle(QString::fromStdString(p_objRecord.m_strDialogTitle));
     p_objDialog.setDirectory(QFile::decodeName(p_objRecord.m_strInitialFolder.c_str()));
     const QStringList strFilters = NameFilters(p_objRecord.m_strFilter);
     p_objDialog.setNameFilters(strFilters);
-    if (p_objDialog.exec() != QDialog::Accepted || p_objDialog.selectedFiles().isEmpty()) {
+    if (p_objDialog.exec() != QDialog::Accepted || p_objDialog.Path().isEmpty()) {
         return false;
     }
     // With hidden details the dialog gives the filter back as it shows it.
@@ -75,5 +72,5 @@ bool CQtFileDialog::Run(QFileDialog& p_objDialog, CFileDialogRecord& p_objRecord
             return p_strFilter == strChosen || p_strFilter.startsWith(strChosen + " (");
         });
     p_objRecord.m_iFilterIndex = static_cast<std::uint32_t>(objFound - strFilters.begin()) + 1;
-    return TakePath(p_objDialog.selectedFiles().constFirst(), p_objRecord);
+    return TakePath(p_objDialog.Path(), p_objRecord);
 }

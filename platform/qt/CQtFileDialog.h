@@ -3,7 +3,7 @@
 #include "platform/IEventLoop.h"
 #include "platform/IFileDialog.h"
 
-class QFileDialog;
+class CFileChooser;
 
 /// The toolkit's own file dialogs.
 class CQtFileDialog : public IFileDialog {
@@ -15,7 +15,7 @@ public:
     bool GetOpenFileName(CFileDialogRecord& p_objRecord) override;
 
 private:
-    bool Run(QFileDialog& p_objDialog, CFileDialogRecord& p_objRecord) const;
+    bool Run(CFileChooser& p_objDialog, CFileDialogRecord& p_objRecord) const;
 
     const IEventLoop& m_objEventLoop;
 };

@@ -103,6 +103,43 @@ TEST_F(CQtFileDialogTest, AcceptsATypedNameInItsFolderWithTheFirstFilter) {
     EXPECT_TRUE(m_objFolder.Names().empty());
 }
 
+TEST_F(CQtFileDialogTest, AQuotationMarkIsACharacterOfTheName) {
+    for (const std::string strName : {"roll 5\"", "the \"A\" roll", "\"a\" \"b\"", "\""}) {
+        SCOPED_TRACE(strName);
+        const auto fnType = [&](QFileDialog& p_objDialog) {
+            CFileDialogDriver(p_objDialog).TypeAndEnter(QString::fromStdString(strName));
+        };
+        EXPECT_TRUE(Save(fnType));
+        EXPECT_EQ(Chosen(), m_objFolder.Path(strName));
+        EXPECT_TRUE(Open(fnType));
+        EXPECT_EQ(Chosen(), m_objFolder.Path(strName));
+        EXPECT_TRUE(Save([&](QFileDialog& p_objDialog) {
+            CFileDialogDriver(p_objDialog).Type(QString::fromStdString(strName));
+            QPushButton* const btn = p_objDialog.findChild<QDialogButtonBox*>("buttonBox")
+                                         ->button(QDialogButtonBox::Save);
+            EXPECT_TRUE(btn->isEnabled());
+            QTest::mouseClick(btn, Qt::LeftButton);
+        }));
+        EXPECT_EQ(Chosen(), m_objFolder.Path(strName));
+    }
+}
+
+TEST_F(CQtFileDialogTest, AQuotationMarkInAPathLeadsThereAndIntoAFolder) {
+    const std::string strFolder = m_objFolder.Path("5\" labels");
+    std::filesystem::create_directory(strFolder);
+    EXPECT_TRUE(Save([&](QFileDialog& p_objDialog) {
+        CFileDialogDriver objDriver(p_objDialog);
+        EXPECT_TRUE(objDriver.GoTo(QString::fromStdString(strFolder)));
+        EXPECT_EQ(objDriver.Name().text(), "");
+        objDriver.TypeAndEnter("first");
+    }));
+    EXPECT_EQ(Chosen(), strFolder + "/first");
+    EXPECT_TRUE(Save([&](QFileDialog& p_objDialog) {
+        CFileDialogDriver(p_objDialog).TypeAndEnter(QString::fromStdString(strFolder) + "/second");
+    }));
+    EXPECT_EQ(Chosen(), strFolder + "/second");
+}
+
 TEST_F(CQtFileDialogTest, TellsThatTheSecondFilterWasChosen) {
     const auto fnChoose = [](QFileDialog& p_objDialog) {
         CFileDialogDriver(p_objDialog).ChooseFilter(1);

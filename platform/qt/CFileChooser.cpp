@@ -1,0 +1,52 @@
+#include "platform/qt/CFileChooser.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+constexpr QChar Quote(u'"');
+
+}  // namespace
+
+CFileChooser::CFileChooser(QWidget* p_objOwner)
+    : QFileDialog(p_objOwner) {
+    setOptions(DontUseNativeDialog | DontConfirmOverwrite | HideNameFilterDetails);
+    setFileMode(AnyFile);
+    m_txtName = findChild<QLineEdit*>("fileNameEdit");  // the toolkit's name for it
+    connect(m_txtName, &QLineEdit::textChanged, this, &CFileChooser::EnableAccepting);
+}
+
+void CFileChooser::EnableAccepting() {
+    // The toolkit finds no file in a name with a single mark, and has disabled the button.
+    if (m_txtName->text().contains(Quote)) {
+        const auto iButton =
+            acceptMode() == AcceptSave ? QDialogButtonBox::Save : QDialogButtonBox::Open;
+        findChild<QDialogButtonBox*>("buttonBox")->button(iButton)->setEnabled(true);
+    }
+}
+
+void CFileChooser::accept() {
+    const QString strName = m_txtName->text();
+    if (!strName.contains(Quote)) {
+        QFileDialog::accept();
+        return;
+    }
+    const QString strPath = directory().absoluteFilePath(strName);
+    if (QFileInfo(strPath).isDir()) {
+        setDirectory(strPath);
+        m_txtName->clear();
+        return;
+    }
+    m_strPath = strPath;
+    QDialog::accept();
+}
+
+QString CFileChooser::Path() const {
+    if (result() != Accepted) {
+        return {};
+    }
+    return m_strPath.isEmpty() ? selectedFiles().value(0) : m_strPath;
+}
