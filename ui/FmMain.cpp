@@ -22,6 +22,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 
 #include <algorithm>
@@ -123,6 +125,15 @@ QWidget* FmMain::MakeTabs() {
     m_objParameterPage = new UCParameterSetting(m_objBuilder, *m_objItemManager, this);
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
+    connect(m_objTabs, &QTabWidget::currentChanged, m_objTabs, [objTabs = m_objTabs] {
+        // The focus comes along to another page; on a button there a slip of the space bar would
+        // send something.
+        const QWidget* const objFocus = objTabs->window()->focusWidget();
+        if (qobject_cast<const QPushButton*>(objFocus) != nullptr &&
+            objTabs->isAncestorOf(objFocus)) {
+            objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
+        }
+    });
     m_objTabs->addTab(Scrolling(m_objParameterPage), "Parameter Setting");
     m_objTabs->addTab(Scrolling(m_objMaintenancePage), "Maintenance Mode");
     m_objTabs->addTab(Scrolling(m_objLanPage), "Extra Setting");
@@ -240,7 +251,11 @@ void FmMain::FitToScreen() {
     }
     objSize = objSize.boundedTo(LargestStartSize);
     if (const QScreen* const objScreen = screen()) {
-        objSize = objSize.boundedTo(objScreen->availableSize());
+        // What the system puts around the window is not known before it is shown.
+        const int iFrame = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+        const int iTitle = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+        objSize =
+            objSize.boundedTo(objScreen->availableSize() - QSize(2 * iFrame, 2 * iFrame + iTitle));
     }
     resize(objSize);
 }

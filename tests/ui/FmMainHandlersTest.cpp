@@ -114,6 +114,28 @@ TEST_F(FmMainHandlersTest, AClickOnAnotherTabChecksWhatWasTyped) {
     EXPECT_EQ(Shown("SeFeedAdj"), "12.3");
 }
 
+TEST_F(FmMainHandlersTest, AnotherTabNeverBringsTheFocusToAButton) {
+    auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    QTabBar& objBar = *objTabs.tabBar();
+    m_objWindow.List("cmbSpeed").setFocus();
+    for (const int iTab : {1, 0, 1, 2, 0}) {
+        QTest::mouseClick(&objBar, Qt::LeftButton, {}, objBar.tabRect(iTab).center());
+        ASSERT_EQ(objTabs.currentIndex(), iTab);
+        QWidget* const objFocus = QApplication::focusWidget();
+        ASSERT_NE(objFocus, nullptr);
+        EXPECT_EQ(qobject_cast<QPushButton*>(objFocus), nullptr)
+            << objFocus->objectName().toStdString();
+        // What the person does next on the page lies behind the tabs.
+        if (iTab == 1) {
+            EXPECT_TRUE(objBar.hasFocus());
+            QTest::keyClick(&objBar, Qt::Key_Tab);
+            EXPECT_TRUE(m_objWindow.Button("btnHeadCheck").hasFocus());
+        } else {
+            m_objWindow.List(iTab == 0 ? "cmbSpeed" : "cmbDhcp").setFocus();
+        }
+    }
+}
+
 TEST_F(FmMainHandlersTest, NoButtonStartsAnythingOverAFieldThatIsRefused) {
     m_objWindow.Choose("cmbInterface", Lan);
     ASSERT_TRUE(m_objWindow.SetUp("127.0.0.1"));
