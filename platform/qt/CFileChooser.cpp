@@ -41,7 +41,7 @@ void CFileChooser::accept() {
         return;
     }
     m_strPath = strPath;
-    QDialog::accept();
+    done(Accepted);
 }
 
 QString CFileChooser::Path() const {
