@@ -59,7 +59,9 @@ void CActionButtons::KeepFocus() {
 
 void CActionButtons::GiveFocusBack() {
     const QWidget* const objFocus = m_objWindow.focusWidget();
-    if (m_btnFocus != nullptr && (objFocus == nullptr || objFocus == &m_objWindow)) {
+    // A button that is out of sight by now would be pressed unseen.
+    if (m_btnFocus != nullptr && m_btnFocus->isVisible() &&
+        (objFocus == nullptr || objFocus == &m_objWindow)) {
         m_btnFocus->setFocus(Qt::OtherFocusReason);
     }
     m_btnFocus = nullptr;

@@ -126,6 +126,7 @@ QWidget* FmMain::MakeTabs() {
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
     connect(m_objTabs, &QTabWidget::currentChanged, m_objTabs, [objTabs = m_objTabs] {
+        UCSpinEdit::CommitEditedField(*objTabs->window());  // where the menu bar had the focus
         // The focus comes along to another page; on a button there a slip of the space bar would
         // send something.
         const QWidget* const objFocus = objTabs->window()->focusWidget();

@@ -158,6 +158,10 @@ TEST_F(FmMainHandlersTest, AFieldThatWasLeftForTheMenuBarIsCheckedAsWell) {
     const std::function<void()> fnWaysOn[]{
         [this] { m_objWindow.Click("btnSet"); },
         [this] { QTest::mouseClick(&m_objWindow.Field("SeToneAdjD"), Qt::LeftButton); },
+        [this] {
+            QTabBar& objBar = *m_objWindow.Get<QTabWidget>("SSTab1").tabBar();
+            QTest::mouseClick(&objBar, Qt::LeftButton, {}, objBar.tabRect(1).center());
+        },
         [this] { QTest::keyClick(&m_objWindow.Form(), Qt::Key_Alt), m_objWindow.Click("btnSet"); },
     };
     for (const auto& fnGoOn : fnWaysOn) {

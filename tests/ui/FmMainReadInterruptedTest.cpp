@@ -27,7 +27,7 @@ protected:
 
     void SetUp() override {
         CPrinterFixture::SetUp();
-        StartPrinter({"--delay", "200"});
+        StartPrinter({"--delay", "600"});
         TeachPrinter();
         ConnectToPrinter();
     }

@@ -213,6 +213,21 @@ TEST_F(FmMainReadSetTest, TheButtonsAreDisabledAndEnabledInTheirOrderWhicheverHa
     }
 }
 
+TEST_F(FmMainReadSetTest, TheFocusDoesNotReturnToAButtonThatIsOutOfSight) {
+    m_objWindow.BringToFront("btnPaperEnd");
+    m_objWindow.Button("btnPaperEnd").setFocus();
+    auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    QTimer::singleShot(100, [&] {  // in the second that it takes
+        ASSERT_FALSE(m_objWindow.Button("btnPaperEnd").isEnabled());
+        QTest::mouseClick(objTabs.tabBar(), Qt::LeftButton, {},
+                          objTabs.tabBar()->tabRect(0).center());
+    });
+    QTest::keyClick(&m_objWindow.Button("btnPaperEnd"), Qt::Key_Space);
+    EXPECT_EQ(objTabs.currentIndex(), 0);
+    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
+    EXPECT_FALSE(m_objWindow.Button("btnPaperEnd").hasFocus());
+}
+
 TEST_F(FmMainReadSetTest, SetStopsAtATextOutsideTheRange) {
     StartPrinter();
     ConnectToPrinter();
