@@ -29,10 +29,13 @@ void CFileChooser::EnableAccepting() {
 }
 
 void CFileChooser::accept() {
-    const QString strName = m_txtName->text();
+    QString strName = m_txtName->text();
     if (!strName.contains(Quote)) {
         QFileDialog::accept();
         return;
+    }
+    if (strName.startsWith("~/")) {
+        strName.replace(0, 1, QDir::homePath());  // as the toolkit does
     }
     const QString strPath = directory().absoluteFilePath(strName);
     if (QFileInfo(strPath).isDir()) {

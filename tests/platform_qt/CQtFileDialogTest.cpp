@@ -138,6 +138,9 @@ TEST_F(CQtFileDialogTest, AQuotationMarkInAPathLeadsThereAndIntoAFolder) {
         CFileDialogDriver(p_objDialog).TypeAndEnter(QString::fromStdString(strFolder) + "/second");
     }));
     EXPECT_EQ(Chosen(), strFolder + "/second");
+    EXPECT_TRUE(Save(
+        [](QFileDialog& p_objDialog) { CFileDialogDriver(p_objDialog).TypeAndEnter("~/a\"b"); }));
+    EXPECT_EQ(Chosen(), QDir::homePath().toStdString() + "/a\"b");
 }
 
 TEST_F(CQtFileDialogTest, TellsThatTheSecondFilterWasChosen) {
