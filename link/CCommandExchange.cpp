@@ -125,17 +125,6 @@ bool CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_i
     return bDone;
 }
 
-bool CCommandExchange::RequestAlone(const std::string& p_strCommand) {
-    std::string strError;
-    bool bDone = false;
-    {
-        const CBusy::Flow objFlow(m_objBusy);
-        bDone = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
-    }
-    ShowFailure(strError);
-    return bDone;
-}
-
 bool CCommandExchange::ReadGroup(std::int16_t p_iGroup) {
     m_objRouter.SetAnswerSelector(p_iGroup);
     std::string strError;
@@ -152,9 +141,16 @@ void CCommandExchange::EndReading() {
 
 bool CCommandExchange::RequestStatus() {
     m_objView.ShowStatus({});
-    return RequestAlone(MCommand::StatusRequest);
+    return SendMaintenance(MCommand::StatusRequest);
 }
 
 bool CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
-    return RequestAlone(p_strCommand);
+    std::string strError;
+    bool bDone = false;
+    {
+        const CBusy::Flow objFlow(m_objBusy);
+        bDone = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
+    }
+    ShowFailure(strError);
+    return bDone;
 }

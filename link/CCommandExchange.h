@@ -74,15 +74,14 @@ public:
     /// No more settings are awaited: those that still come fill no item.
     void EndReading();
 
-    /// Clears the status shown and asks for it; the buttons are disabled meanwhile, and enabled
-    /// again when a failure of the link is shown.
+    /// Clears the status shown and asks for it as SendMaintenance does.
     bool RequestStatus();
 
-    /// Sends a maintenance command; the buttons as with RequestStatus.
+    /// Sends a maintenance command; the buttons are disabled meanwhile, and enabled again when a
+    /// failure of the link is shown.
     bool SendMaintenance(const std::string& p_strCommand);
 
 private:
-    bool RequestAlone(const std::string& p_strCommand);
     bool Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                  AwaitedAnswer p_iAwaited, std::string& p_strError);
     void ShowFailure(const std::string& p_strError);

@@ -25,9 +25,8 @@ public:
     ///
     /// @param p_objCommand what goes out, byte for byte.
     /// @param p_objReceiveBuffer takes the answer on USB, and has p_iReceiveLength bytes then. On
-    /// the
-    ///        others the answer comes later, as an event, and does not pass through it; the LAN
-    ///        link gives it that size all the same.
+    ///        the others the answer comes later, as an event, and does not pass through it; the
+    ///        LAN link gives it that size all the same.
     /// @param p_strError what went wrong, in words for a person; may stay empty.
     /// @param p_iReceivedCount the bytes received, on USB.
     /// @param p_iReceiveLength what MAnswer gives for the command: of settings ReceiveLength, which

@@ -14,8 +14,8 @@ class IMessageBox;
 ///
 /// Holds a 32-bit value inside a range, in units of the last shown decimal place (15 is shown as
 /// 1.5 with one place), and shows it as a decimal number or in hexadecimal digits. What is typed
-/// counts from the moment the focus moves on inside the window (CommitText), not yet while a menu
-/// or another window has it for as long as the person needs there; until then stepping
+/// counts from the moment the focus moves on inside the window (CommitText); a menu or another
+/// window only borrows the focus, and what is typed waits for what comes after. Until then stepping
 /// goes on from the value that is held. A value is never moved to a bound: a step that would
 /// leave the range is ignored, a typed or set value outside it is refused with the range box.
 ///

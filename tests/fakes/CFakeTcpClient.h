@@ -106,10 +106,7 @@ public:
         ++m_iConnects;
         switch (m_iConnectResult) {
         case ConnectResult::Connects:
-            Later([this] {
-                m_bConnected = true;
-                m_objEvents->OnConnect();
-            });
+            Later([this] { ConnectNow(); });
             break;
         case ConnectResult::Fails:
             Later([this] { m_objEvents->OnError(m_objConnectError); });

@@ -1,6 +1,7 @@
 #include "platform/qt/CQtTcpClient.h"
 
 #include "tests/platform_qt/CRefusedPort.h"
+#include "tests/platform_qt/CTcpEventLog.h"
 #include "tests/platform_qt/CUnreachablePort.h"
 
 #include <QHostAddress>
@@ -26,66 +27,6 @@ namespace {
 constexpr const char* Loopback = "127.0.0.1";
 constexpr int LongEnough = 10'000;
 constexpr int LongEnoughForNothing = 150;
-
-/// Keeps the events of a client, and fails the test for one that comes from inside a call.
-class CEventLog : public ITcpClientEvents {
-public:
-    explicit CEventLog(CQtTcpClient& p_objClient)
-        : m_objClient(p_objClient) {
-        m_objClient.SetEvents(this);
-    }
-    CEventLog(const CEventLog&) = delete;
-    CEventLog& operator=(const CEventLog&) = delete;
-    ~CEventLog() override { m_objClient.SetEvents(nullptr); }
-
-    std::vector<std::string> m_strEvents;  // all but data and sent
-    std::vector<SocketError> m_objErrors;
-    std::string m_strData;
-    std::size_t m_iLargestBlock = 0;
-    int m_iSent = 0;
-    bool m_bInsideACall = false;
-    bool m_bTakesData = true;
-    std::function<void()> m_fnOnData;
-
-    [[nodiscard]] bool Has(const std::string& p_strEvent) const {
-        return std::find(m_strEvents.begin(), m_strEvents.end(), p_strEvent) != m_strEvents.end();
-    }
-
-    void OnConnect() override { Add("connect"); }
-    void OnClose() override { Add("close"); }
-    void OnSendComplete() override {
-        EXPECT_FALSE(m_bInsideACall);
-        ++m_iSent;
-    }
-    void OnDataArrival() override {
-        EXPECT_FALSE(m_bInsideACall);
-        if (m_bTakesData) {
-            TakeBlock();
-        }
-        if (m_fnOnData) {
-            m_fnOnData();
-        }
-    }
-    void OnError(const SocketError& p_objError) override {
-        Add("error");
-        m_objErrors.push_back(p_objError);
-    }
-
-    bool TakeBlock() {
-        const auto objBlock = m_objClient.GetData();
-        m_iLargestBlock = std::max(m_iLargestBlock, objBlock.size());
-        m_strData.append(objBlock.begin(), objBlock.end());
-        return !objBlock.empty();
-    }
-
-private:
-    void Add(const char* p_strEvent) {
-        EXPECT_FALSE(m_bInsideACall) << p_strEvent;
-        m_strEvents.emplace_back(p_strEvent);
-    }
-
-    CQtTcpClient& m_objClient;
-};
 
 /// Closes a connection with a reset in place of the usual end.
 void Reset(QTcpSocket& p_objSocket) {
@@ -152,7 +93,7 @@ protected:
     CRefusedPort m_objRefused;
     std::unique_ptr<QTcpSocket> m_objPeer;
     CQtTcpClient m_objClient;
-    CEventLog m_objEvents{m_objClient};
+    CTcpEventLog m_objEvents{m_objClient};
 };
 
 using Events = std::vector<std::string>;
@@ -265,7 +206,7 @@ TEST_F(CQtTcpClientTest, CloseEndsAnEndlessConnect) {
 
 TEST_F(CQtTcpClientTest, MayEndWhileItConnects) {
     auto objClient = std::make_unique<CQtTcpClient>();
-    CEventLog objEvents(*objClient);
+    CTcpEventLog objEvents(*objClient);
     objClient->SetRemote(Loopback, m_objServer.serverPort());
     objClient->Connect();
     objClient->SetEvents(nullptr);

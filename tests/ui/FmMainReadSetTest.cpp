@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QTest>
 
-#include <map>
 #include <utility>
 #include <vector>
 
@@ -32,8 +31,13 @@ public:
 
     /// What has become of one button, each time: whether it is enabled.
     [[nodiscard]] std::vector<bool> Of(const QString& p_strName) const {
-        const auto objFound = m_bEnabled.find(p_strName);
-        return objFound == m_bEnabled.end() ? std::vector<bool>() : objFound->second;
+        std::vector<bool> bEnabled;
+        for (const auto& [strName, bBecame] : m_objAll) {
+            if (strName == p_strName) {
+                bEnabled.push_back(bBecame);
+            }
+        }
+        return bEnabled;
     }
 
     /// All of it, in the order in which it happened.
@@ -41,15 +45,13 @@ public:
 
     bool eventFilter(QObject* p_objButton, QEvent* p_objEvent) override {
         if (p_objEvent->type() == QEvent::EnabledChange) {
-            const bool bEnabled = qobject_cast<QWidget*>(p_objButton)->isEnabled();
-            m_bEnabled[p_objButton->objectName()].push_back(bEnabled);
-            m_objAll.emplace_back(p_objButton->objectName(), bEnabled);
+            m_objAll.emplace_back(p_objButton->objectName(),
+                                  qobject_cast<QWidget*>(p_objButton)->isEnabled());
         }
         return false;
     }
 
 private:
-    std::map<QString, std::vector<bool>> m_bEnabled;
     std::vector<Switched> m_objAll;
 };
 
