@@ -257,6 +257,19 @@ CItemManager::CItemManager() {
     CreateItems();
 }
 
+CItemManager::CItemManager(const CItemManager& p_objOther) {
+    *this = p_objOther;
+}
+
+CItemManager& CItemManager::operator=(const CItemManager& p_objOther) {
+    if (this != &p_objOther) {
+        for (const Row& objRow : Catalogue) {
+            this->*objRow.m_objSlot = std::make_shared<CItem>(*(p_objOther.*objRow.m_objSlot));
+        }
+    }
+    return *this;
+}
+
 std::span<const CItemManager::Row> CItemManager::Rows() {
     return Catalogue;
 }

@@ -26,6 +26,12 @@ public:
 
     CItemManager();
 
+    // A copy has items of its own: values, widths, types and defaults are copied, nothing is
+    // shared.
+    CItemManager(const CItemManager& p_objOther);
+    CItemManager& operator=(const CItemManager& p_objOther);
+    ~CItemManager() = default;
+
     /// The catalogue's table, in the order in which the items are created.
     static std::span<const Row> Rows();
 

@@ -24,27 +24,27 @@ constexpr std::array<Length, 6> Lengths{{
     {MAnswer::ParameterExpansion, 62},
 }};
 
+}  // namespace
+
+namespace MAnswer {
+
 bool GroupItems(const CItemManager& p_objItemManager, std::int16_t p_iGroup,
                 ItemArray& p_objItemAry) {
     switch (p_iGroup) {
-    case MAnswer::Adjustment:
+    case Adjustment:
         return p_objItemManager.GetItem_Adjustment(p_objItemAry);
-    case MAnswer::Parameter:
+    case Parameter:
         return p_objItemManager.GetItem_Parameter(p_objItemAry);
-    case MAnswer::Sensor:
+    case Sensor:
         return p_objItemManager.GetItem_Sensor(p_objItemAry);
-    case MAnswer::Lan:
+    case Lan:
         return p_objItemManager.GetItem_Lan(p_objItemAry);
-    case MAnswer::ParameterExpansion:
+    case ParameterExpansion:
         return p_objItemManager.GetItem_ParameterExpansion1(p_objItemAry);
     default:
         return false;
     }
 }
-
-}  // namespace
-
-namespace MAnswer {
 
 std::int16_t ReceiveLength(std::int16_t p_iGroup) {
     const auto* const objFound =

@@ -39,6 +39,11 @@ enum Group : std::int16_t {
 /// L / 2 bytes: two of header, the fields, two that close it.
 std::int16_t ReceiveLength(std::int16_t p_iGroup);
 
+/// Fills p_objItemAry with the items of group p_iGroup in the order in which they are answered.
+/// False for a group that does not exist.
+bool GroupItems(const CItemManager& p_objItemManager, std::int16_t p_iGroup,
+                ItemArray& p_objItemAry);
+
 /// Cuts a settings answer into the fields of group p_iGroup and stores each in its item.
 ///
 /// @param p_objAnswer the whole answer, its fields from FieldsPosition on.

@@ -405,3 +405,35 @@ TEST(CItemManager, BuildsEveryGroupFromItsMembersAtTheTimeOfTheCall) {
         EXPECT_EQ(objItemAry.size(), objExpected.m_iItems);
     }
 }
+
+TEST(CItemManager, ACopyHasItsOwnItemsWithTheSameContents) {
+    const CItemManager objOriginal;
+    objOriginal.m_objParity->SetValue(2);
+    const CItemManager objCopy = objOriginal;
+
+    for (const CItemManager::Row& objRow : CItemManager::Rows()) {
+        const ItemRef& objItem = objOriginal.*objRow.m_objSlot;
+        const ItemRef& objOther = objCopy.*objRow.m_objSlot;
+        EXPECT_NE(objItem, objOther) << objRow.m_strName;
+        EXPECT_EQ(objItem->m_vValue, objOther->m_vValue) << objRow.m_strName;
+        EXPECT_EQ(objItem->m_vDefaultValue, objOther->m_vDefaultValue) << objRow.m_strName;
+        EXPECT_EQ(objItem->m_iLength, objOther->m_iLength) << objRow.m_strName;
+        EXPECT_EQ(objItem->m_iDataType, objOther->m_iDataType) << objRow.m_strName;
+        EXPECT_EQ(objItem->m_bFixedValue, objOther->m_bFixedValue) << objRow.m_strName;
+    }
+    objCopy.m_objParity->SetValue(0);
+    EXPECT_EQ(objOriginal.m_objParity->GetValueString(), "2");
+}
+
+TEST(CItemManager, AnAssignedCatalogueSharesNothingEither) {
+    const CItemManager objOriginal;
+    CItemManager objOther;
+    objOriginal.m_objParity->SetValue(2);
+    objOther = objOriginal;
+    objOriginal.m_objParity->SetValue(0);
+
+    EXPECT_EQ(objOther.m_objParity->GetValueString(), "2");
+    const CItemManager& objItself = objOther;
+    objOther = objItself;
+    EXPECT_EQ(objOther.m_objParity->GetValueString(), "2");
+}

@@ -1,0 +1,138 @@
+#include "model/MSettings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <ostream>
+#include <stdexcept>
+
+using testing::HasSubstr;
+
+namespace {
+
+std::vector<MSettings::Row> Copied() {
+    const auto objRows = MSettings::All();
+    return {objRows.begin(), objRows.end()};
+}
+
+MSettings::Row& RowNamed(std::vector<MSettings::Row>& p_objRows, std::string_view p_strName) {
+    return *std::ranges::find(p_objRows, p_strName, &MSettings::Row::m_strName);
+}
+
+struct WrongCase {
+    const char* m_strName;
+    const char* m_strWhat;  ///< what the refusal says
+    std::function<void(std::vector<MSettings::Row>&)> m_objSpoil;
+};
+
+void PrintTo(const WrongCase& p_objCase, std::ostream* p_objStream) {
+    *p_objStream << p_objCase.m_strName;
+}
+
+// clang-format off
+const std::vector<WrongCase> WrongCases{
+    {"NoName", "no name or no label", [](auto& p_objRows) { p_objRows.front().m_strName = ""; }},
+    {"NoLabel", "no name or no label", [](auto& p_objRows) { p_objRows.front().m_strLabel = ""; }},
+    {"NameTwice", "stands twice", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strName = "speed"; }},
+    {"ListWithoutEntries", "a list has entries", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.clear(); }},
+    {"NumberWithEntries", "a list has entries", [](auto& p_objRows) { RowNamed(p_objRows, "feed-adj").m_strEntries = {"OFF"}; }},
+    {"ListTooLong", "list does not fit", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strEntries.resize(11, "ON"); }},
+    {"RangeUpsideDown", "upside down", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange = {40, 0, 1}; }},
+    {"NoStep", "no step", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iStep = 0; }},
+    {"RangeTooWide", "does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMax = 100; }},
+    {"RangeTooWideBelow", "does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "tone-adj-t").m_objRange.m_iMin = -100; }},
+    {"NothingHoldsTheSign", "nothing holds its sign", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMin = -1; }},
+    {"DefaultOutsideTheRange", "default", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-t").m_objRange.m_iMax = 13; }},
+    {"DefaultBeyondTheList", "default", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.resize(2); }},
+    {"AddressOfThree", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "ip-address").m_objSlots[3] = nullptr; }},
+    {"NumberOfTwo", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[1] = &CItemManager::m_objLanSetting; }},
+    {"NoItem", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[0] = nullptr; }},
+    {"ItemTwice", "belongs to another setting", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_objSlots[0] = &CItemManager::m_objLanSetting; }},
+    {"ItemMissing", "no setting has the item m_objDhcpSetting", [](auto& p_objRows) { p_objRows.erase(std::ranges::find(p_objRows, "dhcp", &MSettings::Row::m_strName)); }},
+};
+// clang-format on
+
+class MSettingsWrongTest : public testing::TestWithParam<WrongCase> {};
+
+}  // namespace
+
+TEST_P(MSettingsWrongTest, IsRefusedWithItsReason) {
+    std::vector<MSettings::Row> objRows = Copied();
+    GetParam().m_objSpoil(objRows);
+
+    try {
+        MSettings::Check(objRows);
+        FAIL() << "nothing was refused";
+    } catch (const std::logic_error& objError) {
+        EXPECT_THAT(objError.what(), HasSubstr(GetParam().m_strWhat));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, MSettingsWrongTest, testing::ValuesIn(WrongCases),
+                         [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
+
+TEST(MSettings, TheTableIsWhole) {
+    EXPECT_NO_THROW(MSettings::Check(MSettings::All()));
+}
+
+TEST(MSettings, AWrongRowIsNamed) {
+    std::vector<MSettings::Row> objRows = Copied();
+    RowNamed(objRows, "threshold-r").m_objRange.m_iStep = 0;
+
+    try {
+        MSettings::Check(objRows);
+        FAIL() << "nothing was refused";
+    } catch (const std::logic_error& objError) {
+        EXPECT_STREQ(objError.what(), "setting \"threshold-r\" (THRESHOLD<R>): it has no step");
+    }
+}
+
+TEST(MSettings, StandInTheCataloguesOrder) {
+    const CItemManager objItems;
+    const auto Place = [](MSettings::Slot p_objSlot) {
+        const auto objRows = CItemManager::Rows();
+        return std::ranges::find(objRows, p_objSlot, &CItemManager::Row::m_objSlot) -
+               objRows.begin();
+    };
+
+    std::ptrdiff_t iLast = -1;
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        const std::ptrdiff_t iFirst = Place(objRow.Items().front());
+        EXPECT_GT(iFirst, iLast) << objRow.m_strName;
+        iLast = iFirst;
+    }
+}
+
+TEST(MSettings, NamesAreWordsOfSmallLettersAndDigits) {
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        EXPECT_THAT(std::string(objRow.m_strName), testing::MatchesRegex("[a-z][a-z0-9-]*"));
+    }
+}
+
+TEST(MSettings, ThatCanCutALinkAreThoseThatTheLinkStandsOn) {
+    std::vector<std::string_view> strLan;
+    std::vector<std::string_view> strSerial;
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        if (objRow.m_iCuts == MSettings::Cuts::Lan) {
+            strLan.push_back(objRow.m_strName);
+        } else if (objRow.m_iCuts == MSettings::Cuts::Serial) {
+            strSerial.push_back(objRow.m_strName);
+        }
+    }
+
+    EXPECT_THAT(strLan,
+                testing::ElementsAre("ip-address", "default-gateway", "subnet-mask", "socket",
+                                     "socket-port", "dhcp", "dhcp-client-id", "dhcp-host-name"));
+    EXPECT_THAT(strSerial,
+                testing::ElementsAre("control", "speed", "data-length", "stop-bit", "parity"));
+}
+
+TEST(MSettings, AreFoundByName) {
+    ASSERT_NE(MSettings::Find("x-adj"), nullptr);
+    EXPECT_EQ(MSettings::Find("x-adj")->m_strLabel, "X ADJ.");
+    EXPECT_EQ(MSettings::Find("X-ADJ"), nullptr);
+    EXPECT_EQ(&MSettings::Get("x-adj"), MSettings::Find("x-adj"));
+    EXPECT_THROW(MSettings::Get("y-adj"), std::logic_error);
+}
