@@ -1,4 +1,4 @@
-#include "platform/qt/CQtPlatform.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "ui/FmMain.h"
 
 #include <QApplication>

@@ -17,15 +17,3 @@ else()
     target_compile_options(varden_warnings INTERFACE -Werror)
   endif()
 endif()
-
-# Makes a room: a static library that sees the project's root and nothing but what it links. Those
-# without a toolkit take the standard headers from varden_model.
-function(varden_add_room p_target)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;KNOWS" ${ARGN})
-  add_library(${p_target} STATIC ${ROOM_SOURCES})
-  target_include_directories(${p_target} PUBLIC "${PROJECT_SOURCE_DIR}")
-  target_link_libraries(${p_target} PUBLIC ${ROOM_KNOWS} PRIVATE varden_warnings)
-  if(NOT "${ROOM_KNOWS}" MATCHES "Qt6::")
-    varden_precompiled_from(${p_target} varden_model)
-  endif()
-endfunction()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/CQtPlatform.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "ui/FmMain.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #include "tour/MFileTour.h"
 
-#include "tests/platform_qt/CFileDialogDriver.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -108,7 +108,7 @@ files/MUsesUsb.cpp:3: libusb belongs in platform/usb: libusb-1.0/libusb.h
 platform/qt/MUsesUsb.cpp:1: libusb belongs in platform/usb: libusb-1.0/libusb.h
 platform/qt/MUsesUsb.cpp:2: what lies outside belongs in platform/usb: libusb_context
 platform/usb/MUsesQt.cpp:1: Qt header in platform/usb: QString
-platform/usb/MUsesQt.cpp:2: what lies outside belongs in platform/qt: QTcpSocket
+platform/usb/MUsesQt.cpp:2: what lies outside belongs in platform/qt or platform/widgets: QTcpSocket
 simulator/usb/MUsesUsb.cpp:1: libusb belongs in platform/usb: libusb.h
 simulator/usb/MUsesUsb.cpp:2: Qt header in simulator/usb: QString
 gadgets/CNowhere.h:1: a source file outside every room
@@ -126,21 +126,22 @@ model/MUsesQt.cpp:4: Qt header in model: qglobal.h
 model/MUsesQt.cpp:5: Qt header in model: QtCore/QString
 simulator/CRules.cpp:1: simulator may not know simulator/program: simulator/program/CServer.h
 simulator/CRules.cpp:2: Qt header in simulator: QTimer
-ui/MUsesOutside.cpp:2: what lies outside belongs in platform/qt: QMessageBox
-ui/MUsesOutside.cpp:3: what lies outside belongs in platform/qt: QFileDialog
-ui/MUsesOutside.cpp:5: what lies outside belongs in platform/qt: QTcpSocket
-ui/MUsesOutside.cpp:6: what lies outside belongs in platform/qt: QSerialPort
+ui/MUsesOutside.cpp:2: what lies outside belongs in platform/qt or platform/widgets: QMessageBox
+ui/MUsesOutside.cpp:3: what lies outside belongs in platform/qt or platform/widgets: QFileDialog
+ui/MUsesOutside.cpp:5: what lies outside belongs in platform/qt or platform/widgets: QTcpSocket
+ui/MUsesOutside.cpp:6: what lies outside belongs in platform/qt or platform/widgets: QSerialPort
 ui/MUsesOutside.cpp:7: what lies outside belongs in platform/usb: libusb_init'
 
 # --- every pair of rooms: who may know whom ----------------------------------------------------
 rm -rf -- "${tree:?}"/*
-rooms=(model protocol platform platform/qt platform/usb link files flows simulator simulator/usb simulator/program ui app tour tests)
+rooms=(model protocol platform platform/qt platform/widgets platform/usb link files flows simulator simulator/usb simulator/program ui app tour tests)
 allowed=' protocol>model platform/qt>platform link>model link>protocol
  link>platform files>model files>protocol files>platform flows>model flows>protocol flows>link
  flows>files flows>platform simulator>model simulator>protocol simulator/program>simulator
  simulator/program>simulator/usb simulator/usb>simulator platform/usb>platform platform/qt>platform/usb
  ui>model ui>protocol ui>platform ui>platform/qt ui>link ui>files ui>flows app>ui
- app>platform/qt '
+ app>platform/widgets platform/widgets>platform platform/widgets>platform/usb
+ platform/widgets>platform/qt '
 allowed=" ${allowed//$'\n'/ } "
 expected=
 for from in "${rooms[@]}"; do

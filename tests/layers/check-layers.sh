@@ -5,10 +5,11 @@
 #
 # Every offence is printed as FILE:LINE: what is wrong; the exit code is 1 when there is one, 2 when
 # nothing could be checked. What is refused:
-#   - an include of a room that the including room may not know (the table below)
+#   - an include of a room that the including room may not know (cmake/rooms.txt)
 #   - a header that is neither the project's nor the standard library's, where only those belong
 #   - Qt or libusb outside the rooms that stand on them
-#   - a message box, a file dialog, a socket or a serial port by name, outside platform/qt
+#   - a message box, a file dialog, a socket or a serial port by name, outside platform/qt and
+#     platform/widgets
 #   - libusb by name, outside platform/usb
 #   - a file that is not named after the class or module in it
 #   - a header without #pragma once
@@ -16,8 +17,9 @@
 set -euo pipefail
 export LC_ALL=C
 
-root=${1:-$(dirname -- "${BASH_SOURCE[0]}")/../..}
-cd -- "$root" || exit 2
+home=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/../.." && pwd)
+list=$home/cmake/rooms.txt
+cd -- "${1:-$home}" || exit 2
 
 mapfile -t sources < <(find . \( -path ./build -o -path './.*' -o -path './cmake-build-*' \) -prune -o \
     -type f \( -name '*.h' -o -name '*.cpp' \) -print | sed 's|^\./||' | sort)
@@ -27,30 +29,20 @@ if [[ ${#sources[@]} -eq 0 ]]; then
 fi
 
 # A header and a source of the same name belong together; awk is told which headers there are.
-printf '%s\n' "${sources[@]}" | awk '
-# room: what it may know besides itself and the standard library; "*" is every room.
-function Table() {
-    Know("model", "")
-    Know("protocol", "model")
-    Know("platform", "")
-    Know("platform/qt", "platform platform/usb")
-    Know("platform/usb", "platform")
-    Know("link", "model protocol platform")
-    Know("files", "model protocol platform")
-    Know("flows", "model protocol link files platform")
-    Know("simulator", "model protocol")
-    Know("simulator/usb", "simulator")
-    Know("simulator/program", "simulator simulator/usb")
-    Know("ui", "model protocol platform platform/qt link files flows")
-    Know("app", "ui platform/qt")
-    Know("tour", "*")
-    Know("tests", "*")
-
-    Allow(toolkit, "platform/qt ui app simulator/program tour tests")
-    Allow(outside, "platform/qt simulator/program tour tests")
-    Allow(usb, "platform/usb tour tests")
-    # Rooms without Qt that may use the headers of the system.
-    Allow(systemHeaders, "platform/usb simulator/usb")
+printf '%s\n' "${sources[@]}" | awk -v list="$list" '
+# Reads the list of rooms: folder : what it may know : what of the outside it may use.
+function Table(    text, part) {
+    while ((getline text < list) > 0) {
+        if (text !~ /^[a-z]/) continue
+        split(text, part, ":")
+        gsub(/ /, "", part[1])
+        Know(part[1], part[2])
+        if (part[3] ~ /toolkit/) toolkit[part[1]] = 1
+        if (part[3] ~ /outside/) outside[part[1]] = 1
+        if (part[3] ~ /usb/) usb[part[1]] = 1
+        if (part[3] ~ /system/) systemHeaders[part[1]] = 1
+    }
+    close(list)
 }
 
 function Know(p_room, p_rooms,    i, n, names) {
@@ -58,11 +50,6 @@ function Know(p_room, p_rooms,    i, n, names) {
     knows[p_room, p_room] = 1
     n = split(p_rooms, names, " ")
     for (i = 1; i <= n; i++) knows[p_room, names[i]] = 1
-}
-
-function Allow(p_set, p_rooms,    i, n, names) {
-    n = split(p_rooms, names, " ")
-    for (i = 1; i <= n; i++) p_set[names[i]] = 1
 }
 
 # The innermost room that a path lies in, or "".
@@ -132,7 +119,7 @@ function CheckLine(    name) {
         sub(/^[ \t]*#[ \t]*include[ \t]*/, "", name)
         CheckInclude(substr(name, 1, 1), substr(name, 2, match(substr(name, 2), /[>"]/) - 1))
     } else {
-        CheckNames(!(room in outside), "platform/qt", "QMessageBox|QFileDialog|QTcpSocket|QSerialPort")
+        CheckNames(!(room in outside), "platform/qt or platform/widgets", "QMessageBox|QFileDialog|QTcpSocket|QSerialPort")
         CheckNames(!(room in usb), "platform/usb", "libusb_?[A-Za-z0-9_]*")
     }
     if (code ~ /^[ \t]*#[ \t]*pragma[ \t]+once/) pragma = 1

@@ -1,6 +1,6 @@
 #include "tests/ui/CFilesFixture.h"
 
-#include "tests/platform_qt/CModalPerson.h"
+#include "tests/platform_widgets/CModalPerson.h"
 
 #include <QAbstractButton>
 #include <QTest>

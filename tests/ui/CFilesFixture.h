@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/qt/CQtPlatform.h"
-#include "tests/platform_qt/CFileDialogDriver.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "tests/platform_qt/CFolder.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
 #include "tests/ui/CMainWindow.h"
 
 #include <QFileDialog>

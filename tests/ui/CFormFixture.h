@@ -2,8 +2,8 @@
 
 #include "platform/qt/CQtClock.h"
 #include "platform/qt/CQtEventLoop.h"
-#include "platform/qt/CQtFileDialog.h"
 #include "platform/qt/CQtFileStore.h"
+#include "platform/widgets/CQtFileDialog.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/ui/CMainWindow.h"
 #include "tests/ui/CRecordingSerialPort.h"

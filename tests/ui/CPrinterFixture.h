@@ -2,9 +2,9 @@
 
 #include "platform/qt/CQtClock.h"
 #include "platform/qt/CQtEventLoop.h"
-#include "platform/qt/CQtFileDialog.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtTcpClient.h"
+#include "platform/widgets/CQtFileDialog.h"
 #include "tests/fakes/CAbsentSerialPort.h"
 #include "tests/fakes/CAbsentUsbLibrary.h"
 #include "tests/fakes/CFakeClock.h"

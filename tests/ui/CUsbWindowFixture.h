@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/CQtPlatform.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "simulator/usb/CEmulatedPrinter.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/CHastyClock.h"

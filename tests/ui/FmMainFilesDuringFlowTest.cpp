@@ -1,6 +1,6 @@
-#include "tests/platform_qt/CFileDialogDriver.h"
 #include "tests/platform_qt/CFolder.h"
-#include "tests/platform_qt/CModalPerson.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
+#include "tests/platform_widgets/CModalPerson.h"
 #include "tests/ui/CPrinterFixture.h"
 
 #include <QFileDialog>

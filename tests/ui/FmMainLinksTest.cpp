@@ -1,4 +1,4 @@
-#include "platform/qt/CQtPlatform.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/simulator/CSimulatorProcess.h"
 #include "tests/ui/CMainWindow.h"

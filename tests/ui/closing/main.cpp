@@ -7,9 +7,9 @@
 // opens, "files changed" when the closing has changed any, and at the end "ended after <n> ms",
 // counted from the closing. Its exit code is the tool's.
 
-#include "platform/qt/CQtPlatform.h"
-#include "tests/platform_qt/CFileDialogDriver.h"
+#include "platform/widgets/CQtPlatform.h"
 #include "tests/platform_qt/CFolder.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
 #include "tests/ui/CMainWindow.h"
 #include "tests/ui/CModalAnswer.h"
 #include "tests/ui/closing/CLateSender.h"

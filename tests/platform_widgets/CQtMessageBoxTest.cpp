@@ -1,4 +1,4 @@
-#include "platform/qt/CQtMessageBox.h"
+#include "platform/widgets/CQtMessageBox.h"
 
 #include "platform/qt/CQtEventLoop.h"
 

@@ -1,7 +1,7 @@
-#include "platform/qt/CQtMessageBox.h"
+#include "platform/widgets/CQtMessageBox.h"
 
-#include "platform/qt/MDialogOwner.h"
 #include "platform/qt/MText.h"
+#include "platform/widgets/MDialogOwner.h"
 
 #include <QApplication>
 #include <QMessageBox>

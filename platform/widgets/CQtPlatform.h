@@ -3,13 +3,13 @@
 #include "platform/CPlatform.h"
 #include "platform/qt/CQtClock.h"
 #include "platform/qt/CQtEventLoop.h"
-#include "platform/qt/CQtFileDialog.h"
 #include "platform/qt/CQtFileStore.h"
-#include "platform/qt/CQtMessageBox.h"
 #include "platform/qt/CQtSerialPort.h"
 #include "platform/qt/CQtTcpClient.h"
 #include "platform/qt/CSystemLineState.h"
 #include "platform/usb/CUsbLibrary.h"
+#include "platform/widgets/CQtFileDialog.h"
+#include "platform/widgets/CQtMessageBox.h"
 
 #include <QCoreApplication>
 #include <QFile>

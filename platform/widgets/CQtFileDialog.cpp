@@ -1,7 +1,7 @@
-#include "platform/qt/CQtFileDialog.h"
+#include "platform/widgets/CQtFileDialog.h"
 
-#include "platform/qt/CFileChooser.h"
-#include "platform/qt/MDialogOwner.h"
+#include "platform/widgets/CFileChooser.h"
+#include "platform/widgets/MDialogOwner.h"
 
 #include <QFile>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "tests/platform_qt/CFileDialogDriver.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

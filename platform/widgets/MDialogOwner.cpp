@@ -1,4 +1,4 @@
-#include "platform/qt/MDialogOwner.h"
+#include "platform/widgets/MDialogOwner.h"
 
 #include <QApplication>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "platform/qt/CFileChooser.h"
+#include "platform/widgets/CFileChooser.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>

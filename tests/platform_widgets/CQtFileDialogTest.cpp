@@ -1,10 +1,10 @@
-#include "platform/qt/CQtFileDialog.h"
+#include "platform/widgets/CQtFileDialog.h"
 
 #include "files/MFileDialog.h"
 #include "platform/qt/CQtEventLoop.h"
-#include "tests/platform_qt/CFileDialogDriver.h"
 #include "tests/platform_qt/CFolder.h"
-#include "tests/platform_qt/CModalPerson.h"
+#include "tests/platform_widgets/CFileDialogDriver.h"
+#include "tests/platform_widgets/CModalPerson.h"
 
 #include <QApplication>
 #include <QComboBox>
