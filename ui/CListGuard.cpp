@@ -1,20 +1,34 @@
-#include "ui/CWheelGuard.h"
+#include "ui/CListGuard.h"
 
-#include <QEvent>
-#include <QWidget>
+#include "ui/MPress.h"
 
-void CWheelGuard::Guard(QWidget& p_objWidget) {
-    p_objWidget.setFocusPolicy(Qt::StrongFocus);
-    p_objWidget.installEventFilter(this);
+#include <QComboBox>
+#include <QMouseEvent>
+
+void CListGuard::Guard(QComboBox& p_cmb) {
+    p_cmb.setFocusPolicy(Qt::StrongFocus);
+    p_cmb.installEventFilter(this);
 }
 
-bool CWheelGuard::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
-    if (p_objEvent->type() == QEvent::Wheel) {
-        const auto* objWidget = qobject_cast<const QWidget*>(p_objWatched);
-        if (objWidget != nullptr && !objWidget->hasFocus()) {
-            p_objEvent->ignore();  // so that the page takes it
-            return true;
-        }
+bool CListGuard::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
+    switch (p_objEvent->type()) {
+    case QEvent::Wheel:
+        return PassWheelOn(*p_objWatched, *p_objEvent);
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        // Opened while the window is not yet in front again, its entries would leave the toolkit
+        // in the belief that the window never came back: no field would be checked when left.
+        return MPress::HasWaited(*static_cast<const QMouseEvent*>(p_objEvent));
+    default:
+        return QObject::eventFilter(p_objWatched, p_objEvent);
     }
-    return QObject::eventFilter(p_objWatched, p_objEvent);
+}
+
+bool CListGuard::PassWheelOn(const QObject& p_objWatched, QEvent& p_objEvent) {
+    const auto* const objWidget = qobject_cast<const QWidget*>(&p_objWatched);
+    if (objWidget == nullptr || objWidget->hasFocus()) {
+        return false;
+    }
+    p_objEvent.ignore();  // so that the page takes it
+    return true;
 }

@@ -2,19 +2,23 @@
 
 #include <QObject>
 
-class QWidget;
+class QComboBox;
 
-/// Keeps the mouse wheel from changing a field that the pointer merely passes while a page
-/// scrolls: a guarded widget hears the wheel only while it has the focus.
-class CWheelGuard : public QObject {
+/// Keeps from a list what was not meant for it: the mouse wheel that merely passes over it while a
+/// page scrolls (it hears the wheel only while it has the focus), and a press that waited behind a
+/// box (it opens only while the mouse button is down).
+class CListGuard : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Guards p_objWidget from now on, for as long as both live, and keeps the wheel from giving
-    /// it the focus. What it does not hear goes on to its parent.
-    void Guard(QWidget& p_objWidget);
+    /// Guards p_cmb from now on, for as long as both live, and keeps the wheel from giving it the
+    /// focus. A wheel that it does not hear goes on to its parent.
+    void Guard(QComboBox& p_cmb);
 
     bool eventFilter(QObject* p_objWatched, QEvent* p_objEvent) override;
+
+private:
+    static bool PassWheelOn(const QObject& p_objWatched, QEvent& p_objEvent);
 };

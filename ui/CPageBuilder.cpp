@@ -9,9 +9,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard)
+CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard)
     : m_objMessageBox(p_objMessageBox)
-    , m_objWheelGuard(p_objWheelGuard) {}
+    , m_objListGuard(p_objListGuard) {}
 
 QGroupBox* CPageBuilder::MakeFrame(QWidget* p_objParent, const QString& p_strName,
                                    const QString& p_strCaption) const {
@@ -34,7 +34,7 @@ QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName
     cmb->setObjectName(p_strName);
     cmb->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // its longest entry fits
-    m_objWheelGuard.Guard(*cmb);
+    m_objListGuard.Guard(*cmb);
     return cmb;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/IMessageBox.h"
-#include "ui/CWheelGuard.h"
+#include "ui/CListGuard.h"
 
 #include <QString>
 
@@ -22,7 +22,7 @@ class UCSpinEdit;
 class CPageBuilder {
 public:
     /// Neither is owned; both outlive every field made here.
-    CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard);
+    CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard);
 
     QGroupBox* MakeFrame(QWidget* p_objParent, const QString& p_strName,
                          const QString& p_strCaption) const;
@@ -48,5 +48,5 @@ public:
 
 private:
     IMessageBox& m_objMessageBox;
-    CWheelGuard& m_objWheelGuard;
+    CListGuard& m_objListGuard;
 };

@@ -3,7 +3,7 @@
 #include "link/CInterface.h"
 #include "model/CConversionError.h"
 #include "model/MNumber.h"
-#include "ui/CWheelGuard.h"
+#include "ui/CListGuard.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -59,7 +59,7 @@ constexpr int FieldColumn = 1;
 FmInterfaceSetup::FmInterfaceSetup(IMessageBox& p_objBoxes, QWidget* p_objParent)
     : QDialog(p_objParent)
     , m_objBoxes(p_objBoxes)
-    , m_objWheelGuard(new CWheelGuard(this)) {
+    , m_objListGuard(new CListGuard(this)) {
     setObjectName("FmInterfaceSetup");
     setWindowTitle("Interface Setup");
     setModal(true);
@@ -95,7 +95,7 @@ QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p
     objList->setObjectName(p_objList.m_strName);
     objList->setAccessibleName(p_objList.m_strLabel);
     objLabel->setBuddy(objList);
-    m_objWheelGuard->Guard(*objList);
+    m_objListGuard->Guard(*objList);
     const int iRow = p_objGrid.rowCount();
     p_objGrid.addWidget(objLabel, iRow, LabelColumn);
     p_objGrid.addWidget(objList, iRow, FieldColumn);
@@ -218,7 +218,7 @@ bool FmInterfaceSetup::CancelFlag() const {
 }
 
 void FmInterfaceSetup::OnSet() {
-    if (m_objInterface == nullptr || !UCSpinEdit::CommitEditedField(*this)) {
+    if (m_objInterface == nullptr || !UCSpinEdit::CommitFields(*this)) {
         return;  // refused: the person corrects the field
     }
     if (EditsLan()) {

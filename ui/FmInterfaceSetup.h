@@ -6,7 +6,7 @@
 #include <cstdint>
 
 class CInterface;
-class CWheelGuard;
+class CListGuard;
 class IMessageBox;
 class QComboBox;
 class QGridLayout;
@@ -62,7 +62,7 @@ private:
     static const std::array<SerialList, ListCount> Lists;
 
     IMessageBox& m_objBoxes;
-    CWheelGuard* m_objWheelGuard;
+    CListGuard* m_objListGuard;
     CInterface* m_objInterface = nullptr;
     std::int16_t m_iInterfaceIndex = 0;
     bool m_bCancelFlag = true;

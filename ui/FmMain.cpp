@@ -49,7 +49,7 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSession(*m_objItemManager, *m_objInterface, *this, p_objPlatform)
-    , m_objBuilder(p_objPlatform.m_objMessageBox, m_objWheelGuard)
+    , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(*m_objInterface, m_objSession.Exchange(), m_objSession.Router(),
                        m_objSession.Busy(), m_objSession.Waiter(), *this) {
     setObjectName("FmMain");
@@ -126,7 +126,7 @@ QWidget* FmMain::MakeTabs() {
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
     connect(m_objTabs, &QTabWidget::currentChanged, m_objTabs, [objTabs = m_objTabs] {
-        UCSpinEdit::CommitEditedField(*objTabs->window());  // where the menu bar had the focus
+        UCSpinEdit::CommitFields(*objTabs->window());  // those that were left without a check
         // The focus comes along to another page; on a button there a slip of the space bar would
         // send something.
         const QWidget* const objFocus = objTabs->window()->focusWidget();
@@ -233,9 +233,10 @@ void FmMain::ConnectMaintenance() {
 void FmMain::ConnectButton(const char* p_strName, const std::function<void()>& p_objHandler) {
     auto* const btn = findChild<QPushButton*>(p_strName);
     connect(btn, &QPushButton::clicked, this, [this, btn, p_objHandler] {
-        // A click leaves the focus in the field that is being edited. What was typed there is
-        // checked now; refused, it was told so, and nothing is started with the old value.
-        if (!UCSpinEdit::CommitEditedField(*this)) {
+        // A click leaves the focus in the field that is being edited. What was typed there, or
+        // in a field that was left without a check, is checked now; refused, it was told so, and
+        // nothing is started with the old value.
+        if (!UCSpinEdit::CommitFields(*this)) {
             return;
         }
         btn->setFocus(Qt::OtherFocusReason);

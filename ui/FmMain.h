@@ -8,8 +8,8 @@
 #include "model/CItemManager.h"
 #include "platform/CPlatform.h"
 #include "ui/CActionButtons.h"
+#include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
-#include "ui/CWheelGuard.h"
 
 #include <QMainWindow>
 
@@ -75,7 +75,7 @@ private:
     std::unique_ptr<CItemManager> m_objItemManager;
     std::unique_ptr<CInterface> m_objInterface;
     CPrinterSession m_objSession;
-    CWheelGuard m_objWheelGuard;
+    CListGuard m_objListGuard;
     CPageBuilder m_objBuilder;
 
     QComboBox* m_cmbInterface = nullptr;
