@@ -69,14 +69,25 @@ QWidget* CPageBuilder::MakeField(QWidget* p_objParent, const QString& p_strName)
 
 QWidget* CPageBuilder::AddField(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                                 const QString& p_strCaption, const QString& p_strName) const {
-    QWidget* const objParent = p_objGrid.parentWidget();
-    QLabel* const lbl = MakeLabel(objParent, p_strCaption);
-    QWidget* const objField = MakeField(objParent, p_strName);
-    lbl->setBuddy(objField);  // with a buddy "&&" shows as "&"
-    NameAfter(*objField, p_strCaption);
-    p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
-    p_objGrid.addWidget(objField, p_iRow, p_iColumn + 1);
+    QWidget* const objField = MakeField(p_objGrid.parentWidget(), p_strName);
+    Add(p_objGrid, p_iRow, p_iColumn, p_strCaption, *objField);
     return objField;
+}
+
+QComboBox* CPageBuilder::AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                                 const QString& p_strCaption, const QString& p_strName) const {
+    QComboBox* const cmb = MakeList(p_objGrid.parentWidget(), p_strName);
+    Add(p_objGrid, p_iRow, p_iColumn, p_strCaption, *cmb);
+    return cmb;
+}
+
+void CPageBuilder::Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                       const QString& p_strCaption, QWidget& p_objField) const {
+    QLabel* const lbl = MakeLabel(p_objGrid.parentWidget(), p_strCaption);
+    lbl->setBuddy(&p_objField);  // with a buddy "&&" shows as "&"
+    NameAfter(p_objField, p_strCaption);
+    p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
+    p_objGrid.addWidget(&p_objField, p_iRow, p_iColumn + 1);
 }
 
 void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {

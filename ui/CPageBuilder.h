@@ -43,10 +43,17 @@ public:
     QWidget* AddField(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                       const QString& p_strCaption, const QString& p_strName) const;
 
+    /// The same for a list.
+    QComboBox* AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                       const QString& p_strCaption, const QString& p_strName) const;
+
     /// Names p_objField for assistive programs after its label.
     static void NameAfter(QWidget& p_objField, const QString& p_strCaption);
 
 private:
+    void Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn, const QString& p_strCaption,
+             QWidget& p_objField) const;
+
     IMessageBox& m_objMessageBox;
     CListGuard& m_objListGuard;
 };

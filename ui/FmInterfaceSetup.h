@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 class CInterface;
 class CListGuard;
@@ -57,9 +58,8 @@ private:
 
     [[nodiscard]] bool EditsLan() const;
 
-    static constexpr int ListCount = 5;
     static constexpr int OctetCount = 4;
-    static const std::array<SerialList, ListCount> Lists;
+    static const std::vector<SerialList> Lists;
 
     IMessageBox& m_objBoxes;
     CListGuard* m_objListGuard;
@@ -69,6 +69,6 @@ private:
 
     QGroupBox* m_objSerialGroup = nullptr;
     QGroupBox* m_objLanGroup = nullptr;
-    std::array<QComboBox*, ListCount> m_objLists{};
+    std::vector<QComboBox*> m_objLists;  ///< in the order of Lists
     std::array<UCSpinEdit*, OctetCount> m_objOctets{};
 };
