@@ -1,11 +1,11 @@
 #include "ui/CActionButtons.h"
 
-#include <array>
+#include "ui/MControl.h"
 
 namespace {
 
 // clang-format off
-constexpr std::array<const char*, 18> Names{
+const std::vector<const char*> ButtonNames{
     "btnGetStatus",
     "btnSetup",
     "btnLoad",
@@ -29,11 +29,17 @@ constexpr std::array<const char*, 18> Names{
 
 }  // namespace
 
-CActionButtons::CActionButtons(QWidget& p_objWindow)
+const std::vector<const char*>& CActionButtons::Names() {
+    return ButtonNames;
+}
+
+CActionButtons::CActionButtons(QWidget& p_objWindow, const std::vector<const char*>& p_strNames)
     : m_objWindow(p_objWindow) {
-    for (const char* strName : Names) {
-        m_objButtons.push_back(p_objWindow.findChild<QPushButton*>(strName));
+    for (const char* strName : p_strNames) {
+        m_objButtons.push_back(&MControl::Find<QPushButton>(p_objWindow, strName));
     }
+    MControl::ExpectOneRowEach<QPushButton>(
+        p_objWindow, p_strNames, [](const char* p_strName) { return p_strName; }, "action buttons");
 }
 
 void CActionButtons::SetEnabled(bool p_bEnabled) {

@@ -2,6 +2,7 @@
 
 #include "model/MNumber.h"
 #include "platform/qt/MText.h"
+#include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -11,21 +12,19 @@
 
 namespace {
 
-template <typename Control>
-Control* Find(const QWidget& p_objPage, const char* p_strName) {
-    auto* const objControl = p_objPage.findChild<Control*>(QString::fromLatin1(p_strName));
-    if (objControl == nullptr) {
-        throw std::logic_error(std::string("the page has no control ") + p_strName);
-    }
-    return objControl;
-}
-
 void Select(QComboBox& p_cmb, const CItemValue& p_vValue) {
     const std::int16_t iPosition = MNumber::ToInt16(p_vValue);
     if (iPosition < 0 || iPosition >= p_cmb.count()) {
         throw std::out_of_range("a list has no position " + std::to_string(iPosition));
     }
     p_cmb.setCurrentIndex(iPosition);
+}
+
+template <typename Control>
+void ExpectBoundFields(const QWidget& p_objPage, const std::vector<MBinding::Row>& p_objRows) {
+    MControl::ExpectOneRowEach<Control>(
+        p_objPage, p_objRows, [](const MBinding::Row& p_objRow) { return p_objRow.m_strControl; },
+        "bindings");
 }
 
 /// A Hexadecimal item reads what it is given as hexadecimal digits, so it gets the position so.
@@ -42,21 +41,29 @@ CFormBinding::CFormBinding(const QWidget& p_objPage, const std::vector<MBinding:
     for (const MBinding::Row& objRow : p_objRows) {
         m_objBound.push_back(Bind(p_objPage, objRow));
     }
+    ExpectBoundFields<QComboBox>(p_objPage, p_objRows);
+    ExpectBoundFields<UCSpinEdit>(p_objPage, p_objRows);
+    ExpectBoundFields<QLineEdit>(p_objPage, p_objRows);
 }
 
 CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow) {
     Bound objBound{p_objRow};
     switch (p_objRow.m_iKind) {
     case MBinding::Kind::List:
-        objBound.m_cmb = Find<QComboBox>(p_objPage, p_objRow.m_strControl);
+        objBound.m_cmb = &MControl::Find<QComboBox>(p_objPage, p_objRow.m_strControl);
         break;
     case MBinding::Kind::SpinEdit:
     case MBinding::Kind::SignedPair:
-        objBound.m_Se = Find<UCSpinEdit>(p_objPage, p_objRow.m_strControl);
+        objBound.m_Se = &MControl::Find<UCSpinEdit>(p_objPage, p_objRow.m_strControl);
         break;
     case MBinding::Kind::TextBox:
-        objBound.m_txt = Find<QLineEdit>(p_objPage, p_objRow.m_strControl);
+        objBound.m_txt = &MControl::Find<QLineEdit>(p_objPage, p_objRow.m_strControl);
         break;
+    }
+    const bool bPair = p_objRow.m_iKind == MBinding::Kind::SignedPair;
+    if (p_objRow.m_objItem == nullptr || (p_objRow.m_objDirection != nullptr) != bPair) {
+        throw std::logic_error(std::string("the binding of \"") + p_objRow.m_strControl +
+                               "\" has other items than its kind takes");
     }
     return objBound;
 }

@@ -14,7 +14,8 @@ class UCSpinEdit;
 class CFormBinding {
 public:
     /// Finds the controls by their object names below p_objPage, which outlives this. Throws
-    /// std::logic_error when one is missing or of another kind than its row says.
+    /// std::logic_error when one is missing or of another kind than its row says, when a row lacks
+    /// an item, and when a field of the page has no row or two.
     CFormBinding(const QWidget& p_objPage, const std::vector<MBinding::Row>& p_objRows);
 
     /// Shows the items' values, or their defaults when p_bDefaultValue is true. Throws

@@ -9,9 +9,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard)
+CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard)
     : m_objMessageBox(p_objMessageBox)
-    , m_objWheelGuard(p_objWheelGuard) {}
+    , m_objListGuard(p_objListGuard) {}
 
 QGroupBox* CPageBuilder::MakeFrame(QWidget* p_objParent, const QString& p_strName,
                                    const QString& p_strCaption) const {
@@ -34,7 +34,7 @@ QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName
     cmb->setObjectName(p_strName);
     cmb->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // its longest entry fits
-    m_objWheelGuard.Guard(*cmb);
+    m_objListGuard.Guard(*cmb);
     return cmb;
 }
 
@@ -69,14 +69,25 @@ QWidget* CPageBuilder::MakeField(QWidget* p_objParent, const QString& p_strName)
 
 QWidget* CPageBuilder::AddField(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                                 const QString& p_strCaption, const QString& p_strName) const {
-    QWidget* const objParent = p_objGrid.parentWidget();
-    QLabel* const lbl = MakeLabel(objParent, p_strCaption);
-    QWidget* const objField = MakeField(objParent, p_strName);
-    lbl->setBuddy(objField);  // with a buddy "&&" shows as "&"
-    NameAfter(*objField, p_strCaption);
-    p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
-    p_objGrid.addWidget(objField, p_iRow, p_iColumn + 1);
+    QWidget* const objField = MakeField(p_objGrid.parentWidget(), p_strName);
+    Add(p_objGrid, p_iRow, p_iColumn, p_strCaption, *objField);
     return objField;
+}
+
+QComboBox* CPageBuilder::AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                                 const QString& p_strCaption, const QString& p_strName) const {
+    QComboBox* const cmb = MakeList(p_objGrid.parentWidget(), p_strName);
+    Add(p_objGrid, p_iRow, p_iColumn, p_strCaption, *cmb);
+    return cmb;
+}
+
+void CPageBuilder::Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                       const QString& p_strCaption, QWidget& p_objField) const {
+    QLabel* const lbl = MakeLabel(p_objGrid.parentWidget(), p_strCaption);
+    lbl->setBuddy(&p_objField);  // with a buddy "&&" shows as "&"
+    NameAfter(p_objField, p_strCaption);
+    p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
+    p_objGrid.addWidget(&p_objField, p_iRow, p_iColumn + 1);
 }
 
 void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/IMessageBox.h"
-#include "ui/CWheelGuard.h"
+#include "ui/CListGuard.h"
 
 #include <QString>
 
@@ -22,7 +22,7 @@ class UCSpinEdit;
 class CPageBuilder {
 public:
     /// Neither is owned; both outlive every field made here.
-    CPageBuilder(IMessageBox& p_objMessageBox, CWheelGuard& p_objWheelGuard);
+    CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard);
 
     QGroupBox* MakeFrame(QWidget* p_objParent, const QString& p_strName,
                          const QString& p_strCaption) const;
@@ -43,10 +43,17 @@ public:
     QWidget* AddField(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                       const QString& p_strCaption, const QString& p_strName) const;
 
+    /// The same for a list.
+    QComboBox* AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
+                       const QString& p_strCaption, const QString& p_strName) const;
+
     /// Names p_objField for assistive programs after its label.
     static void NameAfter(QWidget& p_objField, const QString& p_strCaption);
 
 private:
+    void Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn, const QString& p_strCaption,
+             QWidget& p_objField) const;
+
     IMessageBox& m_objMessageBox;
-    CWheelGuard& m_objWheelGuard;
+    CListGuard& m_objListGuard;
 };

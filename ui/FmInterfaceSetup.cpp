@@ -3,7 +3,7 @@
 #include "link/CInterface.h"
 #include "model/CConversionError.h"
 #include "model/MNumber.h"
-#include "ui/CWheelGuard.h"
+#include "ui/CListGuard.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 
 struct FmInterfaceSetup::SerialList {
     const char* m_strName = nullptr;
@@ -27,13 +28,13 @@ struct FmInterfaceSetup::SerialList {
 // Unlike those of the printer's own serial port these texts have a blank before the unit, and
 // the unit in the singular.
 // clang-format off
-const std::array<FmInterfaceSetup::SerialList, FmInterfaceSetup::ListCount> FmInterfaceSetup::Lists{{
+const std::vector<FmInterfaceSetup::SerialList> FmInterfaceSetup::Lists{
     {"cmbComPort", "COM PORT", {"COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8", "COM9"}, &CInterface::m_objComPortIndex},
     {"cmbSpeed", "SPEED", {"2400 bps", "4800 bps", "9600 bps", "19200 bps", "38400 bps", "115200 bps"}, &CInterface::m_objSpeedIndex},
     {"cmbDataLeg", "DATA LENG.", {"7 bit", "8 bit"}, &CInterface::m_objDataLengthIndex},
     {"cmbStopBit", "STOP BIT", {"1 bit", "2 bit"}, &CInterface::m_objStopBitIndex},
     {"cmbParity", "PARITY", {"NONE", "EVEN", "ODD"}, &CInterface::m_objParityIndex},
-}};
+};
 // clang-format on
 
 namespace {
@@ -44,12 +45,12 @@ struct Octet {
     ItemRef CInterface::*m_objItem;
 };
 
-constexpr std::array<Octet, 4> Octets{{
+constexpr auto Octets = std::to_array<Octet>({
     {"SeLan1", "IP-Address 1", &CInterface::m_objIpAddress1},
     {"SeLan2", "IP-Address 2", &CInterface::m_objIpAddress2},
     {"SeLan3", "IP-Address 3", &CInterface::m_objIpAddress3},
     {"SeLan4", "IP-Address 4", &CInterface::m_objIpAddress4},
-}};
+});
 
 constexpr int LabelColumn = 0;
 constexpr int FieldColumn = 1;
@@ -59,7 +60,7 @@ constexpr int FieldColumn = 1;
 FmInterfaceSetup::FmInterfaceSetup(IMessageBox& p_objBoxes, QWidget* p_objParent)
     : QDialog(p_objParent)
     , m_objBoxes(p_objBoxes)
-    , m_objWheelGuard(new CWheelGuard(this)) {
+    , m_objListGuard(new CListGuard(this)) {
     setObjectName("FmInterfaceSetup");
     setWindowTitle("Interface Setup");
     setModal(true);
@@ -84,7 +85,7 @@ void FmInterfaceSetup::BuildSerialGroup() {
     auto* objGrid = new QGridLayout(m_objSerialGroup);
     objGrid->setColumnStretch(FieldColumn, 1);
     std::transform(
-        Lists.begin(), Lists.end(), m_objLists.begin(),
+        Lists.begin(), Lists.end(), std::back_inserter(m_objLists),
         [this, objGrid](const SerialList& p_objList) { return AddList(p_objList, *objGrid); });
     layout()->addWidget(m_objSerialGroup);
 }
@@ -95,7 +96,7 @@ QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p
     objList->setObjectName(p_objList.m_strName);
     objList->setAccessibleName(p_objList.m_strLabel);
     objLabel->setBuddy(objList);
-    m_objWheelGuard->Guard(*objList);
+    m_objListGuard->Guard(*objList);
     const int iRow = p_objGrid.rowCount();
     p_objGrid.addWidget(objLabel, iRow, LabelColumn);
     p_objGrid.addWidget(objList, iRow, FieldColumn);
@@ -103,6 +104,7 @@ QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p
 }
 
 void FmInterfaceSetup::BuildLanGroup() {
+    static_assert(Octets.size() == OctetCount);
     m_objLanGroup = new QGroupBox("LAN", this);
     m_objLanGroup->setObjectName("FrLanSetup");
     auto* objGrid = new QGridLayout(m_objLanGroup);
@@ -218,7 +220,7 @@ bool FmInterfaceSetup::CancelFlag() const {
 }
 
 void FmInterfaceSetup::OnSet() {
-    if (m_objInterface == nullptr || !UCSpinEdit::CommitEditedField(*this)) {
+    if (m_objInterface == nullptr || !UCSpinEdit::CommitFields(*this)) {
         return;  // refused: the person corrects the field
     }
     if (EditsLan()) {

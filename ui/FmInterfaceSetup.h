@@ -4,9 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 class CInterface;
-class CWheelGuard;
+class CListGuard;
 class IMessageBox;
 class QComboBox;
 class QGridLayout;
@@ -57,18 +58,17 @@ private:
 
     [[nodiscard]] bool EditsLan() const;
 
-    static constexpr int ListCount = 5;
     static constexpr int OctetCount = 4;
-    static const std::array<SerialList, ListCount> Lists;
+    static const std::vector<SerialList> Lists;
 
     IMessageBox& m_objBoxes;
-    CWheelGuard* m_objWheelGuard;
+    CListGuard* m_objListGuard;
     CInterface* m_objInterface = nullptr;
     std::int16_t m_iInterfaceIndex = 0;
     bool m_bCancelFlag = true;
 
     QGroupBox* m_objSerialGroup = nullptr;
     QGroupBox* m_objLanGroup = nullptr;
-    std::array<QComboBox*, ListCount> m_objLists{};
+    std::vector<QComboBox*> m_objLists;  ///< in the order of Lists
     std::array<UCSpinEdit*, OctetCount> m_objOctets{};
 };

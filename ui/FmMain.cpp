@@ -6,6 +6,7 @@
 #include "platform/qt/MText.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
+#include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
 #include "ui/UCExtraSetting.h"
 #include "ui/UCMaintenanceMode.h"
@@ -27,6 +28,7 @@
 #include <QTabWidget>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -49,7 +51,7 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSession(*m_objItemManager, *m_objInterface, *this, p_objPlatform)
-    , m_objBuilder(p_objPlatform.m_objMessageBox, m_objWheelGuard)
+    , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(*m_objInterface, m_objSession.Exchange(), m_objSession.Router(),
                        m_objSession.Busy(), m_objSession.Waiter(), *this) {
     setObjectName("FmMain");
@@ -99,7 +101,8 @@ QWidget* FmMain::MakeInterfaceLine() {
     m_cmbInterface = m_objBuilder.MakeList(FrInterface, "cmbInterface");
     CPageBuilder::NameAfter(*m_cmbInterface, "Interface");
     objFrameLayout->addWidget(m_cmbInterface);
-    objFrameLayout->addWidget(m_objBuilder.MakeButton(FrInterface, "btnSetup", "Setup"));
+    m_btnSetup = m_objBuilder.MakeButton(FrInterface, "btnSetup", "Setup");
+    objFrameLayout->addWidget(m_btnSetup);
     m_lblStatus = m_objBuilder.MakeLabel(objLine, {});
     m_lblStatus->setObjectName("lblStatus");
     m_lblStatus->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
@@ -126,7 +129,7 @@ QWidget* FmMain::MakeTabs() {
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
     connect(m_objTabs, &QTabWidget::currentChanged, m_objTabs, [objTabs = m_objTabs] {
-        UCSpinEdit::CommitEditedField(*objTabs->window());  // where the menu bar had the focus
+        UCSpinEdit::CommitFields(*objTabs->window());  // those that were left without a check
         // The focus comes along to another page; on a button there a slip of the space bar would
         // send something.
         const QWidget* const objFocus = objTabs->window()->focusWidget();
@@ -143,10 +146,8 @@ QWidget* FmMain::MakeTabs() {
 
 void FmMain::FormInitialize() {
     FillInterfaces();
-    InitializeSpinEdits();
-    if (!FillChoiceLists()) {
-        return;
-    }
+    MSpinRanges::ApplyAll(MSpinRanges::All(), *this);
+    MListEntries::Fill(MChoiceLists::All(), *this);
     m_objTabs->setCurrentIndex(0);
     MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
 }
@@ -157,27 +158,6 @@ void FmMain::FillInterfaces() {
     connect(m_cmbInterface, &QComboBox::activated, this, &FmMain::SelectInterface);
     m_cmbInterface->addItems({"COM", "LAN", "USB"});
     m_cmbInterface->setCurrentIndex(CInterface::SerialInterface);
-}
-
-void FmMain::InitializeSpinEdits() {
-    for (const MSpinRanges::Row& objRow : MSpinRanges::All()) {
-        const QString strName = MText::ToQt(std::string(objRow.m_strName));
-        MSpinRanges::Apply(objRow, *findChild<UCSpinEdit*>(strName));
-    }
-}
-
-bool FmMain::FillChoiceLists() {
-    for (const MChoiceLists::List& objList : MChoiceLists::All()) {
-        auto* const cmb = findChild<QComboBox*>(MText::ToQt(std::string(objList.m_strName)));
-        if (cmb == nullptr) {
-            return false;
-        }
-        for (const std::string_view strEntry : objList.m_strEntries) {
-            cmb->addItem(MText::ToQt(std::string(strEntry)));
-        }
-        cmb->setCurrentIndex(objList.m_iStartPosition);
-    }
-    return true;
 }
 
 void FmMain::MakeFlows() {
@@ -195,52 +175,40 @@ void FmMain::MakeFlows() {
 }
 
 void FmMain::ConnectButtons() {
+    std::vector<MButtonHandlers::Row> objRows = SettingsHandlers();
+    std::ranges::move(MaintenanceHandlers(), std::back_inserter(objRows));
+    MButtonHandlers::Connect(objRows, *this);
     m_objActionButtons.emplace(*this);
-    ConnectButton("btnSetup", [this] { SetUpInterface(); });
-    ConnectButton("btnRead", [this] { m_objReadWrite->Read(); });
-    ConnectButton("btnSet", [this] { m_objReadWrite->Set(); });
-    ConnectButton("btnLanRead", [this] { m_objReadWrite->LanRead(); });
-    ConnectButton("btnLanSet", [this] { m_objReadWrite->LanSet(); });
-    ConnectButton("btnLoad", [this] { m_objParameterFile->Load(); });
-    ConnectButton("btnSave", [this] { m_objParameterFile->Save(); });
-    ConnectButton("btnLanLoad", [this] { m_objLanFile->Load(); });
-    ConnectButton("btnLanSave", [this] { m_objLanFile->Save(); });
-    ConnectMaintenance();
 }
 
-void FmMain::ConnectMaintenance() {
-    const auto Position = [this](const char* p_strList) {
-        return m_objMaintenancePage->Position(p_strList);
+std::vector<MButtonHandlers::Row> FmMain::SettingsHandlers() {
+    return {
+        {"btnSetup", [this] { SetUpInterface(); }},
+        {"btnRead", [this] { m_objReadWrite->Read(); }},
+        {"btnSet", [this] { m_objReadWrite->Set(); }},
+        {"btnLanRead", [this] { m_objReadWrite->LanRead(); }},
+        {"btnLanSet", [this] { m_objReadWrite->LanSet(); }},
+        {"btnLoad", [this] { m_objParameterFile->Load(); }},
+        {"btnSave", [this] { m_objParameterFile->Save(); }},
+        {"btnLanLoad", [this] { m_objLanFile->Load(); }},
+        {"btnLanSave", [this] { m_objLanFile->Save(); }},
     };
-    ConnectButton("btnGetStatus", [this] { m_objMaintenance.GetStatus(); });
-    ConnectButton("btnHeadCheck", [this] { m_objMaintenance.HeadCheck(); });
-    ConnectButton("btnRamClear", [this, Position] {
-        m_objMaintenance.RamClear(Position("cmbRamClear"), Position("cmbDestination"));
-    });
-    ConnectButton("btnThresholdCalib", [this, Position] {
-        m_objMaintenance.ThresholdCalib(Position("cmbThresholdCalib"));
-    });
-    ConnectButton("btnReflect", [this] { m_objMaintenance.SensorAdjustReflect(); });
-    ConnectButton("btnTrans", [this] { m_objMaintenance.SensorAdjustTrans(); });
-    ConnectButton("btnPaperEnd", [this] { m_objMaintenance.SensorAdjustPaperEnd(); });
-    ConnectButton("btnTestPrint", [this] {
-        m_objMaintenance.TestPrint([this] { return m_objMaintenancePage->TestPrint(); });
-    });
-    ConnectButton("btnDiagPrint",
-                  [this, Position] { m_objMaintenance.DiagPrint(Position("cmbDiagPrint")); });
 }
 
-void FmMain::ConnectButton(const char* p_strName, const std::function<void()>& p_objHandler) {
-    auto* const btn = findChild<QPushButton*>(p_strName);
-    connect(btn, &QPushButton::clicked, this, [this, btn, p_objHandler] {
-        // A click leaves the focus in the field that is being edited. What was typed there is
-        // checked now; refused, it was told so, and nothing is started with the old value.
-        if (!UCSpinEdit::CommitEditedField(*this)) {
-            return;
-        }
-        btn->setFocus(Qt::OtherFocusReason);
-        p_objHandler();
-    });
+std::vector<MButtonHandlers::Row> FmMain::MaintenanceHandlers() {
+    UCMaintenanceMode& objPage = *m_objMaintenancePage;
+    CMaintenanceFlow& objFlow = m_objMaintenance;
+    return {
+        {"btnGetStatus", [&] { objFlow.GetStatus(); }},
+        {"btnHeadCheck", [&] { objFlow.HeadCheck(); }},
+        {"btnRamClear", [&] { objFlow.RamClear(objPage.RamClearMode(), objPage.Destination()); }},
+        {"btnThresholdCalib", [&] { objFlow.ThresholdCalib(objPage.ThresholdSensor()); }},
+        {"btnReflect", [&] { objFlow.SensorAdjustReflect(); }},
+        {"btnTrans", [&] { objFlow.SensorAdjustTrans(); }},
+        {"btnPaperEnd", [&] { objFlow.SensorAdjustPaperEnd(); }},
+        {"btnTestPrint", [&] { objFlow.TestPrint([&] { return objPage.TestPrint(); }); }},
+        {"btnDiagPrint", [&] { objFlow.DiagPrint(objPage.DiagPrintType()); }},
+    };
 }
 
 void FmMain::FitToScreen() {
@@ -264,7 +232,7 @@ void FmMain::FitToScreen() {
 void FmMain::SelectInterface(int p_iPosition) {
     m_objInterface->SetActiveInterface(static_cast<std::int16_t>(p_iPosition));
     if (!m_objSession.Busy().IsBusy()) {  // else the flow that runs enables it at its end
-        findChild<QPushButton*>("btnSetup")->setEnabled(p_iPosition != CInterface::UsbInterface);
+        m_btnSetup->setEnabled(p_iPosition != CInterface::UsbInterface);
     }
 }
 

@@ -8,17 +8,19 @@
 #include "model/CItemManager.h"
 #include "platform/CPlatform.h"
 #include "ui/CActionButtons.h"
+#include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
-#include "ui/CWheelGuard.h"
+#include "ui/MButtonHandlers.h"
 
 #include <QMainWindow>
 
-#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QComboBox;
 class QLabel;
+class QPushButton;
 class QTabWidget;
 class UCExtraSetting;
 class UCMaintenanceMode;
@@ -33,7 +35,8 @@ class FmMain : public QMainWindow, private IExchangeView {
     Q_OBJECT
 
 public:
-    /// p_objPlatform's parts are not owned and outlive the window.
+    /// p_objPlatform's parts are not owned and outlive the window. Throws std::logic_error, naming
+    /// the control, when the window's tables do not agree with each other.
     explicit FmMain(const CPlatform& p_objPlatform);
     ~FmMain() override;
 
@@ -57,12 +60,10 @@ private:
     QWidget* MakeTabs();
     void FormInitialize();
     void FillInterfaces();
-    void InitializeSpinEdits();
-    bool FillChoiceLists();
     void MakeFlows();
     void ConnectButtons();
-    void ConnectMaintenance();
-    void ConnectButton(const char* p_strName, const std::function<void()>& p_objHandler);
+    std::vector<MButtonHandlers::Row> SettingsHandlers();
+    std::vector<MButtonHandlers::Row> MaintenanceHandlers();
     void FitToScreen();
 
     void SelectInterface(int p_iPosition);
@@ -75,10 +76,11 @@ private:
     std::unique_ptr<CItemManager> m_objItemManager;
     std::unique_ptr<CInterface> m_objInterface;
     CPrinterSession m_objSession;
-    CWheelGuard m_objWheelGuard;
+    CListGuard m_objListGuard;
     CPageBuilder m_objBuilder;
 
     QComboBox* m_cmbInterface = nullptr;
+    QPushButton* m_btnSetup = nullptr;
     QLabel* m_lblStatus = nullptr;
     QTabWidget* m_objTabs = nullptr;
     UCParameterSetting* m_objParameterPage = nullptr;

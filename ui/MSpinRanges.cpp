@@ -1,12 +1,13 @@
 #include "ui/MSpinRanges.h"
 
+#include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
 namespace {
 
 constexpr auto Default = std::nullopt;
 
-// Ribbon motors are only ever slowed, so their adjustments never go above 0.
+// The adjustments of the ribbon motors end at 0: their direction is "-" whatever is entered.
 // clang-format off
 const std::vector<MSpinRanges::Row> Ranges{
     {"SeFowardPosition", 0, 50, -50, 5, 5, 1, Default, false},
@@ -58,6 +59,14 @@ void Apply(const Row& p_objRow, UCSpinEdit& p_objField) {
         p_objRow.m_iInitial, p_objRow.m_iMax, p_objRow.m_iMin, p_objRow.m_iIncrement,
         p_objRow.m_iLength.value_or(UCSpinEdit::NoLengthLimit),
         p_objRow.m_iDecimalPoint.value_or(0), p_objRow.m_bHexaMode.value_or(false));
+}
+
+void ApplyAll(const std::vector<Row>& p_objRows, const QWidget& p_objWindow) {
+    for (const Row& objRow : p_objRows) {
+        Apply(objRow, MControl::Find<UCSpinEdit>(p_objWindow, QLatin1String(objRow.m_strName)));
+    }
+    MControl::ExpectOneRowEach<UCSpinEdit>(
+        p_objWindow, p_objRows, [](const Row& p_objRow) { return p_objRow.m_strName; }, "ranges");
 }
 
 }  // namespace MSpinRanges

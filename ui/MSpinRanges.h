@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+class QWidget;
 class UCSpinEdit;
 
 /// The ranges of every spin edit of the main window.
@@ -27,5 +28,9 @@ const std::vector<Row>& All();
 
 /// Sets p_objField up as p_objRow says.
 void Apply(const Row& p_objRow, UCSpinEdit& p_objField);
+
+/// Sets every spin edit below p_objWindow up, in the order of the rows. Throws std::logic_error
+/// when a row has no spin edit, or a spin edit no row or two.
+void ApplyAll(const std::vector<Row>& p_objRows, const QWidget& p_objWindow);
 
 }  // namespace MSpinRanges

@@ -22,18 +22,18 @@ constexpr int AddressParts = 4;
 
 // An address has four fields, its name followed by 1 to 4.
 // clang-format off
-constexpr std::array<Named, 3> Addresses{{
+constexpr auto Addresses = std::to_array<Named>({
     {"IP ADDRESS", "SeIpAddress"},
     {"SUBNET MASK", "SeSubNet"},
     {"DEFAULT GATEWAY", "SeGateway"},
-}};
+});
 
-constexpr std::array<Named, 4> PageButtons{{
+constexpr auto PageButtons = std::to_array<Named>({
     {"READ", "btnLanRead"},
     {"SET", "btnLanSet"},
     {"LOAD", "btnLanLoad"},
     {"SAVE", "btnLanSave"},
-}};
+});
 // clang-format on
 
 void AddAddress(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,

@@ -1,6 +1,7 @@
 #include "ui/UCMaintenanceMode.h"
 
 #include "model/MNumber.h"
+#include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -27,13 +28,13 @@ struct Step {
 };
 
 // clang-format off
-constexpr std::array<Step, 3> SensorSteps{{
+constexpr auto SensorSteps = std::to_array<Step>({
     {"REFLECT", "btnReflect", "Step1.Put white position on sensor, then click \"SEND\".\r\n"},
     {"TRANS", "btnTrans", "Step2.Put gap position on sensor, then click \"SEND\".\r\n"},
     {"PAPER END", "btnPaperEnd", "Step3.Put paper away, then click \"SEND\".\r\n"},
-}};
+});
 
-constexpr std::array<Field, 7> TestPrintFields{{
+constexpr auto TestPrintFields = std::to_array<Field>({
     {"ISSUE COUNT", "SeIssueCount"},
     {"LABEL LEN", "SeLabelLen"},
     {"TYPE", "cmbType"},
@@ -41,13 +42,17 @@ constexpr std::array<Field, 7> TestPrintFields{{
     {"SENSOR", "cmbSensor"},
     {"PRINT SPEED", "cmbPrintSpeed"},
     {"PATTERN", "cmbPattern"},
-}};
+});
 // clang-format on
 
 void AddSend(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
              const char* p_strName) {
     p_objGrid.addWidget(p_objBuilder.MakeButton(p_objGrid.parentWidget(), p_strName, SendCaption),
                         p_iRow, 2, Qt::AlignRight);
+}
+
+std::int16_t Position(const QComboBox& p_cmb) {
+    return static_cast<std::int16_t>(p_cmb.currentIndex());
 }
 
 }  // namespace
@@ -73,22 +78,31 @@ void UCMaintenanceMode::ShowHeadCheck(const QString& p_strText) {
     m_lblHeadCheck->setText(p_strText);
 }
 
-std::int16_t UCMaintenanceMode::Position(const char* p_strList) const {
-    return static_cast<std::int16_t>(findChild<QComboBox*>(p_strList)->currentIndex());
+std::int16_t UCMaintenanceMode::RamClearMode() const {
+    return Position(*m_cmbRamClear);
+}
+
+std::int16_t UCMaintenanceMode::Destination() const {
+    return Position(*m_cmbDestination);
+}
+
+std::int16_t UCMaintenanceMode::ThresholdSensor() const {
+    return Position(*m_cmbThresholdCalib);
+}
+
+std::int16_t UCMaintenanceMode::DiagPrintType() const {
+    return Position(*m_cmbDiagPrint);
 }
 
 MCommand::TestPrintFields UCMaintenanceMode::TestPrint() const {
-    const auto Number = [this](const char* p_strField) {
-        return MNumber::ToInt16(findChild<UCSpinEdit*>(p_strField)->GetValue());
-    };
     return {
-        .m_iPattern = Position("cmbPattern"),
-        .m_iLabelLength = Number("SeLabelLen"),
-        .m_iIssueCount = Number("SeIssueCount"),
-        .m_iPrintSpeed = Position("cmbPrintSpeed"),
-        .m_iSensor = Position("cmbSensor"),
-        .m_iCutType = Position("cmbType"),
-        .m_iPrintType = Position("cmbPrtType"),
+        .m_iPattern = Position(m_objTestPrint->m_cmbPattern),
+        .m_iLabelLength = MNumber::ToInt16(m_objTestPrint->m_SeLabelLen.GetValue()),
+        .m_iIssueCount = MNumber::ToInt16(m_objTestPrint->m_SeIssueCount.GetValue()),
+        .m_iPrintSpeed = Position(m_objTestPrint->m_cmbPrintSpeed),
+        .m_iSensor = Position(m_objTestPrint->m_cmbSensor),
+        .m_iCutType = Position(m_objTestPrint->m_cmbType),
+        .m_iPrintType = Position(m_objTestPrint->m_cmbPrtType),
     };
 }
 
@@ -108,14 +122,14 @@ QWidget* UCMaintenanceMode::MakeHeadCheck(const CPageBuilder& p_objBuilder) {
 QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrRamClear", "RAM CLEAR");
     auto* const objGrid = new QGridLayout(Fr);
-    QWidget* const objMode = p_objBuilder.AddField(*objGrid, 0, 0, "MODE", "cmbRamClear");
-    QComboBox* const cmbDestination = p_objBuilder.MakeList(Fr, "cmbDestination");
-    CPageBuilder::NameAfter(*cmbDestination, "DESTINATION");
-    objGrid->addWidget(cmbDestination, 1, 1);
+    m_cmbRamClear = p_objBuilder.AddList(*objGrid, 0, 0, "MODE", "cmbRamClear");
+    m_cmbDestination = p_objBuilder.MakeList(Fr, "cmbDestination");
+    CPageBuilder::NameAfter(*m_cmbDestination, "DESTINATION");
+    objGrid->addWidget(m_cmbDestination, 1, 1);
     AddSend(p_objBuilder, *objGrid, 1, "btnRamClear");
     objGrid->setColumnStretch(1, 1);
-    connect(qobject_cast<QComboBox*>(objMode), &QComboBox::currentIndexChanged, cmbDestination,
-            [cmbDestination](int p_iPosition) {
+    connect(m_cmbRamClear, &QComboBox::currentIndexChanged, m_cmbDestination,
+            [cmbDestination = m_cmbDestination](int p_iPosition) {
                 cmbDestination->setEnabled(p_iPosition == MCommand::ClearParameters);
             });
     return Fr;
@@ -124,7 +138,7 @@ QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
 QWidget* UCMaintenanceMode::MakeThresholdCalib(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrThresholdCalib", "THRESHOLD CALIB");
     auto* const objGrid = new QGridLayout(Fr);
-    p_objBuilder.AddField(*objGrid, 0, 0, "SENSOR", "cmbThresholdCalib");
+    m_cmbThresholdCalib = p_objBuilder.AddList(*objGrid, 0, 0, "SENSOR", "cmbThresholdCalib");
     AddSend(p_objBuilder, *objGrid, 0, "btnThresholdCalib");
     objGrid->setColumnStretch(1, 1);
     return Fr;
@@ -158,6 +172,15 @@ QWidget* UCMaintenanceMode::MakeTestPrint(const CPageBuilder& p_objBuilder) {
     for (const Field& objField : TestPrintFields) {
         p_objBuilder.AddField(*objGrid, iRow++, 0, objField.m_strCaption, objField.m_strName);
     }
+    m_objTestPrint.emplace(TestPrintControls{
+        .m_cmbPattern = MControl::Find<QComboBox>(*Fr, "cmbPattern"),
+        .m_SeLabelLen = MControl::Find<UCSpinEdit>(*Fr, "SeLabelLen"),
+        .m_SeIssueCount = MControl::Find<UCSpinEdit>(*Fr, "SeIssueCount"),
+        .m_cmbPrintSpeed = MControl::Find<QComboBox>(*Fr, "cmbPrintSpeed"),
+        .m_cmbSensor = MControl::Find<QComboBox>(*Fr, "cmbSensor"),
+        .m_cmbType = MControl::Find<QComboBox>(*Fr, "cmbType"),
+        .m_cmbPrtType = MControl::Find<QComboBox>(*Fr, "cmbPrtType"),
+    });
     AddSend(p_objBuilder, *objGrid, iRow - 1, "btnTestPrint");
     objGrid->setColumnStretch(1, 1);
     return Fr;
@@ -166,7 +189,7 @@ QWidget* UCMaintenanceMode::MakeTestPrint(const CPageBuilder& p_objBuilder) {
 QWidget* UCMaintenanceMode::MakeDiagPrint(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FmDiagPrint", "DIAG PRINT");
     auto* const objGrid = new QGridLayout(Fr);
-    p_objBuilder.AddField(*objGrid, 0, 0, "PRT TYPE", "cmbDiagPrint");
+    m_cmbDiagPrint = p_objBuilder.AddList(*objGrid, 0, 0, "PRT TYPE", "cmbDiagPrint");
     AddSend(p_objBuilder, *objGrid, 0, "btnDiagPrint");
     objGrid->setColumnStretch(1, 1);
     return Fr;

@@ -1,5 +1,6 @@
 #include "ui/UCParameterSetting.h"
 
+#include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -21,9 +22,9 @@ struct Field {
 constexpr int FieldsPerRow = 2;
 constexpr int ManualCode = 3;
 
-// In reading order, two a row. The printer's own vocabulary, its spellings included.
+// In reading order, two a row. The captions are shown as they stand here, "FOWARD" included.
 // clang-format off
-constexpr std::array<Field, 27> ParameterFields{{
+constexpr auto ParameterFields = std::to_array<Field>({
     {"FONT CODE", "cmbFontCode"},
     {"ZERO CODE", "cmbZeroCode"},
     {"SPEED", "cmbSpeed"},
@@ -51,11 +52,11 @@ constexpr std::array<Field, 27> ParameterFields{{
     {"MAXI CODE SPEC.", "cmbMaxiCodeSpec"},
     {"KB I/F", "cmbKbIF"},
     {"PEEL OFF TRQ", "cmbPeelOffTrq"},
-}};
+});
 
-constexpr std::array<const char*, 3> CodeFields{"SeCode1", "SeCode2", "SeCode3"};
+constexpr std::array CodeFields{"SeCode1", "SeCode2", "SeCode3"};
 
-constexpr std::array<Field, 10> AdjustmentFields{{
+constexpr auto AdjustmentFields = std::to_array<Field>({
     {"FEED ADJ.", "SeFeedAdj"},
     {"CUT ADJ.", "SeCutAdj"},
     {"BACK ADJ.", "SeBackAdj"},
@@ -66,14 +67,14 @@ constexpr std::array<Field, 10> AdjustmentFields{{
     {"RBN ADJ.<BK>", "SeRbnAdjBk"},
     {"THRESHOLD<R>", "SeThresholdR"},
     {"THRESHOLD<T>", "SeThresholdT"},
-}};
+});
 
-constexpr std::array<Field, 4> PageButtons{{
+constexpr auto PageButtons = std::to_array<Field>({
     {"READ", "btnRead"},
     {"SET", "btnSet"},
     {"LOAD", "btnLoad"},
     {"SAVE", "btnSave"},
-}};
+});
 // clang-format on
 
 const QString CodeCaption = QStringLiteral("CODE");
@@ -137,8 +138,7 @@ QWidget* UCParameterSetting::MakeParameterFrame(const CPageBuilder& p_objBuilder
     objGrid->setColumnStretch(1, 1);
     objGrid->setColumnStretch(3, 1);
     objGrid->setHorizontalSpacing(2 * objGrid->horizontalSpacing());
-    auto* const cmbCode = findChild<QComboBox*>("cmbCode");
-    connect(cmbCode, &QComboBox::currentIndexChanged, this,
+    connect(&MControl::Find<QComboBox>(*Fr, "cmbCode"), &QComboBox::currentIndexChanged, this,
             [this](int p_iPosition) { EnableCodes(p_iPosition == ManualCode); });
     EnableCodes(false);
     return Fr;
@@ -146,7 +146,7 @@ QWidget* UCParameterSetting::MakeParameterFrame(const CPageBuilder& p_objBuilder
 
 void UCParameterSetting::EnableCodes(bool p_bEnabled) {
     for (const char* strName : CodeFields) {
-        findChild<UCSpinEdit*>(strName)->SetEnable(p_bEnabled);
+        MControl::Find<UCSpinEdit>(*this, strName).SetEnable(p_bEnabled);
     }
 }
 

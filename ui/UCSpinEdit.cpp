@@ -4,6 +4,7 @@
 #include "platform/IMessageBox.h"
 #include "platform/qt/MText.h"
 #include "ui/CSpinEditStyle.h"
+#include "ui/MPress.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -57,6 +58,11 @@ bool UCSpinEdit::Enable() const {
 
 void UCSpinEdit::SetEnable(bool p_bValue) {
     m_bEnable = p_bValue;
+    if (!p_bValue) {
+        // Before the toolkit moves the focus on, which would have the text checked.
+        m_bFocusLent = false;
+        ShowValue();
+    }
     setEnabled(p_bValue);
 }
 
@@ -175,12 +181,22 @@ bool UCSpinEdit::CommitText() {
     return Store(TypedNumber(strText));
 }
 
-bool UCSpinEdit::CommitEditedField(const QWidget& p_objWindow) {
-    const QList<UCSpinEdit*> objFields = p_objWindow.findChildren<UCSpinEdit*>();
-    const auto objEdited = std::ranges::find_if(objFields, [&](const UCSpinEdit* p_objField) {
-        return p_objField->m_bFocusLent || p_objField == p_objWindow.focusWidget();
-    });
-    return objEdited == objFields.end() || (*objEdited)->CommitText();
+bool UCSpinEdit::CommitFields(const QWidget& p_objWindow) {
+    // What has the focus does not count: a window in which the toolkit sees no focus move, because
+    // it takes it for one behind, can hold any number of fields that were not checked.
+    const QWidget* const objWindow = p_objWindow.window();
+    for (QWidget* objNext = objWindow->nextInFocusChain(); objNext != objWindow;
+         objNext = objNext->nextInFocusChain()) {
+        auto* const objField = qobject_cast<UCSpinEdit*>(objNext);
+        if (objField != nullptr && objField->HoldsUncheckedText() && !objField->CommitText()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool UCSpinEdit::HoldsUncheckedText() const {
+    return lineEdit()->text() != TextOf(m_iValue);
 }
 
 double UCSpinEdit::TypedNumber(const std::string& p_strText) const {
@@ -314,9 +330,8 @@ void UCSpinEdit::keyPressEvent(QKeyEvent* p_objEvent) {
 }
 
 void UCSpinEdit::mousePressEvent(QMouseEvent* p_objEvent) {
-    // The press may have waited behind the range box of the field that it took the focus from.
     // With its mouse button long released, nothing would end the buttons' auto-repeat.
-    if ((QGuiApplication::mouseButtons() & p_objEvent->button()) != 0) {
+    if (!MPress::HasWaited(*p_objEvent)) {
         QAbstractSpinBox::mousePressEvent(p_objEvent);
     }
 }

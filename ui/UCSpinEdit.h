@@ -38,6 +38,7 @@ public:
     UCSpinEdit& operator=(const UCSpinEdit&) = delete;
 
     /// Whether the person can change the field; a field that is not enabled still shows its value.
+    /// Disabling throws away what was typed and not yet checked.
     [[nodiscard]] bool Enable() const;
     void SetEnable(bool p_bValue);
 
@@ -87,10 +88,11 @@ public:
     /// @return false when the range box had to be shown.
     bool CommitText();
 
-    /// CommitText of the field of p_objWindow that is being edited: it has the focus, or has only
-    /// lent it to a menu or another window. True when there is none. For handlers that run without
-    /// the focus having moved.
-    static bool CommitEditedField(const QWidget& p_objWindow);
+    /// CommitText of every field of p_objWindow whose text is not that of the value it holds, in
+    /// tab order, hidden ones too, whichever has the focus; the first that is refused ends it. For
+    /// handlers that take the fields' values.
+    /// @return false when one was refused.
+    static bool CommitFields(const QWidget& p_objWindow);
 
     /// One increment up or down, whatever the count: neither page nor modifier keys make a bigger
     /// step.
@@ -108,6 +110,7 @@ protected:
 
 private:
     [[nodiscard]] bool CanStep(bool p_bUp) const;
+    [[nodiscard]] bool HoldsUncheckedText() const;
     bool Store(double p_dValue);
     void TakeFocusChange(const QWidget* p_objNow);
     void LayOutParts();

@@ -12,24 +12,33 @@ constexpr QChar Quote(u'"');
 }  // namespace
 
 CFileChooser::CFileChooser(QWidget* p_objOwner)
+    : CFileChooser(p_objOwner, Parts()) {}
+
+CFileChooser::CFileChooser(QWidget* p_objOwner, const Parts& p_objParts)
     : QFileDialog(p_objOwner) {
     setOptions(DontUseNativeDialog | DontConfirmOverwrite | HideNameFilterDetails);
     setFileMode(AnyFile);
-    m_txtName = findChild<QLineEdit*>("fileNameEdit");  // the toolkit's name for it
-    connect(m_txtName, &QLineEdit::textChanged, this, &CFileChooser::EnableAccepting);
+    m_txtName = findChild<QLineEdit*>(p_objParts.m_strName);
+    m_objButtons = findChild<QDialogButtonBox*>(p_objParts.m_strButtons);
+    if (m_txtName != nullptr) {
+        connect(m_txtName, &QLineEdit::textChanged, this, &CFileChooser::EnableAccepting);
+    }
 }
 
 void CFileChooser::EnableAccepting() {
     // The toolkit finds no file in a name with a single mark, and has disabled the button.
-    if (m_txtName->text().contains(Quote)) {
-        const auto iButton =
-            acceptMode() == AcceptSave ? QDialogButtonBox::Save : QDialogButtonBox::Open;
-        findChild<QDialogButtonBox*>("buttonBox")->button(iButton)->setEnabled(true);
+    if (m_objButtons == nullptr || !m_txtName->text().contains(Quote)) {
+        return;
+    }
+    const auto iButton =
+        acceptMode() == AcceptSave ? QDialogButtonBox::Save : QDialogButtonBox::Open;
+    if (QPushButton* const btn = m_objButtons->button(iButton)) {
+        btn->setEnabled(true);
     }
 }
 
 void CFileChooser::accept() {
-    QString strName = m_txtName->text();
+    QString strName = m_txtName != nullptr ? m_txtName->text() : QString();
     if (!strName.contains(Quote)) {
         QFileDialog::accept();
         return;

@@ -53,9 +53,9 @@ protected:
     }
 
     CFakeMessageBox m_objBoxes;
-    CWheelGuard m_objWheelGuard;
+    CListGuard m_objListGuard;
     CItemManager m_objItems;
-    CPageBuilder m_objBuilder{m_objBoxes, m_objWheelGuard};
+    CPageBuilder m_objBuilder{m_objBoxes, m_objListGuard};
     Page m_objPage{m_objBuilder, m_objItems, nullptr};
 
 private:

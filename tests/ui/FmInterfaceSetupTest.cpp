@@ -303,6 +303,29 @@ TEST_F(FmInterfaceSetupTest, SetLooksAtTheFieldThatStillHasTheFocus) {
     EXPECT_EQ(m_objInterface.GetIpAddress(), "192.168.10.21");
 }
 
+TEST_F(FmInterfaceSetupTest, SetHasAllFieldsCheckedUntilOneIsRefused) {
+    Open(1);
+    Field("SeLan1").setFocus();
+    const auto Put = [this](const char* p_strName, const char* p_strText) {
+        Field(p_strName).findChild<QLineEdit*>("CText")->setText(p_strText);
+    };
+    Put("SeLan2", "300");
+    Put("SeLan3", "7");
+    Put("SeLan4", "99999");
+    for (const char* strFourth : {"99999", "20"}) {
+        m_objBoxes.Expect(UCSpinEdit::RangeMessage);
+        Click("btnSet");
+        m_objBoxes.Verify();
+        EXPECT_TRUE(m_objDialog.isVisible());
+        EXPECT_EQ(Shown("SeLan2"), "168");
+        EXPECT_EQ(Shown("SeLan4"), strFourth);
+        ExpectUntouched();
+    }
+    Click("btnSet");
+    EXPECT_FALSE(m_objDialog.isVisible());
+    EXPECT_EQ(m_objInterface.GetIpAddress(), "192.168.7.20");
+}
+
 TEST_F(FmInterfaceSetupTest, ReturnInAFieldIsSet) {
     Open(1);
     Type("SeLan4", "abc");

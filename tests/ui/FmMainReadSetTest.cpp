@@ -242,6 +242,62 @@ TEST_F(FmMainReadSetTest, SetStopsAtATextOutsideTheRange) {
     EXPECT_EQ(Sent(), std::vector<std::string>{"{WS|}"});
 }
 
+TEST_F(FmMainReadSetTest, SetInAWindowThatTheToolkitTakesForInactiveSendsNothingUnchecked) {
+    StartPrinter();
+    ConnectToPrinter();
+    QWidget objFront;
+    objFront.show();
+    objFront.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&objFront));
+    m_objWindow.Type("SeToneAdjT", "12345");
+    m_objWindow.Type("SeEuroCode", "7fff");
+    m_objWindow.Type("SeFeedAdj", "1.5");
+    m_objWindow.Type("SeCutAdj", "abc");
+    for (int i = 0; i < 2; ++i) {
+        m_objBoxes.Expect("It is a value that exceeds the useful range. ");
+        m_objWindow.Click("btnSet");
+        m_objBoxes.Verify();
+    }
+    m_objWindow.Click("btnSet");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{DefaultParameters,
+                                                "{Z2;2,+015+000+00+000+00+00-00-001014|}"}));
+}
+
+/// Types into a field while READ runs, so that the answer comes under it.
+class FmMainReadOverTypingTest : public FmMainReadSetTest {
+protected:
+    void ReadOver(const char* p_strField, const char* p_strText) {
+        ConnectToPrinter();
+        m_objWindow.Choose("cmbCode", 3);
+        QTimer::singleShot(200, [=, this] {
+            m_objWindow.Type(p_strField, p_strText);
+            EXPECT_EQ(Shown(p_strField), p_strText);
+            EXPECT_TRUE(m_objWindow.Field(p_strField).hasFocus());
+            EXPECT_EQ(m_objWindow.DisabledButtons(), CMainWindow::ActionButtons());
+        });
+        m_objWindow.Click("btnRead");
+        EXPECT_TRUE(m_objBoxes.Shown().empty());
+    }
+};
+
+TEST_F(FmMainReadOverTypingTest, ACodeThatIsDisabledByTheAnswerIsNotChecked) {
+    StartPrinter();
+    ReadOver("SeCode1", "fff");
+    EXPECT_EQ(Shown("cmbCode"), "AUTO");
+    EXPECT_FALSE(m_objWindow.Field("SeCode1").Enable());
+    EXPECT_EQ(Shown("SeCode1"), "1B");
+}
+
+TEST_F(FmMainReadOverTypingTest, ACodeThatIsSetByTheAnswerIsNotChecked) {
+    StartPrinter();
+    TeachPrinter();
+    ReadOver("SeCode1", "fff");
+    EXPECT_TRUE(m_objWindow.Field("SeCode1").Enable());
+    MTaughtPrinter::ExpectPage(m_objWindow);
+    m_objWindow.List("cmbSpeed").setFocus();
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
 TEST_F(FmMainReadSetTest, GetStatusShowsTheStatus) {
     StartPrinter({"--status", "14"});
     ConnectToPrinter();

@@ -252,12 +252,65 @@ TEST_F(UCSpinEditLeavingTest, CommitTextIsTheSameCheckAtOnce) {
     EXPECT_TRUE(m_Se->CommitText());
 }
 
+TEST_F(UCSpinEditLeavingTest, DisablingThrowsAwayWhatWasTyped) {
+    Type("99");
+    m_Se->SetEnable(false);
+    EXPECT_EQ(Shown(), "10");
+    EXPECT_FALSE(m_Se->hasFocus());
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+    m_Se->SetEnable(true);
+    EXPECT_EQ(Shown(), "10");
+}
+
+TEST_F(UCSpinEditLeavingTest, DisablingThrowsAwayWhatWaitsBehindAMenuToo) {
+    QMenu objMenu;
+    objMenu.addAction("Copy");
+    Type("99");
+    objMenu.popup(m_objWindow.mapToGlobal(QPoint()));
+    ASSERT_TRUE(objMenu.isVisible());
+    m_Se->SetEnable(false);
+    EXPECT_EQ(Shown(), "10");
+    objMenu.close();
+    EXPECT_EQ(Shown(), "10");
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
+TEST_F(UCSpinEditLeavingTest, ANewValueTakesThePlaceOfWhatWasTyped) {
+    Type("99");
+    EXPECT_TRUE(m_Se->SetValue(20));
+    EXPECT_EQ(Shown(), "20");
+    Leave();
+    EXPECT_EQ(Shown(), "20");
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
+TEST_F(UCSpinEditLeavingTest, AllFieldsOfAWindowCanBeCommittedInTabOrder) {
+    auto* const objSecond = new UCSpinEdit(m_objBoxes, &m_objWindow);
+    auto* const objThird = new UCSpinEdit(m_objBoxes, &m_objWindow);
+    QWidget::setTabOrder(objThird, objSecond);
+    const auto Put = [](UCSpinEdit* p_objField, const char* p_strText) {
+        p_objField->findChild<QLineEdit*>("CText")->setText(p_strText);
+    };
+    Put(objSecond, "101");
+    Put(objThird, "102");
+    Put(m_Se, "33");
+    for (const auto& [strSecond, strThird] :
+         std::vector<std::pair<QString, QString>>{{"101", "0"}, {"0", "0"}}) {
+        ExpectRangeBox();
+        EXPECT_FALSE(UCSpinEdit::CommitFields(*m_objOther)) << "any part stands for its window";
+        EXPECT_EQ(objSecond->text(), strSecond);
+        EXPECT_EQ(objThird->text(), strThird);
+        EXPECT_EQ(m_Se->GetValue(), CItemValue("33"));
+    }
+    EXPECT_TRUE(UCSpinEdit::CommitFields(m_objWindow));
+}
+
 TEST_F(UCSpinEditLeavingTest, TheEditedFieldOfAWindowCanBeCommitted) {
     Type("51");
     ExpectRangeBox();
-    EXPECT_FALSE(UCSpinEdit::CommitEditedField(m_objWindow));
+    EXPECT_FALSE(UCSpinEdit::CommitFields(m_objWindow));
     m_objOther->setFocus();
-    EXPECT_TRUE(UCSpinEdit::CommitEditedField(m_objWindow));
+    EXPECT_TRUE(UCSpinEdit::CommitFields(m_objWindow));
 }
 
 TEST_F(UCSpinEditLeavingTest, EveryWayOutInsideTheWindowCounts) {
@@ -345,9 +398,9 @@ TEST_F(UCSpinEditMenuBarTest, IsCheckedWhenTheFocusGoesElsewhere) {
 
 TEST_F(UCSpinEditMenuBarTest, IsCheckedByAHandlerMeanwhile) {
     ExpectRangeBox();
-    EXPECT_FALSE(UCSpinEdit::CommitEditedField(m_objWindow));
+    EXPECT_FALSE(UCSpinEdit::CommitFields(m_objWindow));
     EXPECT_EQ(Shown(), "10");
-    EXPECT_TRUE(UCSpinEdit::CommitEditedField(m_objWindow)) << "once is enough";
+    EXPECT_TRUE(UCSpinEdit::CommitFields(m_objWindow)) << "once is enough";
 }
 
 TEST_F(UCSpinEditLeavingTest, AWindowThatReallyComesInFrontDoesNot) {
