@@ -3,22 +3,23 @@
 #include <string_view>
 #include <vector>
 
-/// The texts of every drop-down list of the pages: the vocabulary for a printer's options.
-///
-/// A list's position, counted from 0, is the value of the setting that it shows, so the order of
-/// the entries is the order of the printer's codes.
+/// The choices that the maintenance functions take: their entries in the order of the commands'
+/// codes. Those of the settings stand in MSettings.
 namespace MChoiceLists {
 
 /// The position of a list in which nothing is chosen.
 inline constexpr int NoSelection = -1;
 
 struct List {
-    std::string_view m_strName;                  ///< the control's name
+    std::string_view m_strName;                  ///< stable: scripts name the choice so
     std::vector<std::string_view> m_strEntries;  ///< position 0 first
     int m_iStartPosition = 0;                    ///< chosen at start-up, or NoSelection
 };
 
-/// All lists, in the order in which they are filled.
+/// All of them.
 const std::vector<List>& All();
+
+/// The one of that name. Throws std::logic_error, which names it, when there is none.
+const List& Get(std::string_view p_strName);
 
 }  // namespace MChoiceLists

@@ -69,14 +69,10 @@ Field Number(std::string p_strName, std::size_t p_iWidth, std::string p_strBefor
     return {std::move(p_strBefore), std::move(p_strName), p_iWidth, Digits, {}, nullptr};
 }
 
-/// One of the bytes p_strAllowed, which stand for the last entries of the window's list p_strList.
+/// One of the bytes p_strAllowed, which stand for the last entries of the list p_strList.
 Field Choice(std::string p_strName, std::string_view p_strAllowed, std::string_view p_strList,
              std::string p_strBefore = {}) {
-    const auto& objLists = MChoiceLists::All();
-    const auto objFound =
-        std::find_if(objLists.begin(), objLists.end(),
-                     [&](const auto& p_objList) { return p_objList.m_strName == p_strList; });
-    const auto& strEntries = objFound->m_strEntries;
+    const auto& strEntries = MChoiceLists::Get(p_strList).m_strEntries;
     const auto iEntries = static_cast<std::ptrdiff_t>(p_strAllowed.size());
     return {std::move(p_strBefore),
             std::move(p_strName),
@@ -114,10 +110,10 @@ Layout Dhcp(const CItemManager& p_objItems) {
 
 /// The destination is a matter of the parameters: only their clearing can name one.
 std::vector<Layout> RamClear() {
-    const Field objDestination = Choice("Destination", "0123", "cmbDestination");
-    Field objParameter = Choice("Mode", "01", "cmbRamClear");
+    const Field objDestination = Choice("Destination", "0123", "ram-clear-destination");
+    Field objParameter = Choice("Mode", "01", "ram-clear-mode");
     objParameter.m_strAllowed = "0";
-    return {{{Choice("Mode", "01", "cmbRamClear")}, {}, {}},
+    return {{{Choice("Mode", "01", "ram-clear-mode")}, {}, {}},
             {{objParameter, objDestination}, {}, {}}};
 }
 
@@ -129,10 +125,12 @@ std::vector<Layout> SensorAdjust() {
 
 /// The pattern code 5 does not exist: the factory test is 6.
 Layout TestPrint() {
-    return {{Choice("Pattern", "012346", "cmbPattern"), Number("LabelLength", 4),
+    return {{Choice("Pattern", "012346", "test-print-pattern"), Number("LabelLength", 4),
              Number("PrintLength", 4), Number("IssueCount", 4, MCommand::TestPrintFixedField),
-             Choice("PrintSpeed", "01", "cmbPrintSpeed"), Choice("Sensor", "012", "cmbSensor"),
-             Choice("CutType", "012", "cmbType"), Choice("PrintType", "01", "cmbPrtType")},
+             Choice("PrintSpeed", "01", "test-print-speed"),
+             Choice("Sensor", "012", "test-print-sensor"),
+             Choice("CutType", "012", "test-print-cut"),
+             Choice("PrintType", "01", "test-print-type")},
             {},
             {}};
 }
@@ -180,13 +178,13 @@ std::vector<Layout> Forms(MCommandKind::Kind p_iKind, const CItemManager& p_objI
     case Kind::RamClear:
         return RamClear();
     case Kind::ThresholdCalib:
-        return {{{Choice("Sensor", "12", "cmbThresholdCalib", "1000,")}, {}, {}}};
+        return {{{Choice("Sensor", "12", "threshold-sensor", "1000,")}, {}, {}}};
     case Kind::SensorAdjust:
         return SensorAdjust();
     case Kind::TestPrint:
         return {TestPrint()};
     case Kind::DiagPrint:
-        return {{{Choice("PrintType", "01", "cmbDiagPrint")}, {}, {}}};
+        return {{{Choice("PrintType", "01", "diag-print-type")}, {}, {}}};
     case Kind::Unknown:
         return {};
     default:

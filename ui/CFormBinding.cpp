@@ -23,7 +23,8 @@ void Select(QComboBox& p_cmb, const CItemValue& p_vValue) {
 template <typename Control>
 void ExpectBoundFields(const QWidget& p_objPage, const std::vector<MBinding::Row>& p_objRows) {
     MControl::ExpectOneRowEach<Control>(
-        p_objPage, p_objRows, [](const MBinding::Row& p_objRow) { return p_objRow.m_strControl; },
+        p_objPage, p_objRows,
+        [](const MBinding::Row& p_objRow) -> const std::string& { return p_objRow.m_strControl; },
         "bindings");
 }
 
@@ -48,21 +49,22 @@ CFormBinding::CFormBinding(const QWidget& p_objPage, const std::vector<MBinding:
 
 CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow) {
     Bound objBound{p_objRow};
+    const QString strName = QString::fromStdString(p_objRow.m_strControl);
     switch (p_objRow.m_iKind) {
     case MBinding::Kind::List:
-        objBound.m_cmb = &MControl::Find<QComboBox>(p_objPage, p_objRow.m_strControl);
+        objBound.m_cmb = &MControl::Find<QComboBox>(p_objPage, strName);
         break;
     case MBinding::Kind::SpinEdit:
     case MBinding::Kind::SignedPair:
-        objBound.m_Se = &MControl::Find<UCSpinEdit>(p_objPage, p_objRow.m_strControl);
+        objBound.m_Se = &MControl::Find<UCSpinEdit>(p_objPage, strName);
         break;
     case MBinding::Kind::TextBox:
-        objBound.m_txt = &MControl::Find<QLineEdit>(p_objPage, p_objRow.m_strControl);
+        objBound.m_txt = &MControl::Find<QLineEdit>(p_objPage, strName);
         break;
     }
     const bool bPair = p_objRow.m_iKind == MBinding::Kind::SignedPair;
     if (p_objRow.m_objItem == nullptr || (p_objRow.m_objDirection != nullptr) != bPair) {
-        throw std::logic_error(std::string("the binding of \"") + p_objRow.m_strControl +
+        throw std::logic_error("the binding of \"" + p_objRow.m_strControl +
                                "\" has other items than its kind takes");
     }
     return objBound;

@@ -2,7 +2,7 @@
 
 #include "flows/MHandler.h"
 #include "flows/MStart.h"
-#include "model/MChoiceLists.h"
+#include "model/MSettings.h"
 #include "platform/qt/MText.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
@@ -145,9 +145,10 @@ QWidget* FmMain::MakeTabs() {
 }
 
 void FmMain::FormInitialize() {
+    MSettings::Check(MSettings::All());
     FillInterfaces();
     MSpinRanges::ApplyAll(MSpinRanges::All(), *this);
-    MListEntries::Fill(MChoiceLists::All(), *this);
+    MListEntries::Fill(MListEntries::All(), *this);
     m_objTabs->setCurrentIndex(0);
     MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
 }

@@ -3,6 +3,7 @@
 #include "model/CItemManager.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 /// Which control shows which item, one row a control, in the order in which the pages visit them.
@@ -17,16 +18,17 @@ enum class Kind : std::uint8_t {
 };
 
 struct Row {
-    const char* m_strControl = nullptr;
+    std::string m_strControl;
     Kind m_iKind = Kind::List;
     ItemRef CItemManager::*m_objItem = nullptr;       ///< of a signed pair the magnitude
     ItemRef CItemManager::*m_objDirection = nullptr;  ///< of a signed pair only
 };
 
-/// The Parameter Setting page.
-const std::vector<Row>& ParameterSetting();
+/// The Parameter Setting page. Like Lan it throws std::logic_error when a control's setting does
+/// not exist.
+std::vector<Row> ParameterSetting();
 
 /// The Extra Setting page. The DHCP client identifier has no control.
-const std::vector<Row>& Lan();
+std::vector<Row> Lan();
 
 }  // namespace MBinding

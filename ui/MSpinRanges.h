@@ -1,30 +1,27 @@
 #pragma once
 
+#include "model/MSettings.h"
+
 #include <cstdint>
-#include <optional>
-#include <string_view>
+#include <string>
 #include <vector>
 
 class QWidget;
 class UCSpinEdit;
 
-/// The ranges of every spin edit of the main window.
+/// The ranges of every spin edit of the main window: a setting's are the setting's own.
 namespace MSpinRanges {
 
 struct Row {
-    std::string_view m_strName;  ///< the control's name
-    std::int32_t m_iInitial;     ///< like the bounds in units of the last shown decimal place
-    std::int32_t m_iMax;
-    std::int32_t m_iMin;
-    std::int32_t m_iIncrement;
-    std::optional<std::int16_t> m_iLength;        ///< absent: the control's default
-    std::optional<std::int16_t> m_iDecimalPoint;  ///< absent: the control's default
-    std::optional<bool> m_bHexaMode;              ///< absent: the control's default
-    bool m_bEditCovers;  ///< the text box covers the control, which has no buttons then
+    std::string m_strName;    ///< the control's name
+    std::int32_t m_iInitial;  ///< like the bounds in units of the last shown decimal place
+    MSettings::Range m_objRange;
+    bool m_bEditCovers = false;  ///< the text box covers the control, which has no buttons then
 };
 
-/// One row a spin edit, in the order in which they are set up.
-const std::vector<Row>& All();
+/// One row a spin edit, in the order in which they are set up. Throws std::logic_error when a
+/// control's setting does not exist.
+std::vector<Row> All();
 
 /// Sets p_objField up as p_objRow says.
 void Apply(const Row& p_objRow, UCSpinEdit& p_objField);

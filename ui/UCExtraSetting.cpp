@@ -1,6 +1,6 @@
 #include "ui/UCExtraSetting.h"
 
-#include "ui/UCSpinEdit.h"
+#include "ui/MSettingControls.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -10,6 +10,9 @@
 #include <QPushButton>
 
 #include <array>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -18,16 +21,11 @@ struct Named {
     const char* m_strName;
 };
 
-constexpr int AddressParts = 4;
+// Whether the port counts stands in one line with its number, under the number's label.
+constexpr std::string_view SocketSetting = "socket";
+constexpr std::string_view SocketPortSetting = "socket-port";
 
-// An address has four fields, its name followed by 1 to 4.
 // clang-format off
-constexpr auto Addresses = std::to_array<Named>({
-    {"IP ADDRESS", "SeIpAddress"},
-    {"SUBNET MASK", "SeSubNet"},
-    {"DEFAULT GATEWAY", "SeGateway"},
-});
-
 constexpr auto PageButtons = std::to_array<Named>({
     {"READ", "btnLanRead"},
     {"SET", "btnLanSet"},
@@ -36,41 +34,54 @@ constexpr auto PageButtons = std::to_array<Named>({
 });
 // clang-format on
 
-void AddAddress(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
-                const Named& p_objAddress) {
+/// A line of fields under one label. p_bNumbered: each is called by its number, too.
+void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
+             const QString& p_strCaption, const std::vector<std::string>& p_strControls,
+             bool p_bNumbered) {
     QWidget* const objParent = p_objGrid.parentWidget();
-    const QString strCaption = p_objAddress.m_strCaption;
-    QLabel* const lbl = p_objBuilder.MakeLabel(objParent, strCaption);
-    p_objGrid.addWidget(lbl, p_iRow, 0);
+    QLabel* const lbl = p_objBuilder.MakeLabel(objParent, p_strCaption);
     auto* const objLine = new QHBoxLayout;
-    for (int iPart = 1; iPart <= AddressParts; ++iPart) {
-        if (iPart > 1) {
+    int iNumber = 0;
+    for (const std::string& strControl : p_strControls) {
+        QWidget* const objField =
+            p_objBuilder.MakeField(objParent, QString::fromStdString(strControl));
+        ++iNumber;
+        CPageBuilder::NameAfter(*objField, p_bNumbered
+                                               ? p_strCaption + QStringLiteral(" %1").arg(iNumber)
+                                               : p_strCaption);
+        if (p_bNumbered && iNumber > 1) {
             objLine->addWidget(p_objBuilder.MakeLabel(objParent, "."));
         }
-        UCSpinEdit* const Se = p_objBuilder.MakeSpinEdit(
-            objParent, QString(p_objAddress.m_strName) + QString::number(iPart));
-        CPageBuilder::NameAfter(*Se, QStringLiteral("%1 %2").arg(strCaption).arg(iPart));
-        objLine->addWidget(Se, 1);
-        if (iPart == 1) {
-            lbl->setBuddy(Se);
+        objLine->addWidget(objField, 1);
+        if (!p_bNumbered || iNumber == 1) {
+            lbl->setBuddy(
+                objField);  // the port's number at last; whether it counts comes before it
         }
     }
+    p_objGrid.addWidget(lbl, p_iRow, 0);
     p_objGrid.addLayout(objLine, p_iRow, 1);
 }
 
-void AddSocketPort(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow) {
-    QWidget* const objParent = p_objGrid.parentWidget();
-    const QString strCaption = QStringLiteral("SOCKET PORT");
-    QLabel* const lbl = p_objBuilder.MakeLabel(objParent, strCaption);
-    auto* const objLine = new QHBoxLayout;
-    for (const char* strName : {"cmbPort", "SeSocetPort"}) {
-        QWidget* const objField = p_objBuilder.MakeField(objParent, strName);
-        CPageBuilder::NameAfter(*objField, strCaption);
-        objLine->addWidget(objField, 1);
-        lbl->setBuddy(objField);  // at last the number; whether it counts comes before it
+/// The network settings, a line each.
+int AddSettings(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid) {
+    int iRow = 0;
+    std::vector<std::string> strBefore;
+    for (const MSettingControls::Row& objRow : MSettingControls::Lan()) {
+        const QString strCaption = MSettingControls::Caption(objRow);
+        if (objRow.m_strSetting == SocketSetting) {
+            strBefore = MSettingControls::Controls(objRow);
+        } else if (objRow.m_strSetting == SocketPortSetting) {
+            strBefore.push_back(objRow.m_strControl);
+            AddLine(p_objBuilder, p_objGrid, iRow++, strCaption, strBefore, false);
+        } else if (MSettingControls::Setting(objRow).m_iKind == MSettings::Kind::Address) {
+            AddLine(p_objBuilder, p_objGrid, iRow++, strCaption, MSettingControls::Controls(objRow),
+                    true);
+        } else {
+            p_objBuilder.AddField(p_objGrid, iRow++, 0, strCaption,
+                                  QString::fromStdString(objRow.m_strControl));
+        }
     }
-    p_objGrid.addWidget(lbl, p_iRow, 0);
-    p_objGrid.addLayout(objLine, p_iRow, 1);
+    return iRow;
 }
 
 }  // namespace
@@ -98,13 +109,7 @@ bool UCExtraSetting::StoreLanSettingItem(const CItemManager& p_objItemManager) {
 QWidget* UCExtraSetting::MakeLanFrame(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrLan", "LAN");
     auto* const objGrid = new QGridLayout(Fr);
-    int iRow = 0;
-    for (const Named& objAddress : Addresses) {
-        AddAddress(p_objBuilder, *objGrid, iRow++, objAddress);
-    }
-    AddSocketPort(p_objBuilder, *objGrid, iRow++);
-    p_objBuilder.AddField(*objGrid, iRow++, 0, "DHCP", "cmbDhcp");
-    p_objBuilder.AddField(*objGrid, iRow++, 0, "DHCP HOST NAME", "txtDhcpName");
+    const int iRow = AddSettings(p_objBuilder, *objGrid);
     auto* const objLine = new QHBoxLayout;
     for (const Named& objButton : PageButtons) {
         objLine->addWidget(

@@ -1,6 +1,7 @@
 #include "ui/UCParameterSetting.h"
 
 #include "ui/MControl.h"
+#include "ui/MSettingControls.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -10,11 +11,16 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
+#include <vector>
 
 namespace {
 
-struct Field {
+using MSettingControls::Place;
+
+struct Button {
     const char* m_strCaption;
     const char* m_strName;
 };
@@ -22,54 +28,8 @@ struct Field {
 constexpr int FieldsPerRow = 2;
 constexpr int ManualCode = 3;
 
-// In reading order, two a row. The captions are shown as they stand here, "FOWARD" included.
 // clang-format off
-constexpr auto ParameterFields = std::to_array<Field>({
-    {"FONT CODE", "cmbFontCode"},
-    {"ZERO CODE", "cmbZeroCode"},
-    {"SPEED", "cmbSpeed"},
-    {"DATA LENG.", "cmbDataLeg"},
-    {"STOP BIT", "cmbStopBit"},
-    {"PARITY", "cmbParity"},
-    {"CONTROL", "cmbControl"},
-    {"FOWARD WAIT", "cmbFowardWait"},
-    {"FOWARD POSITION", "SeFowardPosition"},
-    {"CODE", "cmbCode"},
-    {"PEEL OFF STATUS", "cmbPeelOffStatus"},
-    {"FEED KEY", "cmbFeedKey"},
-    {"KANJI CODE", "cmbKanji"},
-    {"EURO CODE", "SeEuroCode"},
-    {"AUTO HD CHK", "cmbAutoHdChk"},
-    {"ACK/BUSY", "cmbAckBusy"},
-    {"WEB PRINTER", "cmbWebPrinter"},
-    {"INPUT PRIME", "cmbInputPrime"},
-    {"RIBBON NEAR END", "cmbRibbonNearEnd"},
-    {"EX.I/O MODE", "cmbExIoMode"},
-    {"PLUG && PLAY", "cmbPlugPlay"},
-    {"LBL/RBN END", "cmbLblRbnEnd"},
-    {"PRE PEEL OFF", "cmbPrePeelOff"},
-    {"BACK SPEED", "cmbBackSpeed"},
-    {"MAXI CODE SPEC.", "cmbMaxiCodeSpec"},
-    {"KB I/F", "cmbKbIF"},
-    {"PEEL OFF TRQ", "cmbPeelOffTrq"},
-});
-
-constexpr std::array CodeFields{"SeCode1", "SeCode2", "SeCode3"};
-
-constexpr auto AdjustmentFields = std::to_array<Field>({
-    {"FEED ADJ.", "SeFeedAdj"},
-    {"CUT ADJ.", "SeCutAdj"},
-    {"BACK ADJ.", "SeBackAdj"},
-    {"X ADJ.", "SeXAdj"},
-    {"TONE ADJ.<T>", "SeToneAdjT"},
-    {"TONE ADJ.<D>", "SeToneAdjD"},
-    {"RBN ADJ.<FW>", "SeRbnAdjFw"},
-    {"RBN ADJ.<BK>", "SeRbnAdjBk"},
-    {"THRESHOLD<R>", "SeThresholdR"},
-    {"THRESHOLD<T>", "SeThresholdT"},
-});
-
-constexpr auto PageButtons = std::to_array<Field>({
+constexpr auto PageButtons = std::to_array<Button>({
     {"READ", "btnRead"},
     {"SET", "btnSet"},
     {"LOAD", "btnLoad"},
@@ -77,7 +37,24 @@ constexpr auto PageButtons = std::to_array<Field>({
 });
 // clang-format on
 
-const QString CodeCaption = QStringLiteral("CODE");
+/// The list behind which the codes stand.
+constexpr std::string_view CodeSetting = "code";
+
+/// The rows of one place of the page, in reading order.
+std::vector<MSettingControls::Row> RowsOf(Place p_iPlace) {
+    std::vector<MSettingControls::Row> objRows;
+    std::ranges::copy_if(MSettingControls::ParameterSetting(), std::back_inserter(objRows),
+                         [p_iPlace](const MSettingControls::Row& p_objRow) {
+                             return p_objRow.m_iPlace == p_iPlace;
+                         });
+    return objRows;
+}
+
+QWidget* AddField(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
+                  int p_iColumn, const MSettingControls::Row& p_objRow) {
+    return p_objBuilder.AddField(p_objGrid, p_iRow, p_iColumn, MSettingControls::Caption(p_objRow),
+                                 QString::fromStdString(p_objRow.m_strControl));
+}
 
 /// The three character codes stand behind the list that can make them count.
 void AddCodes(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
@@ -85,10 +62,10 @@ void AddCodes(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iR
     auto* const objLine = new QHBoxLayout;
     objLine->setSpacing(p_objGrid.verticalSpacing());
     objLine->addWidget(p_cmb);
-    int iNumber = 0;
-    for (const char* strName : CodeFields) {
-        UCSpinEdit* const Se = p_objBuilder.MakeSpinEdit(p_objGrid.parentWidget(), strName);
-        CPageBuilder::NameAfter(*Se, QStringLiteral("CODE %1").arg(++iNumber));
+    for (const MSettingControls::Row& objRow : RowsOf(Place::Codes)) {
+        UCSpinEdit* const Se = p_objBuilder.MakeSpinEdit(
+            p_objGrid.parentWidget(), QString::fromStdString(objRow.m_strControl));
+        CPageBuilder::NameAfter(*Se, MSettingControls::Caption(objRow));
         Se->setMinimumWidth(Se->fontMetrics().horizontalAdvance("MMMM"));
         objLine->addWidget(Se, 1);
     }
@@ -126,10 +103,10 @@ QWidget* UCParameterSetting::MakeParameterFrame(const CPageBuilder& p_objBuilder
     int iCell = 0;
     const auto CellRow = [&] { return iCell / FieldsPerRow; };
     const auto CellColumn = [&] { return iCell % FieldsPerRow * 2; };
-    for (const Field& objField : ParameterFields) {
-        QWidget* const objControl = p_objBuilder.AddField(
-            *objGrid, CellRow(), CellColumn(), objField.m_strCaption, objField.m_strName);
-        if (objField.m_strCaption == CodeCaption) {
+    for (const MSettingControls::Row& objRow : RowsOf(Place::Parameter)) {
+        QWidget* const objControl =
+            AddField(p_objBuilder, *objGrid, CellRow(), CellColumn(), objRow);
+        if (objRow.m_strSetting == CodeSetting) {
             AddCodes(p_objBuilder, *objGrid, CellRow(), CellColumn() + 1, objControl);
         }
         ++iCell;
@@ -145,8 +122,9 @@ QWidget* UCParameterSetting::MakeParameterFrame(const CPageBuilder& p_objBuilder
 }
 
 void UCParameterSetting::EnableCodes(bool p_bEnabled) {
-    for (const char* strName : CodeFields) {
-        MControl::Find<UCSpinEdit>(*this, strName).SetEnable(p_bEnabled);
+    for (const MSettingControls::Row& objRow : RowsOf(Place::Codes)) {
+        MControl::Find<UCSpinEdit>(*this, QString::fromStdString(objRow.m_strControl))
+            .SetEnable(p_bEnabled);
     }
 }
 
@@ -154,8 +132,8 @@ QWidget* UCParameterSetting::MakeAdjustmentFrame(const CPageBuilder& p_objBuilde
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrAdjustment", "Adjustment");
     auto* const objGrid = new QGridLayout(Fr);
     int iRow = 0;
-    for (const Field& objField : AdjustmentFields) {
-        p_objBuilder.AddField(*objGrid, iRow++, 0, objField.m_strCaption, objField.m_strName);
+    for (const MSettingControls::Row& objRow : RowsOf(Place::Adjustment)) {
+        AddField(p_objBuilder, *objGrid, iRow++, 0, objRow);
     }
     objGrid->setColumnStretch(1, 1);
     objGrid->setRowStretch(iRow, 1);
@@ -166,7 +144,7 @@ QWidget* UCParameterSetting::MakeButtons(const CPageBuilder& p_objBuilder) {
     auto* const objButtons = new QWidget(this);
     auto* const objLine = new QHBoxLayout(objButtons);
     objLine->setContentsMargins(0, 0, 0, 0);
-    for (const Field& objButton : PageButtons) {
+    for (const Button& objButton : PageButtons) {
         objLine->addWidget(
             p_objBuilder.MakeButton(objButtons, objButton.m_strName, objButton.m_strCaption));
     }

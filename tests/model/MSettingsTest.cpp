@@ -136,3 +136,10 @@ TEST(MSettings, AreFoundByName) {
     EXPECT_EQ(&MSettings::Get("x-adj"), MSettings::Find("x-adj"));
     EXPECT_THROW(MSettings::Get("y-adj"), std::logic_error);
 }
+
+TEST(MSettings, TheRibbonsEndAndTheKeyboardBeginWithOff) {
+    for (const char* strName : {"ribbon-near-end", "kb-if"}) {
+        EXPECT_EQ(MSettings::Get(strName).m_strEntries.front(), "OFF") << strName;
+        EXPECT_GT(MSettings::Get(strName).m_strEntries.size(), 2U) << strName;
+    }
+}

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "model/CConversionError.h"
-#include "model/MChoiceLists.h"
 #include "platform/qt/MText.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/ui/CMainWindow.h"
 #include "ui/CPageBuilder.h"
+#include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
 
 #include <QLineEdit>
@@ -19,8 +19,8 @@ template <typename Page>
 class CBindingFixture : public ::testing::Test {
 protected:
     CBindingFixture() {
-        for (const MChoiceLists::List& objList : MChoiceLists::All()) {
-            const QString strName = MText::ToQt(std::string(objList.m_strName));
+        for (const MListEntries::List& objList : MListEntries::All()) {
+            const QString strName = MText::ToQt(objList.m_strName);
             if (auto* const cmb = m_objPage.template findChild<QComboBox*>(strName)) {
                 for (const std::string_view strEntry : objList.m_strEntries) {
                     cmb->addItem(MText::ToQt(std::string(strEntry)));
@@ -28,7 +28,7 @@ protected:
             }
         }
         for (const MSpinRanges::Row& objRow : MSpinRanges::All()) {
-            const QString strName = MText::ToQt(std::string(objRow.m_strName));
+            const QString strName = MText::ToQt(objRow.m_strName);
             if (auto* const Se = m_objPage.template findChild<UCSpinEdit*>(strName)) {
                 MSpinRanges::Apply(objRow, *Se);
             }

@@ -1,4 +1,5 @@
 #include "tests/ui/CFormFixture.h"
+#include "ui/MListEntries.h"
 
 #include <QGroupBox>
 #include <QLineEdit>
@@ -241,6 +242,18 @@ TEST_F(FmMainControlsTest, HasThreeTabs) {
     EXPECT_EQ(objTabs.tabText(0), "Parameter Setting");
     EXPECT_EQ(objTabs.tabText(1), "Maintenance Mode");
     EXPECT_EQ(objTabs.tabText(2), "Extra Setting");
+}
+
+TEST_F(FmMainControlsTest, TheListsAreFilledInTheirOrder) {
+    std::vector<std::string> strFilled{"cmbInterface"};
+    for (const MListEntries::List& objList : MListEntries::All()) {
+        strFilled.push_back(objList.m_strName);
+    }
+    std::vector<std::string> strExpected;
+    for (const List& objList : Lists) {
+        strExpected.emplace_back(objList.m_strName);
+    }
+    EXPECT_EQ(strFilled, strExpected);
 }
 
 TEST_F(FmMainControlsTest, EveryFrameStandsOnItsTab) {

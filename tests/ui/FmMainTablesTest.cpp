@@ -1,4 +1,3 @@
-#include "model/MChoiceLists.h"
 #include "tests/ui/CFormFixture.h"
 #include "tests/ui/MTableErrors.h"
 #include "ui/CActionButtons.h"
@@ -69,8 +68,8 @@ TEST_F(FmMainTablesTest, EveryErrorInARangeIsTold) {
 
 TEST_F(FmMainTablesTest, EveryErrorInAListIsTold) {
     MTableErrors::ExpectAllTold(
-        MChoiceLists::All(),
-        [](MChoiceLists::List & p_objList) -> auto& { return p_objList.m_strName; },
+        MListEntries::All(),
+        [](MListEntries::List & p_objList) -> auto& { return p_objList.m_strName; },
         [&](const auto& p_objTable) {
             for (QComboBox* const cmb : m_objWindow.Form().findChildren<QComboBox*>()) {
                 if (cmb->objectName() != "cmbInterface") {
@@ -85,13 +84,13 @@ TEST_F(FmMainTablesTest, AListWithoutEntriesOrWithAStartBeyondThemIsTold) {
     QWidget objWindow;
     auto* const cmb = new QComboBox(&objWindow);
     cmb->setObjectName("cmbOne");
-    const auto Fill = [&](MChoiceLists::List p_objList) {
+    const auto Fill = [&](MListEntries::List p_objList) {
         return [&objWindow, cmb, objList = std::move(p_objList)] {
             cmb->clear();
             MListEntries::Fill({objList}, objWindow);
         };
     };
-    MTableErrors::ExpectTold("cmbOne", Fill({"cmbOne", {}, MChoiceLists::NoSelection}));
+    MTableErrors::ExpectTold("cmbOne", Fill({"cmbOne", {}, MListEntries::NoSelection}));
     MTableErrors::ExpectTold("cmbOne", Fill({"cmbOne", {"a", "b"}, 2}));
     MTableErrors::ExpectTold("cmbOne", Fill({"cmbOne", {"a", "b"}, -2}));
     Fill({"cmbOne", {"a", "b"}, 1})();
@@ -142,7 +141,7 @@ TEST_F(FmMainTablesTest, AFieldThatAPageLacksIsToldToo) {
             MTableErrors::ExpectTold(p_strTold, [&] {
                 MSpinRanges::ApplyAll(MSpinRanges::All(), m_objWindow.Form());
                 const CActionButtons objButtons(m_objWindow.Form());
-                for (const MChoiceLists::List& objList : MChoiceLists::All()) {
+                for (const MListEntries::List& objList : MListEntries::All()) {
                     MControl::Find<QComboBox>(m_objWindow.Form(), QLatin1String(objList.m_strName));
                 }
             });

@@ -60,16 +60,16 @@ class MSpinRangesTest : public CSpinEditFixture, public ::testing::WithParamInte
 protected:
     void SetUp() override {
         CSpinEditFixture::SetUp();
-        const auto& objRows = MSpinRanges::All();
+        const std::vector<MSpinRanges::Row> objRows = MSpinRanges::All();
         const auto objRow = std::find_if(objRows.begin(), objRows.end(), [](const auto& p_objRow) {
             return p_objRow.m_strName == GetParam().m_strName;
         });
         ASSERT_NE(objRow, objRows.end());
-        m_objRow = &*objRow;
-        MSpinRanges::Apply(*m_objRow, *m_Se);
+        m_objRow = *objRow;
+        MSpinRanges::Apply(m_objRow, *m_Se);
     }
 
-    const MSpinRanges::Row* m_objRow = nullptr;
+    MSpinRanges::Row m_objRow;
 };
 
 TEST_P(MSpinRangesTest, StartsAndEndsAsTheTableSays) {
@@ -86,9 +86,9 @@ TEST_P(MSpinRangesTest, StartsAndEndsAsTheTableSays) {
 
 TEST_P(MSpinRangesTest, RefusesTheNextValueBeyond) {
     ExpectRangeBox();
-    EXPECT_FALSE(m_Se->SetValue(m_objRow->m_iMax + 1));
+    EXPECT_FALSE(m_Se->SetValue(m_objRow.m_objRange.m_iMax + 1));
     ExpectRangeBox();
-    EXPECT_FALSE(m_Se->SetValue(m_objRow->m_iMin - 1));
+    EXPECT_FALSE(m_Se->SetValue(m_objRow.m_objRange.m_iMin - 1));
     EXPECT_EQ(Shown(), GetParam().m_strInitial);
 }
 
