@@ -253,4 +253,15 @@ TEST_F(CQtFileStoreTest, ANameMayBeAsLongAsTheSystemAllows) {
     EXPECT_EQ(m_objFolder.Names(), std::vector<std::string>{std::string(255, 'x')});
 }
 
+TEST_F(CQtFileStoreTest, AFileWithALongNameIsReplacedLikeAnyOther) {
+    for (std::size_t iLength = 245; iLength <= 255; ++iLength) {
+        const std::string strName(iLength, 'x');
+        m_objFolder.Make(strName, "old");
+        EXPECT_TRUE(Save(m_objFolder.Path(strName), "new")) << iLength;
+        EXPECT_EQ(m_objFolder.Content(strName), "new") << iLength;
+        EXPECT_EQ(m_objFolder.Names(), std::vector<std::string>{strName});
+        fs::remove(m_objFolder.Path(strName));
+    }
+}
+
 }  // namespace
