@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 #ifdef Q_OS_LINUX
 #include "platform/qt/CLinuxFileWriter.h"
 #else
@@ -43,6 +45,10 @@ public:
     bool Open() {
         return QFileInfo(m_objFile).isFile() &&
                m_objFile.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] std::uint64_t Size() const override {
+        return static_cast<std::uint64_t>(std::max<qint64>(m_objFile.size(), 0));
     }
 
     std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {

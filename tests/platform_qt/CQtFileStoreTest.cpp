@@ -211,6 +211,17 @@ TEST_F(CQtFileStoreTest, ReadsAFileInPiecesToItsEnd) {
     EXPECT_EQ(objReader->Read(arrBuffer), 0U);
 }
 
+TEST_F(CQtFileStoreTest, TellsHowLargeAFileIs) {
+    m_objFolder.Make("file", "one\r\ntwo");
+    m_objFolder.Make("empty", "");
+    fs::create_symlink("file", m_objFolder.Path("link"));
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("file"))->Size(), 8U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("empty"))->Size(), 0U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("link"))->Size(), 8U);
+    fs::resize_file(m_objFolder.Path("file"), 3'000'000'000U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("file"))->Size(), 3'000'000'000U);
+}
+
 TEST_F(CQtFileStoreTest, ReadsAnEmptyFile) {
     m_objFolder.Make("file", "");
     const auto objReader = m_objFileStore.OpenToRead(m_objFolder.Path("file"));
