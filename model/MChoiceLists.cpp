@@ -2,7 +2,7 @@
 
 namespace {
 
-// The spellings "TRANSFR" and "MANTE.CNT" are the printer's own vocabulary.
+// The spellings "TRANSFR" and "MANTE.CNT" are meant: so the window shows them.
 // clang-format off
 const std::vector<MChoiceLists::List> ChoiceLists{
     {"cmbFontCode", {"PC-850", "PC-852", "PC-857", "PC-8", "PC-851", "PC-855", "PC-1250", "PC-1251", "PC-1252", "PC-1253", "PC-1254", "PC-1257", "LATIN9", "Arabic", "PC-866", "UTF-8"}},

@@ -3,10 +3,10 @@
 #include <string_view>
 #include <vector>
 
-/// The texts of every drop-down list of the pages: the vocabulary for a printer's options.
+/// The texts of every drop-down list of the pages.
 ///
-/// A list's position, counted from 0, is the value of the setting that it shows, so the order of
-/// the entries is the order of the printer's codes.
+/// A list's position, counted from 0, is the value of the setting that it shows: the order of the
+/// entries is the order of the values that are sent.
 namespace MChoiceLists {
 
 /// The position of a list in which nothing is chosen.
