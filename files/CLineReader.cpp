@@ -2,8 +2,9 @@
 
 #include <optional>
 
-CLineReader::CLineReader(IFileReader& p_objReader)
-    : m_objReader(p_objReader) {}
+CLineReader::CLineReader(IFileReader& p_objReader, std::uint64_t p_iMost)
+    : m_objReader(p_objReader)
+    , m_iLeft(p_iMost) {}
 
 CLineReader::Result CLineReader::Next(std::string& p_strLine) {
     p_strLine.clear();
@@ -51,9 +52,10 @@ CLineReader::Result CLineReader::FinishLine(char p_cEnd) {
 CLineReader::Byte CLineReader::Peek(char& p_cByte) {
     if (m_iPosition == m_iCount) {
         const std::optional<std::size_t> iRead = m_objReader.Read(m_arrBlock);
-        if (!iRead) {
+        if (!iRead || *iRead > m_iLeft) {
             return Byte::Failure;
         }
+        m_iLeft -= *iRead;
         m_iPosition = 0;
         m_iCount = *iRead;
         if (m_iCount == 0) {

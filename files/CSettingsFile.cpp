@@ -30,10 +30,10 @@ bool CSettingsFile::Save(const std::string& p_strPath) const {
 
 bool CSettingsFile::Load(const std::string& p_strPath) const {
     const std::unique_ptr<IFileReader> objReader = m_objFileStore.OpenToRead(p_strPath);
-    if (!objReader) {
+    if (!objReader || objReader->Size() > LargestFile) {
         return false;
     }
-    CLineReader objLines(*objReader);
+    CLineReader objLines(*objReader, LargestFile);
     std::string strLine;
     for (;;) {
         switch (objLines.Next(strLine)) {

@@ -3,6 +3,7 @@
 #include "model/CItemManager.h"
 #include "platform/IFileStore.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,10 @@
 /// CR LF.
 class CSettingsFile {
 public:
+    /// A file with more bytes than this, a mebibyte, is no settings file. Those that Save writes
+    /// have less than two hundred.
+    static constexpr std::uint64_t LargestFile = 1024 * 1024;
+
     /// How the lines of a kind are made, and how one is stored (false: not of this kind).
     struct Format {
         std::vector<std::string> (*m_objBuildLines)(const CItemManager&);
@@ -27,7 +32,9 @@ public:
     bool Save(const std::string& p_strPath) const;
 
     /// Stores a file's lines in the items. False when the file cannot be read, or at its first
-    /// line of another kind; what came before that line stays stored. An empty file is fine.
+    /// line of another kind; what came before that line stays stored. An empty file is fine. One
+    /// that is larger than LargestFile stores nothing; where it grows while it is read, what lies
+    /// beyond that is not stored.
     bool Load(const std::string& p_strPath) const;
 
 private:

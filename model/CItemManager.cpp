@@ -6,8 +6,8 @@ namespace {
 
 constexpr const char* DhcpClientIdDefault = "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF";
 
-// The order is the order of creation. Ribbon motors are only ever slowed: their directions are
-// fixed at "-", whatever is stored.
+// The order is the order of creation. The two directions of the ribbon motors are fixed: whatever
+// is stored in them, they are written as "-".
 // clang-format off
 const std::array<CItemManager::Row, 74> Catalogue{{
     {"m_objFeedDirection", &CItemManager::m_objFeedDirection, ItemDataType::Text, 1, "+", false},

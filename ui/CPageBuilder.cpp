@@ -1,5 +1,6 @@
 #include "ui/CPageBuilder.h"
 
+#include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -8,6 +9,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+
+#include <algorithm>
+#include <iterator>
 
 CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard)
     : m_objMessageBox(p_objMessageBox)
@@ -88,6 +92,19 @@ void CPageBuilder::Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
     NameAfter(p_objField, p_strCaption);
     p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
     p_objGrid.addWidget(&p_objField, p_iRow, p_iColumn + 1);
+}
+
+void CPageBuilder::MakeSameHeight(const QWidget& p_objPage) {
+    QList<QWidget*> objFields;
+    std::ranges::copy(MControl::All<QComboBox>(p_objPage), std::back_inserter(objFields));
+    std::ranges::copy(MControl::All<UCSpinEdit>(p_objPage), std::back_inserter(objFields));
+    int iHeight = 0;
+    for (const QWidget* const objField : objFields) {
+        iHeight = std::max(iHeight, objField->sizeHint().height());
+    }
+    for (QWidget* const objField : objFields) {
+        objField->setMinimumHeight(iHeight);
+    }
 }
 
 void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {

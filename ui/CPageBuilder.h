@@ -47,6 +47,10 @@ public:
     QComboBox* AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                        const QString& p_strCaption, const QString& p_strName) const;
 
+    /// Gives all lists and spin edits below p_objPage the height of the highest, so that the rows
+    /// of its frames have one pitch.
+    static void MakeSameHeight(const QWidget& p_objPage);
+
     /// Names p_objField for assistive programs after its label.
     static void NameAfter(QWidget& p_objField, const QString& p_strCaption);
 

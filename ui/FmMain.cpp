@@ -103,23 +103,30 @@ QWidget* FmMain::MakeInterfaceLine() {
     objFrameLayout->addWidget(m_cmbInterface);
     m_btnSetup = m_objBuilder.MakeButton(FrInterface, "btnSetup", "Setup");
     objFrameLayout->addWidget(m_btnSetup);
-    m_lblStatus = m_objBuilder.MakeLabel(objLine, {});
+    objLayout->addWidget(FrInterface);
+    // On one line with what stands in the frame: between the same margins, of the same height.
+    auto* const objStatusLayout = new QHBoxLayout;
+    QMargins objMargins = FrInterface->contentsMargins() + objFrameLayout->contentsMargins();
+    objMargins.setLeft(0);
+    objMargins.setRight(0);
+    objStatusLayout->setContentsMargins(objMargins);
+    MakeStatus(*objLine, *objStatusLayout);
+    objLayout->addLayout(objStatusLayout, 1);
+    return objLine;
+}
+
+void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
+    QPushButton* const btnGetStatus =
+        m_objBuilder.MakeButton(&p_objLine, "btnGetStatus", "GET STATUS");
+    const QSize objButton = btnGetStatus->sizeHint();
+    btnGetStatus->setMinimumWidth(objButton.width() + objButton.height() / 2);
+    m_lblStatus = m_objBuilder.MakeLabel(&p_objLine, {});
     m_lblStatus->setObjectName("lblStatus");
     m_lblStatus->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     m_lblStatus->setAccessibleName("GET STATUS");
-    objLayout->addWidget(FrInterface);
-    QPushButton* const btnGetStatus =
-        m_objBuilder.MakeButton(objLine, "btnGetStatus", "GET STATUS");
-    const QSize objButton = btnGetStatus->sizeHint();
-    btnGetStatus->setMinimumWidth(objButton.width() + objButton.height() / 2);
     m_lblStatus->setFixedHeight(objButton.height());
-    // On one line with what stands in the frame, whose caption is above.
-    auto* const objStatusLayout = new QHBoxLayout;
-    objStatusLayout->setContentsMargins(0, 0, 0, objFrameLayout->contentsMargins().bottom());
-    objStatusLayout->addWidget(btnGetStatus, 0, Qt::AlignBottom);
-    objStatusLayout->addWidget(m_lblStatus, 1, Qt::AlignBottom);
-    objLayout->addLayout(objStatusLayout, 1);
-    return objLine;
+    p_objLayout.addWidget(btnGetStatus);
+    p_objLayout.addWidget(m_lblStatus, 1);
 }
 
 QWidget* FmMain::MakeTabs() {

@@ -19,6 +19,7 @@
 #include <vector>
 
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QTabWidget;
@@ -57,6 +58,7 @@ private:
 
     void MakeMenu();
     QWidget* MakeInterfaceLine();
+    void MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout);
     QWidget* MakeTabs();
     void FormInitialize();
     void FillInterfaces();

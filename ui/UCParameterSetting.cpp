@@ -81,6 +81,7 @@ UCParameterSetting::UCParameterSetting(const CPageBuilder& p_objBuilder,
     auto* const objGrid = new QGridLayout(this);
     objGrid->addWidget(MakeParameterFrame(p_objBuilder), 0, 0);
     objGrid->addWidget(MakeAdjustmentFrame(p_objBuilder), 0, 1);
+    CPageBuilder::MakeSameHeight(*this);
     objGrid->addWidget(MakeButtons(p_objBuilder), 1, 0, 1, 2);
     objGrid->setColumnStretch(0, 3);
     objGrid->setColumnStretch(1, 1);

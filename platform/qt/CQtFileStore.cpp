@@ -2,14 +2,13 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
-#include <cerrno>
-#include <filesystem>
-#include <system_error>
+#include <algorithm>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
+#ifdef Q_OS_LINUX
+#include "platform/qt/CLinuxFileWriter.h"
+#else
+#include "platform/qt/CQtFileWriter.h"
 #endif
 #ifdef Q_OS_WIN
 #include <qt_windows.h>
@@ -36,22 +35,6 @@ bool IsHidden(const QFileInfo& p_objInfo) {
     return p_objInfo.isHidden();
 }
 
-/// Waits until the disk has taken a file's content, and asks what closing the file would say. The
-/// toolkit does both when it commits, but does not mind a failure. A file system that cannot wait
-/// for its disk is no failure here either.
-bool IsOnDisk([[maybe_unused]] const QSaveFile& p_objFile) {
-#ifdef Q_OS_UNIX
-    const int iFile = p_objFile.handle();
-    if (::fsync(iFile) != 0 && errno != EINVAL && errno != ENOTSUP) {
-        return false;
-    }
-    const int iCopy = ::dup(iFile);
-    return iCopy >= 0 && ::close(iCopy) == 0;
-#else
-    return true;
-#endif
-}
-
 class CReader : public IFileReader {
 public:
     explicit CReader(const QString& p_strPath)
@@ -62,6 +45,10 @@ public:
     bool Open() {
         return QFileInfo(m_objFile).isFile() &&
                m_objFile.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] std::uint64_t Size() const override {
+        return static_cast<std::uint64_t>(std::max<qint64>(m_objFile.size(), 0));
     }
 
     std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
@@ -77,45 +64,11 @@ private:
     QFile m_objFile;
 };
 
-class CWriter : public IFileWriter {
-public:
-    explicit CWriter(const QString& p_strPath)
-        : m_objFile(p_strPath) {}
-
-    /// Only in the place of a regular file or of none: no folder, pipe, device or circle of links
-    /// is replaced.
-    bool Open() {
-        std::error_code objError;
-        const auto objPath = QFileInfo(m_objFile.fileName()).filesystemFilePath();
-        const auto iType = std::filesystem::status(objPath, objError).type();
-        return !objPath.empty() &&
-               (iType == std::filesystem::file_type::regular ||
-                iType == std::filesystem::file_type::not_found) &&
-               m_objFile.open(QIODevice::WriteOnly);
-    }
-
-    bool Write(std::string_view p_strBytes) override {
-        const auto iCount = static_cast<qint64>(p_strBytes.size());
-        return m_objFile.write(p_strBytes.data(), iCount) == iCount;
-    }
-
-    // Flushed beforehand, because the toolkit's commit takes no notice when the last of what it
-    // has buffered cannot be written. A write that has failed makes the commit fail; without a
-    // commit nothing is left.
-    bool Commit() override {
-        return m_objFile.flush() && IsOnDisk(m_objFile) && m_objFile.commit();
-    }
-
-private:
-    QSaveFile m_objFile;
-};
-
-/// The object when it opens, else null.
-template <typename Interface, typename File>
-std::unique_ptr<Interface> Opened(const std::string& p_strPath) {
-    auto objFile = std::make_unique<File>(ToQt(p_strPath));
-    return objFile->Open() ? std::move(objFile) : nullptr;
-}
+#ifdef Q_OS_LINUX
+using CWriter = CLinuxFileWriter;
+#else
+using CWriter = CQtFileWriter;
+#endif
 
 }  // namespace
 
@@ -125,9 +78,13 @@ bool CQtFileStore::Exists(const std::string& p_strPath) const {
 }
 
 std::unique_ptr<IFileReader> CQtFileStore::OpenToRead(const std::string& p_strPath) {
-    return Opened<IFileReader, CReader>(p_strPath);
+    auto objReader = std::make_unique<CReader>(ToQt(p_strPath));
+    return objReader->Open() ? std::move(objReader) : nullptr;
 }
 
 std::unique_ptr<IFileWriter> CQtFileStore::OpenToWrite(const std::string& p_strPath) {
-    return Opened<IFileWriter, CWriter>(p_strPath);
+    // A name that Exists cannot ask about is not written either.
+    auto objWriter = std::make_unique<CWriter>();
+    return !ToQt(p_strPath).isEmpty() && objWriter->Open(p_strPath) ? std::move(objWriter)
+                                                                    : nullptr;
 }

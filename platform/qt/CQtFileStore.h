@@ -2,8 +2,8 @@
 
 #include "platform/IFileStore.h"
 
-/// Files through the toolkit. A file is written into a temporary one beside it, which takes its
-/// place in one step.
+/// Files of this computer. What is written goes into a file of its own, which takes the other's
+/// place in one step; see CLinuxFileWriter and, for other systems, CQtFileWriter.
 class CQtFileStore : public IFileStore {
 public:
     [[nodiscard]] bool Exists(const std::string& p_strPath) const override;

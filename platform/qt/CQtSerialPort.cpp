@@ -66,24 +66,24 @@ CQtSerialPort::~CQtSerialPort() {
 
 std::int32_t CQtSerialPort::Open() {
     Close();
-    if (!SetUp()) {
+    const QString strDevice = OwnName(MSerialPortName::DeviceOf(m_iPort, m_strDeviceFolder));
+    if (!SetUp(strDevice)) {
         return MSerialOpenResult::NotOpened;
     }
     if (!m_objPort.open(QIODevice::ReadWrite)) {
-        return MSerialOpenResult::Of(m_objPort.error(), m_objPort.errorString());
+        return MSerialOpenResult::Of(m_objPort.error(), strDevice);
     }
     m_objWatch.Begin(m_objPort.handle());
     m_objLookTimer.start();
     return Opened;
 }
 
-bool CQtSerialPort::SetUp() {
+bool CQtSerialPort::SetUp(const QString& p_strDevice) {
     const auto objValues = MSerialSettings::Parse(m_strSettings);
-    const QString strDevice = OwnName(MSerialPortName::DeviceOf(m_iPort, m_strDeviceFolder));
-    if (!objValues || strDevice.isEmpty() || m_iHandshaking != 0) {
+    if (!objValues || p_strDevice.isEmpty() || m_iHandshaking != 0) {
         return false;
     }
-    m_objPort.setPortName(strDevice);
+    m_objPort.setPortName(p_strDevice);
     return m_objPort.setBaudRate(objValues->m_iSpeed) &&
            m_objPort.setParity(ToQt(objValues->m_iParity)) &&
            m_objPort.setDataBits(objValues->m_iDataBits == 7 ? QSerialPort::Data7

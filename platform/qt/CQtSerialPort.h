@@ -46,7 +46,7 @@ public:
     [[nodiscard]] bool ClearToSend() const override { return m_objWatch.ClearToSend(); }
 
 private:
-    bool SetUp();
+    bool SetUp(const QString& p_strDevice);
     void HandleError(QSerialPort::SerialPortError p_iError);
     void RaiseReceive();
     void RaiseSend();

@@ -28,7 +28,7 @@ CQtTcpClient::CQtTcpClient() {
     });
     connect(&m_objSocket, &QTcpSocket::disconnected, this, [this] { HandleDisconnected(); });
     connect(&m_objSocket, &QTcpSocket::errorOccurred, this,
-            [this](QAbstractSocket::SocketError p_iError) { HandleError(p_iError); });
+            [this](QAbstractSocket::SocketError p_iError) { HandleError(p_iError, errno); });
     connect(&m_objSocket, &QTcpSocket::bytesWritten, this, [this] {
         if (m_objSocket.bytesToWrite() == 0 && m_objEvents != nullptr) {
             m_objEvents->OnSendComplete();
@@ -94,13 +94,12 @@ void CQtTcpClient::HandleDisconnected() {
     }
 }
 
-void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError) {
+void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError, int p_iSystem) {
     // The other side's closing is an error to the toolkit; "disconnected" follows and tells it.
     if (m_bClosing || p_iError == QAbstractSocket::RemoteHostClosedError) {
         return;
     }
-    QueueError(MSocketNumber::Of(p_iError, m_objSocket.errorString()),
-               MText::FromQt(m_objSocket.errorString()));
+    QueueError(MSocketNumber::Of(p_iError, p_iSystem), MText::FromQt(m_objSocket.errorString()));
 }
 
 void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescription) {

@@ -21,7 +21,7 @@ public:
 
 private:
     void HandleDisconnected();
-    void HandleError(QAbstractSocket::SocketError p_iError);
+    void HandleError(QAbstractSocket::SocketError p_iError, int p_iSystem);
     void QueueError(std::int32_t p_iNumber, std::string p_strDescription);
 
     QTcpSocket m_objSocket;

@@ -2,27 +2,69 @@
 
 #include "platform/ISerialPort.h"
 
+#ifdef Q_OS_UNIX
+#include "platform/qt/CFileHandle.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+
 #include <cerrno>
+#endif
 
 namespace {
 
-bool IsHeldByAnother([[maybe_unused]] const QString& p_strError) {
-#ifdef Q_OS_WIN
-    // There a port asks for no permission: it is refused only while it is open elsewhere.
-    return true;
-#else
-    // Both texts come in the language of the words that they are compared with.
-    return p_strError == QSerialPort::tr("Permission error while locking the device") ||
-           p_strError == qt_error_string(EBUSY);
-#endif
+#ifdef Q_OS_UNIX
+
+/// The toolkit has removed a lock of its own by now.
+bool IsLocked(const QString& p_strDevice, const QStringList& p_strFolders) {
+    const QString strPrefix = QStringLiteral("/dev/");
+    QString strName =
+        p_strDevice.startsWith(strPrefix) ? p_strDevice.mid(strPrefix.size()) : p_strDevice;
+    strName.replace('/', '_');
+    for (const QString& strFolder : p_strFolders) {
+        const bool bLock = QFile::exists(strFolder + "/LCK.." + strName);
+        const QFileInfo objFolder(strFolder);
+        if (objFolder.isReadable() && (bLock || objFolder.isWritable())) {
+            return bLock;
+        }
+    }
+    return false;
 }
+
+bool IsBusy(const QString& p_strDevice) {
+    const CFileHandle objPort(::open(QFile::encodeName(p_strDevice).constData(),
+                                     O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    return !objPort.IsOpen() && errno == EBUSY;
+}
+
+bool IsHeldByAnother(const QString& p_strDevice, const QStringList& p_strFolders) {
+    return IsLocked(p_strDevice, p_strFolders) || IsBusy(p_strDevice);
+}
+
+#else
+
+/// Here a port asks for no permission: it is refused only while it is open elsewhere.
+bool IsHeldByAnother(const QString& /*p_strDevice*/, const QStringList& /*p_strFolders*/) {
+    return true;
+}
+
+#endif
 
 }  // namespace
 
 namespace MSerialOpenResult {
 
-std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strError) {
-    const bool bHeld = p_iError == QSerialPort::PermissionError && IsHeldByAnother(p_strError);
+QStringList LockFolders() {
+    return {"/var/lock", "/etc/locks", "/var/spool/locks",  "/var/spool/uucp",
+            "/tmp",      "/var/tmp",   "/var/lock/lockdev", "/run/lock"};
+}
+
+std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strDevice,
+                const QStringList& p_strLockFolders) {
+    const bool bHeld =
+        p_iError == QSerialPort::PermissionError && IsHeldByAnother(p_strDevice, p_strLockFolders);
     return bHeld ? ISerialPort::AlreadyOpen : NotOpened;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QSerialPort>
+#include <QString>
+#include <QStringList>
 
 #include <cstdint>
 
@@ -10,9 +12,15 @@ namespace MSerialOpenResult {
 /// Any reason but another program.
 inline constexpr std::int32_t NotOpened = 1;
 
+/// Where programs leave lock files of the ports that they have open, in the toolkit's order.
+QStringList LockFolders();
+
 /// ISerialPort::AlreadyOpen when another program has the port, else NotOpened. The toolkit calls
-/// both "no permission" and tells them apart in words only.
-/// @param p_strError the toolkit's words for the error.
-std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strError);
+/// both "no permission". Which of them it is says the system: a port that another program has is
+/// locked (a file "LCK..ttyS0" in the first of the folders that is used at all), or busy to
+/// whoever tries to open it.
+/// @param p_strDevice the port's device file, by its own name.
+std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strDevice,
+                const QStringList& p_strLockFolders = LockFolders());
 
 }  // namespace MSerialOpenResult

@@ -1,7 +1,5 @@
 #include "platform/qt/MSocketNumber.h"
 
-#include <QCoreApplication>
-
 #include <array>
 #include <cerrno>
 
@@ -9,29 +7,27 @@ namespace {
 
 struct Number {
     QAbstractSocket::SocketError m_iToolkit;
-    const char* m_strWords;  ///< the toolkit's own, not translated; null when any will do
     std::int32_t m_iSystem;
 };
 
-constexpr std::array<Number, 7> Numbers{{
-    {QAbstractSocket::ConnectionRefusedError, nullptr, ECONNREFUSED},
-    {QAbstractSocket::SocketAccessError, nullptr, EACCES},
-    {QAbstractSocket::SocketResourceError, nullptr, EMFILE},
-    {QAbstractSocket::SocketTimeoutError, nullptr, ETIMEDOUT},
-    {QAbstractSocket::SocketAddressNotAvailableError, nullptr, EADDRNOTAVAIL},
-    {QAbstractSocket::NetworkError, "Network unreachable", ENETUNREACH},
-    {QAbstractSocket::NetworkError, "Host unreachable", EHOSTUNREACH},
+/// The classes that stand for one number.
+constexpr std::array<Number, 5> Numbers{{
+    {QAbstractSocket::ConnectionRefusedError, ECONNREFUSED},
+    {QAbstractSocket::SocketAccessError, EACCES},
+    {QAbstractSocket::SocketResourceError, EMFILE},
+    {QAbstractSocket::SocketTimeoutError, ETIMEDOUT},
+    {QAbstractSocket::SocketAddressNotAvailableError, EADDRNOTAVAIL},
 }};
 
 }  // namespace
 
-std::int32_t MSocketNumber::Of(QAbstractSocket::SocketError p_iError, const QString& p_strError) {
+std::int32_t MSocketNumber::Of(QAbstractSocket::SocketError p_iError, int p_iSystem) {
+    // This class stands for many; errno may have been left by something else then.
+    if (p_iError == QAbstractSocket::NetworkError) {
+        return p_iSystem == ENETUNREACH || p_iSystem == EHOSTUNREACH ? p_iSystem : 0;
+    }
     for (const Number& objNumber : Numbers) {
-        // The words come in the language that the toolkit's own context has.
-        const bool bWords =
-            objNumber.m_strWords == nullptr ||
-            p_strError == QCoreApplication::translate("QNativeSocketEngine", objNumber.m_strWords);
-        if (objNumber.m_iToolkit == p_iError && bWords) {
+        if (objNumber.m_iToolkit == p_iError) {
             return objNumber.m_iSystem;
         }
     }

@@ -9,22 +9,22 @@ namespace {
 // What a transfer is told for its own limit: none. Its owner keeps the time.
 constexpr unsigned NoLimit = 0;
 
-CUsbTransfer::End EndOf(int p_iStatus) {
+}  // namespace
+
+CUsbTransfer::End CUsbTransfer::EndOf(int p_iStatus) {
     switch (p_iStatus) {
     case LIBUSB_TRANSFER_COMPLETED:
-        return CUsbTransfer::End::Done;
+        return End::Done;
     case LIBUSB_TRANSFER_CANCELLED:
     case LIBUSB_TRANSFER_TIMED_OUT:
-        return CUsbTransfer::End::Stopped;
+        return End::Stopped;
     case LIBUSB_TRANSFER_STALL:
     case LIBUSB_TRANSFER_OVERFLOW:
-        return CUsbTransfer::End::Stalled;
+        return End::Stalled;
     default:
-        return CUsbTransfer::End::Lost;
+        return End::Lost;
     }
 }
-
-}  // namespace
 
 CUsbTransfer::CUsbTransfer(libusb_context* p_objContext, libusb_device_handle* p_objHandle,
                            std::uint8_t p_iEndpoint, std::span<std::uint8_t> p_objBytes)

@@ -23,6 +23,9 @@ public:
     /// The device itself, which takes control transfers; the other endpoints take bulk ones.
     static constexpr std::uint8_t ControlEndpoint = 0;
 
+    /// What it means that libusb has ended a transfer so (LIBUSB_TRANSFER_…).
+    static End EndOf(int p_iStatus);
+
     /// Begins at once. The bytes are the caller's and outlive this; those of a control transfer
     /// begin with its setup, which tells how many follow and is not counted.
     CUsbTransfer(libusb_context* p_objContext, libusb_device_handle* p_objHandle,

@@ -1,13 +1,15 @@
 #include "simulator/usb/CEmulatedPrinter.h"
 
+#include "simulator/usb/MUsbDescriptors.h"
+
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
 #include <umockdev.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <thread>
 #include <utility>
 
@@ -16,26 +18,6 @@ namespace {
 constexpr std::uint32_t Capabilities =
     USBDEVFS_CAP_ZERO_PACKET | USBDEVFS_CAP_BULK_CONTINUATION | USBDEVFS_CAP_NO_PACKET_SIZE_LIM |
     USBDEVFS_CAP_BULK_SCATTER_GATHER | USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
-
-/// The device's descriptor and its only configuration: one interface, a pipe in either direction.
-std::array<std::uint8_t, 50> Descriptors(std::uint8_t p_iClass) {
-    constexpr std::uint8_t iPacket = CUsbTransfers::PacketBytes;
-    // clang-format off
-    return {
-        18, 1, 0x00, 0x02, 0, 0, 0, 64, 0x09, 0x12, 0x01, 0x00, 0x00, 0x01, 0, 0, 0, 1,
-        9, 2, 32, 0, 1, 1, 0, 0xC0, 0,
-        9, 4, 0, 0, 2, p_iClass, 1, 2, 0,
-        7, 5, CUsbTransfers::OutEndpoint, 2, iPacket, 0, 0,
-        7, 5, CUsbTransfers::InEndpoint, 2, iPacket, 0, 0,
-    };
-    // clang-format on
-}
-
-std::string Hex(std::uint8_t p_iByte) {
-    constexpr const char* strDigits = "0123456789ABCDEF";
-    constexpr unsigned iBase = 16;
-    return {strDigits[p_iByte / iBase], strDigits[p_iByte % iBase]};
-}
 
 std::string SysPath(int p_iNumber) {
     return "/devices/pci0000:00/0000:00:01.0/usb1/1-" + std::to_string(p_iNumber);
@@ -89,6 +71,11 @@ CEmulatedPrinter::CEmulatedPrinter(CUsbWorld& p_objWorld, CPrinter& p_objPrinter
 }
 
 void CEmulatedPrinter::Connect() {
+    if (m_objBehaviour.m_bCannotBeOpened) {
+        m_objWorld.Add(Record());
+        m_objWorld.RemoveNode("/dev/" + Node(m_iNumber));
+        return;
+    }
     g_signal_connect(m_objHandler, "handle-ioctl", G_CALLBACK(&CEmulatedPrinter::OnCall), this);
     g_signal_connect(m_objHandler, "client-connected", G_CALLBACK(&CEmulatedPrinter::OnConnected),
                      this);
@@ -107,21 +94,20 @@ CEmulatedPrinter::~CEmulatedPrinter() {
     while (Clients() > 0 && Clock::now() < iEnd) {
         std::this_thread::sleep_for(iStep);
     }
-    umockdev_testbed_detach_ioctl(m_objWorld.Testbed(), ("/dev/" + Node(m_iNumber)).c_str(),
-                                  nullptr);
+    if (!m_objBehaviour.m_bCannotBeOpened) {
+        umockdev_testbed_detach_ioctl(m_objWorld.Testbed(), ("/dev/" + Node(m_iNumber)).c_str(),
+                                      nullptr);
+    }
     g_object_unref(m_objHandler);
 }
 
 std::string CEmulatedPrinter::Record() const {
-    std::string strDescriptors;
-    for (const std::uint8_t iByte : Descriptors(m_objBehaviour.m_iClass)) {
-        strDescriptors += Hex(iByte);
-    }
     const std::string strDevice = std::to_string(m_iNumber + 1);
     return "P: " + SysPath(m_iNumber) + "\nN: " + Node(m_iNumber) +
            "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: BUSNUM=001\nE: DEVNUM=00" + strDevice +
            "\nE: DEVNAME=/dev/" + Node(m_iNumber) + "\nA: busnum=1\nA: devnum=" + strDevice +
-           "\nA: speed=12\nA: bConfigurationValue=1\nH: descriptors=" + strDescriptors + "\n";
+           "\nA: speed=12\nA: bConfigurationValue=1\nH: descriptors=" +
+           MUsbDescriptors::Hex(m_objBehaviour) + "\n";
 }
 
 void CEmulatedPrinter::Unplug() {
@@ -188,6 +174,9 @@ bool CEmulatedPrinter::Answer(_UMockdevIoctlClient* p_objClient) {
     case USBDEVFS_RELEASEINTERFACE:
         Release(p_objClient);
         return true;
+    case USBDEVFS_SETINTERFACE:
+        Choose(p_objClient);
+        return true;
     case USBDEVFS_IOCTL:
         ForDriver(p_objClient);
         return true;
@@ -213,7 +202,7 @@ bool CEmulatedPrinter::AnswerTransfer(_UMockdevIoctlClient* p_objClient) {
         m_objTransfers.Reap(p_objClient, m_bGone);
         return true;
     case USBDEVFS_CLEAR_HALT:
-        Complete(p_objClient, m_bGone ? ENODEV : 0);
+        ClearHalt(p_objClient);
         return true;
     default:
         return false;
@@ -275,6 +264,29 @@ void CEmulatedPrinter::ForDriver(_UMockdevIoctlClient* p_objClient) {
     }
 }
 
+void CEmulatedPrinter::Choose(_UMockdevIoctlClient* p_objClient) {
+    const CArgument objArgument(p_objClient, sizeof(usbdevfs_setinterface));
+    usbdevfs_setinterface objCall{};
+    std::memcpy(&objCall, objArgument.Data()->data, sizeof objCall);
+    if (m_bGone || m_objBehaviour.m_bRefusesAlternate) {
+        Complete(p_objClient, m_bGone ? ENODEV : EIO);
+        return;
+    }
+    m_iAlternate = objCall.altsetting;
+    Complete(p_objClient, 0);
+}
+
+void CEmulatedPrinter::ClearHalt(_UMockdevIoctlClient* p_objClient) {
+    unsigned iEndpoint = 0;
+    const CArgument objArgument(p_objClient, sizeof iEndpoint);
+    std::memcpy(&iEndpoint, objArgument.Data()->data, sizeof iEndpoint);
+    if (m_bGone) {
+        Complete(p_objClient, ENODEV);
+    } else {
+        Complete(p_objClient, m_objTransfers.Clear(iEndpoint) ? 0 : EIO);
+    }
+}
+
 std::string CEmulatedPrinter::Taken() const {
     const std::lock_guard objLock(m_objMutex);
     return m_objTransfers.Taken();
@@ -294,6 +306,16 @@ bool CEmulatedPrinter::IsClaimed() {
 int CEmulatedPrinter::Claims() const {
     const std::lock_guard objLock(m_objMutex);
     return m_iClaims;
+}
+
+unsigned CEmulatedPrinter::Alternate() const {
+    const std::lock_guard objLock(m_objMutex);
+    return m_iAlternate;
+}
+
+std::vector<unsigned> CEmulatedPrinter::Cleared() const {
+    const std::lock_guard objLock(m_objMutex);
+    return m_objTransfers.Cleared();
 }
 
 std::size_t CEmulatedPrinter::Clients() {

@@ -38,6 +38,10 @@ public:
     [[nodiscard]] bool IsClaimed();
     /// How often a program has claimed it.
     [[nodiscard]] int Claims() const;
+    /// The alternate setting of the interface that was chosen last; 0 at first.
+    [[nodiscard]] unsigned Alternate() const;
+    /// The endpoints that programs have asked to be cleared, in order.
+    [[nodiscard]] std::vector<unsigned> Cleared() const;
     /// How many programs have it open.
     [[nodiscard]] std::size_t Clients();
 
@@ -60,6 +64,8 @@ private:
     void Release(_UMockdevIoctlClient* p_objClient);
     void TellDriver(_UMockdevIoctlClient* p_objClient) const;
     void ForDriver(_UMockdevIoctlClient* p_objClient);
+    void Choose(_UMockdevIoctlClient* p_objClient);
+    void ClearHalt(_UMockdevIoctlClient* p_objClient);
     void UnplugNow();
     [[nodiscard]] std::string Record() const;
 
@@ -74,5 +80,6 @@ private:
     bool m_bDriver;
     bool m_bGone = false;
     int m_iClaims = 0;
+    unsigned m_iAlternate = 0;
     std::vector<Client> m_objClients;  // in the order of their opening
 };

@@ -47,7 +47,8 @@ CUsbTransfers::CUsbTransfers(const CUsbBehaviour& p_objBehaviour, CUsbWire& p_ob
                              std::function<void()> p_fnUnplug)
     : m_objBehaviour(p_objBehaviour)
     , m_objWire(p_objWire)
-    , m_fnUnplug(std::move(p_fnUnplug)) {}
+    , m_fnUnplug(std::move(p_fnUnplug))
+    , m_bHalted(p_objBehaviour.m_bHalted) {}
 
 void CUsbTransfers::Submit(_UMockdevIoctlClient* p_objClient) {
     Urb objUrb;
@@ -129,9 +130,20 @@ void CUsbTransfers::Advance(Urb& p_objUrb) {
         return;
     } else if (p_objUrb.Fields().endpoint == InEndpoint) {
         Give(p_objUrb);
-    } else {
+    } else if (p_objUrb.Fields().endpoint == OutEndpoint && !m_bHalted) {
         Take(p_objUrb);
+    } else {
+        p_objUrb.End(-EPIPE, 0);
     }
+}
+
+bool CUsbTransfers::Clear(unsigned p_iEndpoint) {
+    m_iCleared.push_back(p_iEndpoint);
+    if (m_objBehaviour.m_bStaysHalted) {
+        return false;
+    }
+    m_bHalted = m_bHalted && p_iEndpoint != OutEndpoint;
+    return true;
 }
 
 void CUsbTransfers::Control(Urb& p_objUrb) const {
@@ -176,6 +188,10 @@ void CUsbTransfers::Give(Urb& p_objUrb) {
     const bool bAsked = !m_strTaken.empty();
     if (bAsked && m_objBehaviour.m_iUnplug == CUsbBehaviour::Unplug::InRead) {
         m_fnUnplug();
+        return;
+    }
+    if (bAsked && m_objBehaviour.m_iReadError != 0 && !std::exchange(m_bErrorGiven, true)) {
+        p_objUrb.End(-m_objBehaviour.m_iReadError, 0);
         return;
     }
     if (m_objWire.IsClosed()) {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 struct _UMockdevIoctlClient;  // NOLINT(readability-identifier-naming): the library's names
 struct _UMockdevIoctlData;    // NOLINT(readability-identifier-naming)
@@ -19,6 +20,9 @@ public:
     /// The addresses of the two pipes, and what fits into one packet.
     static constexpr std::uint8_t OutEndpoint = 0x01;
     static constexpr std::uint8_t InEndpoint = 0x82;
+    /// Those of two more, where a device has them; whatever is tried there is refused.
+    static constexpr std::uint8_t InterruptOutEndpoint = 0x03;
+    static constexpr std::uint8_t InterruptInEndpoint = 0x84;
     static constexpr std::size_t PacketBytes = 64;
 
     /// Neither is owned. p_fnUnplug is called when the device goes by itself.
@@ -29,6 +33,11 @@ public:
     void Submit(_UMockdevIoctlClient* p_objClient);
     void Discard(_UMockdevIoctlClient* p_objClient);
     void Reap(_UMockdevIoctlClient* p_objClient, bool p_bGone);
+
+    /// Lets a pipe that was halted pass again. False when that is refused.
+    bool Clear(unsigned p_iEndpoint);
+    /// The pipes for which that was asked, in order.
+    [[nodiscard]] const std::vector<unsigned>& Cleared() const { return m_iCleared; }
 
     /// The device is gone: ends all of them with this system error.
     void EndAll(int p_iError);
@@ -69,5 +78,8 @@ private:
     std::function<void()> m_fnUnplug;
     std::deque<Urb> m_objUrbs;
     std::string m_strTaken;
+    std::vector<unsigned> m_iCleared;
+    bool m_bHalted;
     bool m_bEmptyGiven = false;
+    bool m_bErrorGiven = false;
 };

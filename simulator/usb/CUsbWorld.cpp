@@ -2,6 +2,7 @@
 
 #include <umockdev.h>
 
+#include <filesystem>
 #include <stdexcept>
 
 CUsbWorld::CUsbWorld()
@@ -26,4 +27,10 @@ void CUsbWorld::Add(const std::string& p_strRecord) {
 
 void CUsbWorld::Remove(const std::string& p_strPath) {
     umockdev_testbed_remove_device(m_objTestbed, p_strPath.c_str());
+}
+
+void CUsbWorld::RemoveNode(const std::string& p_strName) {
+    gchar* const strRoot = umockdev_testbed_get_root_dir(m_objTestbed);
+    std::filesystem::remove(strRoot + p_strName);
+    g_free(strRoot);
 }

@@ -27,6 +27,9 @@ public:
     void Add(const std::string& p_strRecord);
     void Remove(const std::string& p_strPath);
 
+    /// Takes a device's file away (its name begins with "/dev/"); the device stays on the bus.
+    void RemoveNode(const std::string& p_strName);
+
     [[nodiscard]] _UMockdevTestbed* Testbed() const { return m_objTestbed; }
 
 private:

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -89,6 +90,8 @@ private:
             : m_objInner(std::move(p_objInner))
             , m_objOpen(p_objCount) {}
 
+        [[nodiscard]] std::uint64_t Size() const override { return m_objInner->Size(); }
+
         std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
             return m_objOpen.m_objCount.Succeeds() ? m_objInner->Read(p_arrBuffer) : std::nullopt;
         }
@@ -119,6 +122,8 @@ private:
     public:
         explicit CMemoryReader(std::string p_strBytes)
             : m_strBytes(std::move(p_strBytes)) {}
+
+        [[nodiscard]] std::uint64_t Size() const override { return m_strBytes.size(); }
 
         std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
             const std::size_t iCount = m_strBytes.copy(p_arrBuffer.data(), p_arrBuffer.size());

@@ -22,6 +22,8 @@ public:
         , m_iPiece(p_iPiece)
         , m_bFails(p_bFails) {}
 
+    [[nodiscard]] std::uint64_t Size() const override { return m_strBytes.size(); }
+
     std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
         const std::size_t iCount =
             m_strBytes.copy(p_arrBuffer.data(), std::min(m_iPiece, p_arrBuffer.size()), m_iGiven);
@@ -133,6 +135,38 @@ TEST(CLineReaderFailureTest, TellsAFileThatCannotBeReadOnFromOneThatEnds) {
         const auto [strLines, iResult] = AllLines(objReader);
         EXPECT_EQ(iResult, Result::Failure) << strBytes;
         EXPECT_EQ(strLines.size(), strBytes[0] == '\0' ? 0U : 1U) << strBytes;
+    }
+}
+
+TEST(CLineReaderFailureTest, AFailureBehindACrIsOneAndNotTheEndOfALine) {
+    for (const std::size_t iPiece : {std::size_t{1}, AnySize}) {
+        CPieces objReader("one\r\ntwo\r", iPiece, true);
+        const auto [strLines, iResult] = AllLines(objReader);
+        EXPECT_EQ(iResult, Result::Failure);
+        EXPECT_EQ(strLines, std::vector<std::string>{"one"});
+    }
+}
+
+TEST(CLineReaderFileLengthTest, AFileOfJustThatLengthIsRead) {
+    for (const std::size_t iPiece : {std::size_t{1}, std::size_t{3}, AnySize}) {
+        CPieces objReader("one\r\ntwo\r", iPiece);
+        CLineReader objLines(objReader, 9);
+        std::string strLine;
+        EXPECT_EQ(objLines.Next(strLine), Result::Line);
+        EXPECT_EQ(objLines.Next(strLine), Result::Line);
+        EXPECT_EQ(strLine, "two");
+        EXPECT_EQ(objLines.Next(strLine), Result::End);
+    }
+}
+
+TEST(CLineReaderFileLengthTest, ALongerOneFails) {
+    for (const std::size_t iPiece : {std::size_t{1}, std::size_t{3}}) {
+        CPieces objReader("one\r\ntwo\r", iPiece);
+        CLineReader objLines(objReader, 8);
+        std::string strLine;
+        EXPECT_EQ(objLines.Next(strLine), Result::Line);
+        EXPECT_EQ(strLine, "one");
+        EXPECT_EQ(objLines.Next(strLine), Result::Failure);
     }
 }
 

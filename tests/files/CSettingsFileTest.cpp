@@ -213,15 +213,17 @@ TEST(CSettingsFileTest, ReadsAnyNumberOfLines) {
     EXPECT_EQ(objItems.m_objSocketPortNumber->GetValueString(), "29999");
 }
 
-/// A file without an end: 'x' for ever.
+/// A file without an end: the same text for ever, whatever size it is said to have.
 class CEndlessStore : public IFileStore {
 public:
+    std::string m_strText = "x";
+    std::uint64_t m_iSize = 0;
     std::size_t m_iGiven = 0;
 
     [[nodiscard]] bool Exists(const std::string& /*p_strPath*/) const override { return true; }
 
     std::unique_ptr<IFileReader> OpenToRead(const std::string& /*p_strPath*/) override {
-        return std::make_unique<CReader>(m_iGiven);
+        return std::make_unique<CReader>(*this);
     }
 
     std::unique_ptr<IFileWriter> OpenToWrite(const std::string& /*p_strPath*/) override {
@@ -231,17 +233,21 @@ public:
 private:
     class CReader : public IFileReader {
     public:
-        explicit CReader(std::size_t& p_iGiven)
-            : m_iGiven(p_iGiven) {}
+        explicit CReader(CEndlessStore& p_objStore)
+            : m_objStore(p_objStore) {}
+
+        [[nodiscard]] std::uint64_t Size() const override { return m_objStore.m_iSize; }
 
         std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
-            std::ranges::fill(p_arrBuffer, 'x');
-            m_iGiven += p_arrBuffer.size();
+            const std::string& strText = m_objStore.m_strText;
+            for (char& cByte : p_arrBuffer) {
+                cByte = strText[m_objStore.m_iGiven++ % strText.size()];
+            }
             return p_arrBuffer.size();
         }
 
     private:
-        std::size_t& m_iGiven;
+        CEndlessStore& m_objStore;
     };
 };
 
@@ -253,6 +259,62 @@ TEST(CSettingsFileTest, RefusesALineWithoutEndAtOnce) {
         EXPECT_GT(objFileStore.m_iGiven, 0U);
         EXPECT_LE(objFileStore.m_iGiven, 4096U);
     }
+}
+
+/// So many bytes of good lines.
+std::string GoodLines(std::size_t p_iBytes) {
+    const std::string strLine = "{IS;0,11111|}\n";
+    const std::string strLong = "{IS;0,22222|}\r\n";  // one byte more, to make the count up
+    std::string strBytes;
+    while ((p_iBytes - strBytes.size()) % strLine.size() != 0) {
+        strBytes += strLong;
+    }
+    while (strBytes.size() < p_iBytes) {
+        strBytes += strLine;
+    }
+    return strBytes;
+}
+
+TEST(CSettingsFileSizeTest, TheLargestFileIsAMebibyteAndLoads) {
+    const CItemManager objItems;
+    const std::string strBytes = GoodLines(1'048'576);
+    ASSERT_EQ(strBytes.size(), 1'048'576U);
+    EXPECT_TRUE(Load(Lan, strBytes, objItems));
+    EXPECT_EQ(objItems.m_objSocketPortNumber->GetValueString(), "11111");
+}
+
+TEST(CSettingsFileSizeTest, ALargerOneIsRefusedBeforeAnythingOfItIsRead) {
+    for (const std::size_t iSize : {1'048'577U, 2'000'000U}) {
+        const CItemManager objItems;
+        const std::vector<std::string> strBefore = Texts(objItems);
+        CFakeFileStore objFileStore;
+        objFileStore.m_strFiles[Path] = GoodLines(iSize);
+        ASSERT_EQ(objFileStore.m_strFiles[Path].size(), iSize);
+        EXPECT_FALSE(CSettingsFile(Lan, objItems, objFileStore).Load(Path));
+        EXPECT_EQ(Texts(objItems), strBefore);
+        EXPECT_EQ(objFileStore.Operations(), 1) << "opened, and that is all";
+        EXPECT_EQ(objFileStore.OpenFiles(), 0);
+    }
+}
+
+TEST(CSettingsFileSizeTest, OneOfGigabytesIsRefusedAtOnce) {
+    CEndlessStore objFileStore;
+    objFileStore.m_strText = Line1 + "\r\n";
+    objFileStore.m_iSize = std::uint64_t{1} << 40;
+    const CItemManager objItems;
+    EXPECT_FALSE(CSettingsFile(Parameter, objItems, objFileStore).Load(Path));
+    EXPECT_EQ(objFileStore.m_iGiven, 0U);
+    EXPECT_EQ(MParameterFile::BuildLines(objItems), (Lines{Default1, Default2}));
+}
+
+TEST(CSettingsFileSizeTest, OneThatGrowsWhileItIsReadIsRefusedWhenItIsTooLarge) {
+    CEndlessStore objFileStore;
+    objFileStore.m_strText = Line1 + "\r\n";
+    objFileStore.m_iSize = 45;
+    const CItemManager objItems;
+    EXPECT_FALSE(CSettingsFile(Parameter, objItems, objFileStore).Load(Path));
+    EXPECT_GT(objFileStore.m_iGiven, 1'000'000U);
+    EXPECT_LE(objFileStore.m_iGiven, 1'048'576U + 4096U);
 }
 
 TEST(CSettingsFileTest, AFailureInTheMiddleOfReadingKeepsWhatWasStored) {

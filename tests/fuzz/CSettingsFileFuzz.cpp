@@ -52,6 +52,8 @@ private:
         explicit CReader(CBytesStore& p_objStore)
             : m_objStore(p_objStore) {}
 
+        [[nodiscard]] std::uint64_t Size() const override { return m_objStore.m_strBytes.size(); }
+
         std::optional<std::size_t> Read(std::span<char> p_arrBuffer) override {
             const std::size_t iCount = m_objStore.m_strBytes.copy(
                 p_arrBuffer.data(), std::min(p_arrBuffer.size(), m_objStore.m_iPiece),

@@ -211,6 +211,17 @@ TEST_F(CQtFileStoreTest, ReadsAFileInPiecesToItsEnd) {
     EXPECT_EQ(objReader->Read(arrBuffer), 0U);
 }
 
+TEST_F(CQtFileStoreTest, TellsHowLargeAFileIs) {
+    m_objFolder.Make("file", "one\r\ntwo");
+    m_objFolder.Make("empty", "");
+    fs::create_symlink("file", m_objFolder.Path("link"));
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("file"))->Size(), 8U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("empty"))->Size(), 0U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("link"))->Size(), 8U);
+    fs::resize_file(m_objFolder.Path("file"), 3'000'000'000U);
+    EXPECT_EQ(m_objFileStore.OpenToRead(m_objFolder.Path("file"))->Size(), 3'000'000'000U);
+}
+
 TEST_F(CQtFileStoreTest, ReadsAnEmptyFile) {
     m_objFolder.Make("file", "");
     const auto objReader = m_objFileStore.OpenToRead(m_objFolder.Path("file"));
@@ -251,6 +262,17 @@ TEST_F(CQtFileStoreTest, ANameMayBeAsLongAsTheSystemAllows) {
     EXPECT_TRUE(Save(m_objFolder.Path(std::string(255, 'x')), "new"));
     EXPECT_FALSE(Save(m_objFolder.Path(std::string(256, 'x')), "new"));
     EXPECT_EQ(m_objFolder.Names(), std::vector<std::string>{std::string(255, 'x')});
+}
+
+TEST_F(CQtFileStoreTest, AFileWithALongNameIsReplacedLikeAnyOther) {
+    for (std::size_t iLength = 245; iLength <= 255; ++iLength) {
+        const std::string strName(iLength, 'x');
+        m_objFolder.Make(strName, "old");
+        EXPECT_TRUE(Save(m_objFolder.Path(strName), "new")) << iLength;
+        EXPECT_EQ(m_objFolder.Content(strName), "new") << iLength;
+        EXPECT_EQ(m_objFolder.Names(), std::vector<std::string>{strName});
+        fs::remove(m_objFolder.Path(strName));
+    }
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include "tests/platform_qt/CRefusedPort.h"
 #include "tests/platform_qt/CTcpEventLog.h"
+#include "tests/platform_qt/CTestNetwork.h"
 #include "tests/platform_qt/CUnreachablePort.h"
+#include "tests/platform_qt/CWordChanger.h"
 
 #include <QHostAddress>
 #include <QTcpServer>
@@ -158,6 +160,41 @@ INSTANTIATE_TEST_SUITE_P(, CQtTcpClientBadRemoteTest, ::testing::Values(
     BadRemote{"Broadcast", "255.255.255.255", 8000, {EACCES, ENETUNREACH}}),
     [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
 // clang-format on
+
+/// What the system says to connecting, whether at once or later.
+class CQtTcpClientNumberTest : public CQtTcpClientTest, public ::testing::WithParamInterface<int> {
+protected:
+    void ExpectTheNumber() {
+        for (const bool bLater : {false, true}) {
+            m_objEvents.m_strEvents.clear();
+            m_objEvents.m_objErrors.clear();
+            for (int i = 0; i < 2; ++i) {  // the toolkit tries each address twice
+                CTestNetwork::Instance().FailNext(GetParam(), bLater);
+            }
+            CallConnect(Loopback, m_objServer.serverPort());
+            ASSERT_TRUE(WaitFor("error")) << bLater;
+            EXPECT_TRUE(CTestNetwork::Instance().HasFailed());
+            EXPECT_EQ(m_objEvents.m_strEvents, Events{"error"});
+            EXPECT_EQ(m_objEvents.m_objErrors.front().m_iNumber, GetParam()) << bLater;
+            EXPECT_FALSE(m_objEvents.m_objErrors.front().m_strDescription.empty());
+        }
+    }
+};
+
+TEST_P(CQtTcpClientNumberTest, IsTold) {
+    ExpectTheNumber();
+}
+
+TEST_P(CQtTcpClientNumberTest, IsToldWhateverTheToolkitsWords) {
+    for (const auto iWords : {CWordChanger::Words::AllTheSame, CWordChanger::Words::EachTimeNew}) {
+        const CWordChanger objWords(iWords);
+        ExpectTheNumber();
+        EXPECT_GT(objWords.Asked(), 0);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, CQtTcpClientNumberTest,
+                         ::testing::Values(EHOSTUNREACH, ENETUNREACH, ECONNREFUSED, EACCES));
 
 TEST_F(CQtTcpClientTest, ConnectsAgainAfterAnError) {
     CallConnect(Loopback, m_objRefused.Number());

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -13,7 +14,28 @@ TEST(FmAboutTest, TellsNameAndVersion) {
     EXPECT_EQ(objAbout.windowTitle(), "Varden Setting Tool");
     ASSERT_NE(objAbout.findChild<QLabel*>("lblVersion"), nullptr);
     EXPECT_EQ(objAbout.findChild<QLabel*>("lblVersion")->text(), "Version V002.003 (2.3.0)");
+    ASSERT_NE(objAbout.findChild<QLabel*>("lblName"), nullptr);
+    EXPECT_EQ(objAbout.findChild<QLabel*>("lblName")->text(), "Varden Setting Tool");
     EXPECT_EQ(objAbout.font().family(), "Arial");
+}
+
+TEST(FmAboutTest, TheNameStandsAboveTheVersion) {
+    FmAbout objAbout;
+    objAbout.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&objAbout));
+    EXPECT_LT(objAbout.findChild<QLabel*>("lblName")->geometry().bottom(),
+              objAbout.findChild<QLabel*>("lblVersion")->geometry().top());
+}
+
+TEST(FmAboutTest, IsWideEnoughForItsTitleBetweenAnIconAndThreeButtons) {
+    FmAbout objAbout;
+    objAbout.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&objAbout));
+    QFont objBold = objAbout.font();
+    objBold.setBold(true);
+    const int iTitle = QFontMetrics(objBold).horizontalAdvance("Varden Setting Tool");
+    const int iBar = objAbout.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    EXPECT_GE(objAbout.width(), iTitle + 4 * iBar);
 }
 
 TEST(FmAboutTest, OkCloses) {

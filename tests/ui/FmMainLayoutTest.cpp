@@ -163,6 +163,53 @@ TEST_F(FmMainLayoutTest, TheInterfaceFrameAndTheStatusLineStandAboveTheTabs) {
     }
 }
 
+TEST_F(FmMainLayoutTest, GetStatusAndItsLabelStandOnOneLineWithSetup) {
+    for (const QSize objSize : {Small, LargestStart, QSize(1600, 1200)}) {
+        Resize(objSize);
+        const QRect objSetup = PlaceIn(m_objWindow.Form(), m_objWindow.Button("btnSetup"));
+        for (const char* strName : {"btnGetStatus", "lblStatus"}) {
+            const QRect objPlace = PlaceIn(m_objWindow.Form(), m_objWindow.Get<QWidget>(strName));
+            EXPECT_EQ(objPlace.top(), objSetup.top()) << strName;
+            EXPECT_EQ(objPlace.bottom(), objSetup.bottom()) << strName;
+        }
+    }
+}
+
+TEST_F(FmMainLayoutTest, TheRowsOfParameterAndAdjustmentHaveOnePitchAndTheirFieldsOneHeight) {
+    const std::vector<std::vector<const char*>> strColumns{
+        {"cmbFontCode", "cmbSpeed", "cmbStopBit", "cmbControl", "SeFowardPosition",
+         "cmbPeelOffStatus", "cmbKanji", "cmbAutoHdChk", "cmbWebPrinter", "cmbRibbonNearEnd",
+         "cmbPlugPlay", "cmbPrePeelOff", "cmbMaxiCodeSpec", "cmbPeelOffTrq"},
+        {"cmbZeroCode", "cmbDataLeg", "cmbParity", "cmbFowardWait", "cmbCode", "cmbFeedKey",
+         "SeEuroCode", "cmbAckBusy", "cmbInputPrime", "cmbExIoMode", "cmbLblRbnEnd", "cmbBackSpeed",
+         "cmbKbIF"},
+        {"SeFeedAdj", "SeCutAdj", "SeBackAdj", "SeXAdj", "SeToneAdjT", "SeToneAdjD", "SeRbnAdjFw",
+         "SeRbnAdjBk", "SeThresholdR", "SeThresholdT"},
+    };
+    for (const QSize objSize : {Small, LargestStart, QSize(1600, 1200)}) {
+        Resize(objSize);
+        const QRect objFirst = PlaceIn(m_objWindow.Form(), m_objWindow.List("cmbFontCode"));
+        const int iPitch =
+            PlaceIn(m_objWindow.Form(), m_objWindow.List("cmbSpeed")).top() - objFirst.top();
+        EXPECT_GT(iPitch, objFirst.height());
+        for (const auto& strColumn : strColumns) {
+            int iTop = objFirst.top();
+            for (const char* const strName : strColumn) {
+                const QRect objPlace =
+                    PlaceIn(m_objWindow.Form(), m_objWindow.Get<QWidget>(strName));
+                EXPECT_EQ(objPlace.top(), iTop) << strName;
+                EXPECT_EQ(objPlace.height(), objFirst.height()) << strName;
+                iTop += iPitch;
+            }
+        }
+        for (const char* const strName : {"SeCode1", "SeCode2", "SeCode3"}) {
+            EXPECT_EQ(PlaceIn(m_objWindow.Form(), m_objWindow.Field(strName)).top(),
+                      PlaceIn(m_objWindow.Form(), m_objWindow.List("cmbCode")).top())
+                << strName;
+        }
+    }
+}
+
 TEST_F(FmMainLayoutTest, TheStartSizeHasRoomForEveryTab) {
     Resize(LargestStart);
     for (int i = 0; i < Tabs().count(); ++i) {

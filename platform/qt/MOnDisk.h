@@ -1,0 +1,10 @@
+#pragma once
+
+/// Whether the disk has what was written.
+namespace MOnDisk {
+
+/// Waits until the disk has taken an open file's content, and asks what closing the file would
+/// say. A file system that cannot wait for its disk is no failure.
+bool Wait(int p_iFile);
+
+}  // namespace MOnDisk

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// Work done in a process of its own. Of each call to the system that has to do with changing
+/// files this process hears first, and decides what becomes of it.
+class CSteppedProcess {
+public:
+    /// A call that is about to be carried out.
+    struct Call {
+        int m_iNumber;          ///< the system's (SYS_…)
+        std::string m_strFile;  ///< what its first argument stands for when that is an open file
+    };
+
+    /// Who decides: Pass, Kill, or the error number that the call fails with.
+    using Decide = std::function<int(const Call&)>;
+    static constexpr int Pass = 0;
+    static constexpr int Kill = -1;
+
+    /// Whether there are files without a name where the work is done.
+    enum class Nameless { Exist, Missing };
+
+    enum class Ended { Done, Refused, Killed };
+
+    /// Runs p_fnWork in a new process; Done when it gives true. Throws std::runtime_error where
+    /// the system does not let a process hear of another's calls.
+    static Ended Run(const std::function<bool()>& p_fnWork, Nameless p_iNameless,
+                     const Decide& p_fnDecide);
+
+    /// The calls that p_fnWork makes when all of them pass.
+    static std::vector<Call> Calls(const std::function<bool()>& p_fnWork, Nameless p_iNameless);
+};
