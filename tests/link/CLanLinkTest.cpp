@@ -1,3 +1,4 @@
+#include "model/CConversionError.h"
 #include "tests/fakes/CLinkFixture.h"
 
 #include <gtest/gtest.h>
@@ -165,6 +166,18 @@ TEST_F(CLanLinkTest, AnErrorWithNoWayToSetTheRemoteStillSetsItsFlag) {
     EXPECT_NO_THROW(m_objSocket.Break({}));
     EXPECT_EQ(m_objState.m_iLinkError, -1);
     EXPECT_TRUE(m_objView.AreControlsEnabled());
+}
+
+TEST_F(CLanLinkTest, WhatFailsInsideAnErrorReachesTheHandlerThatWaits) {
+    Connect();
+    const CWaiter::Turn objTurn(m_objWaiter);
+    m_objInterface.m_objSocketPort->SetValue("no number");
+    m_objMessageBox.Expect("Number=0  \r\nScode=0\r\nSource=\r\nHelpFile=\r\nHelpContext=0\r\n"
+                           "CancelDisplay=False");
+    m_objEventLoop.AtNextYield([this] { m_objSocket.Break({}); });
+    EXPECT_THROW(m_objWaiter.Yield(), CConversionError);
+    EXPECT_EQ(m_objState.m_iLinkError, -1);
+    EXPECT_TRUE(m_objWaiter.Yield()) << "once";
 }
 
 TEST_F(CLanLinkTest, AnAddressThatIsNoNumberConnectsNowhere) {

@@ -114,6 +114,15 @@ TEST_F(CUsbLinkTest, AShortAnswerLeavesZerosBehindIt) {
     EXPECT_EQ(m_iCount, 3);
 }
 
+TEST_F(CUsbLinkTest, OneByteIsAnAnswer) {
+    AnswerWith("\x03");
+    EXPECT_TRUE(Exchange());
+    EXPECT_EQ(m_strError, "");
+    EXPECT_EQ(m_iCount, 1);
+    EXPECT_EQ(m_objState.m_iReplyReceived, 1);
+    EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
+}
+
 TEST_F(CUsbLinkTest, AnAnswerIsOutstandingOnceTheCommandGoesOut) {
     std::int16_t iWhileSending = 0;
     m_objLibrary.m_fnSent = [&](const std::string&) {
