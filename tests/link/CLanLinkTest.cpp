@@ -288,6 +288,39 @@ TEST_F(CLanLinkTest, ASendThatDoesNotEndIsAnErrorJustAfterTwoSeconds) {
     EXPECT_EQ(m_objClock.Elapsed() - iBefore, 2000 + CFakeEventLoop::StepMilliseconds);
 }
 
+TEST_F(CLanLinkTest, WhatWasNotSentInTwoSecondsIsThrownAway) {
+    Connect();
+    m_objSocket.m_bCompletesSends = false;
+    const int iCloses = m_objSocket.m_iCloses;
+    m_objEventLoop.After(2000, [&] { EXPECT_TRUE(m_objSocket.IsConnected()) << "not before"; });
+    EXPECT_FALSE(Exchange("{Z4;1|}"));
+    EXPECT_EQ(m_objSocket.m_iCloses, iCloses + 1);
+    EXPECT_FALSE(m_objSocket.IsConnected());
+    EXPECT_EQ(m_objState.m_iConnected, 0);
+    EXPECT_EQ(m_objState.m_iLinkError, 0) << "no error event";
+
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, SendError);
+    EXPECT_EQ(m_objClock.Elapsed(), iBefore) << "not connected any more";
+    m_objSocket.m_bCompletesSends = true;
+    Connect();
+    EXPECT_TRUE(Exchange());
+}
+
+TEST_F(CLanLinkTest, AConnectionThatWasMadeWhileASendWaitedStays) {
+    Connect();
+    m_objSocket.m_bCompletesSends = false;
+    m_objEventLoop.After(500, [this] {
+        EXPECT_TRUE(m_objLanLink.Open());
+        m_objEventLoop.Idle(3000);
+    });
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, SendError);
+    EXPECT_EQ(m_objState.m_iConnected, 1);
+    EXPECT_TRUE(m_objSocket.IsConnected());
+}
+
 TEST_F(CLanLinkTest, ASendMayTakeTwoSeconds) {
     Connect();
     m_objSocket.m_bCompletesSends = false;
