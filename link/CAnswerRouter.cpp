@@ -12,7 +12,19 @@ CAnswerRouter::CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p
     , m_objState(p_objState)
     , m_objView(p_objView) {}
 
+void CAnswerRouter::SetAnswerSelector(std::int16_t p_iGroup) {
+    SettleStream();
+    SettleSerial();
+    m_iAnswerSelector = p_iGroup;
+}
+
+std::size_t CAnswerRouter::AskedLength() const {
+    return static_cast<std::size_t>(MAnswer::ReceiveLength(m_iAnswerSelector)) / 2;
+}
+
 void CAnswerRouter::BeginCommand(AwaitedAnswer p_iAwaited) {
+    SettleStream();
+    SettleSerial();
     m_objAssembler.Clear();
     m_iAwaited = p_iAwaited;
     m_objState.m_iReplyReceived = 0;
@@ -20,11 +32,65 @@ void CAnswerRouter::BeginCommand(AwaitedAnswer p_iAwaited) {
 }
 
 void CAnswerRouter::TakeStream(std::span<const std::uint8_t> p_objBytes) {
+    m_iTaken += p_objBytes.size();
     for (const std::uint8_t iByte : p_objBytes) {
-        const auto iSettingsLength =
-            static_cast<std::size_t>(MAnswer::ReceiveLength(m_iAnswerSelector) / 2);
-        Route(m_objAssembler.Append(iByte, iSettingsLength));
+        if (MAnswer::BeginsAnswer(iByte)) {
+            SettleStream();
+        }
+        Route(m_objAssembler.Append(iByte, AskedLength()));
     }
+}
+
+void CAnswerRouter::SettleStream() {
+    if (m_objAssembler.Settle()) {
+        Route(CAnswerAssembler::Result::Settings);
+    }
+}
+
+void CAnswerRouter::TakeSerial(std::uint8_t p_iCharacter, std::int16_t p_iReceiveLength) {
+    ++m_iTaken;
+    if (MAnswer::BeginsAnswer(p_iCharacter)) {
+        SettleSerial();
+    }
+    RouteSerial(m_objReceiver.Take(p_iCharacter, p_iReceiveLength));
+}
+
+void CAnswerRouter::SettleSerial() {
+    if (m_objReceiver.Settle()) {
+        RouteSerial(CSerialReceiver::Result::Settings);
+    }
+}
+
+void CAnswerRouter::RouteSerial(CSerialReceiver::Result p_iResult) {
+    switch (p_iResult) {
+    case CSerialReceiver::Result::Status:
+        RouteStatus(m_objReceiver.Frame());
+        break;
+    case CSerialReceiver::Result::Settings:
+        // Those that were cut at the length of another command than their group's read are none.
+        if (m_objReceiver.Frame().size() >= AskedLength()) {
+            RouteSettings(m_objReceiver.Frame());
+        }
+        m_objState.m_iPendingAnswers = 0;
+        break;
+    case CSerialReceiver::Result::Nothing:
+        break;
+    }
+}
+
+bool CAnswerRouter::SettleQuiet(double p_dNow, double p_dQuietSeconds) {
+    const bool bNothingNew = m_iSeen == m_iTaken;
+    if (!bNothingNew || p_dNow < m_dSeenAt) {  // at midnight the time of day starts again
+        m_iSeen = m_iTaken;
+        m_dSeenAt = p_dNow;
+    }
+    const bool bDoubtful = m_objAssembler.IsDoubtful() || m_objReceiver.IsDoubtful();
+    if (!bDoubtful || !bNothingNew || p_dNow - m_dSeenAt < p_dQuietSeconds) {
+        return false;
+    }
+    SettleStream();
+    SettleSerial();
+    return true;
 }
 
 void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {

@@ -59,7 +59,11 @@ bool CCommandExchange::WaitStatusReply(std::int16_t p_iSeconds) {
 bool CCommandExchange::WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
     while (m_objWaiter.Yield()) {
-        if (m_objWaiter.Now() - dStart > p_iSeconds) {
+        const double dNow = m_objWaiter.Now();
+        const bool bOver = dNow - dStart > p_iSeconds;
+        // What came in time is in time, also when nothing has shown its end by now.
+        const bool bSettled = m_objRouter.SettleQuiet(dNow, bOver ? 0 : QuietSeconds);
+        if (bOver && !bSettled) {
             m_objMessageBox.Beep();
             m_objMessageBox.Show("Device Time Out !!", MessageIcon::Critical, "Failure");
             return false;
@@ -75,6 +79,7 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
     while (!m_objWaiter.MustStop() && m_objWaiter.Now() - dStart < p_iSeconds) {
         m_objWaiter.Yield();
+        m_objRouter.SettleQuiet(m_objWaiter.Now(), QuietSeconds);
     }
 }
 

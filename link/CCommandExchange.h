@@ -17,6 +17,9 @@ class CCommandExchange {
 public:
     /// How long a reply on the LAN link may take, in seconds.
     static constexpr std::int16_t ReplySeconds = 5;
+    /// How long nothing may come, in seconds, until settings that show no end are taken as they
+    /// are: longer than the gaps that an adapter or a slow line leaves between characters.
+    static constexpr double QuietSeconds = 0.25;
 
     /// None is owned; all outlive this.
     CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
