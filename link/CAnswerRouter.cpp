@@ -6,6 +6,15 @@
 #include <algorithm>
 #include <string>
 
+namespace {
+
+/// A settings answer from USB as the other links have it.
+std::span<const std::uint8_t> BehindUsbHead(std::span<const std::uint8_t> p_objReceived) {
+    return p_objReceived.subspan(std::min(MAnswer::UsbHeadLength, p_objReceived.size()));
+}
+
+}  // namespace
+
 CAnswerRouter::CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p_objState,
                              IExchangeView& p_objView)
     : m_objItemManager(p_objItemManager)
@@ -29,6 +38,7 @@ void CAnswerRouter::BeginCommand(AwaitedAnswer p_iAwaited) {
     m_iAwaited = p_iAwaited;
     m_objState.m_iReplyReceived = 0;
     m_objState.m_iStatusReceived = 0;
+    m_bUsbFilled = false;
 }
 
 void CAnswerRouter::TakeStream(std::span<const std::uint8_t> p_objBytes) {
@@ -119,6 +129,18 @@ void CAnswerRouter::TakeReply(bool p_bSettings) {
     }
 }
 
+bool CAnswerRouter::IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
+                                    std::size_t p_iBufferLength) const {
+    return !p_objReceived.empty() && p_objReceived.front() == MAnswer::UsbSettingsHead &&
+           JudgeUsb(p_objReceived, p_iBufferLength) == MAnswer::Frame::Foreign;
+}
+
+MAnswer::Frame CAnswerRouter::JudgeUsb(std::span<const std::uint8_t> p_objReceived,
+                                       std::size_t p_iBufferLength) const {
+    return MAnswer::JudgeBlock(BehindUsbHead(p_objReceived), AskedLength(),
+                               p_objReceived.size() >= p_iBufferLength);
+}
+
 bool CAnswerRouter::TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived,
                                   std::int16_t p_iReceiveLength) {
     const std::uint8_t iHead = p_objReceived.empty() ? std::uint8_t{0} : p_objReceived.front();
@@ -130,10 +152,11 @@ bool CAnswerRouter::TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived,
         }
         return true;
     case MAnswer::UsbSettingsHead: {
-        const std::size_t iLongest = static_cast<std::size_t>(p_iReceiveLength) / 2 + 1;
-        const auto objAnswer =
-            p_objReceived.subspan(std::min(MAnswer::UsbHeadLength, p_objReceived.size()));
-        return RouteSettings(objAnswer.first(std::min(iLongest, objAnswer.size())));
+        const auto iLength = static_cast<std::size_t>(p_iReceiveLength);
+        const auto objAnswer = BehindUsbHead(p_objReceived);
+        m_bUsbFilled = JudgeUsb(p_objReceived, iLength) == MAnswer::Frame::Whole &&
+                       RouteSettings(objAnswer.first(std::min(iLength / 2 + 1, objAnswer.size())));
+        return m_bUsbFilled;
     }
     default:
         return true;

@@ -5,6 +5,7 @@
 #include "link/CSerialReceiver.h"
 #include "link/IExchangeView.h"
 #include "model/CItemManager.h"
+#include "protocol/MAnswer.h"
 
 #include <span>
 
@@ -55,14 +56,25 @@ public:
     /// @return true when it has taken some.
     bool SettleQuiet(double p_dNow, double p_dQuietSeconds);
 
+    /// True for settings from USB that show to be another group's than the one that was asked for,
+    /// by their end or by the number of their bytes.
+    /// @param p_objReceived as TakeUsbAnswer takes it.
+    /// @param p_iBufferLength how many bytes could have been received.
+    [[nodiscard]] bool IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
+                                       std::size_t p_iBufferLength) const;
+
     /// Takes one answer as USB brings it, a byte 0x01 (status) or 0x02 (settings, two bytes before
-    /// the answer as the other links have it) in front; any other goes nowhere.
+    /// the answer as the other links have it) in front; any other goes nowhere. Nor does a status
+    /// that ends before its code, or settings that are cut or another group's.
     ///
     /// @param p_objReceived what has come; may be empty.
     /// @param p_iReceiveLength the receive length of the command, which bounds the answer.
-    /// @return false for settings that no group was named for. Throws std::out_of_range for
-    ///         settings that are too short; a status that ends before its code goes nowhere.
+    /// @return false for settings that have filled nothing. Throws std::out_of_range when the
+    ///         receive length leaves no room for the fields of the group that was asked for.
     bool TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived, std::int16_t p_iReceiveLength);
+
+    /// True when TakeUsbAnswer has filled the group that was asked for since the command began.
+    [[nodiscard]] bool HasUsbFilledGroup() const { return m_bUsbFilled; }
 
 private:
     void Route(CAnswerAssembler::Result p_iResult);
@@ -70,6 +82,8 @@ private:
     void RouteStatus(std::span<const std::uint8_t> p_objAnswer);
     bool RouteSettings(std::span<const std::uint8_t> p_objAnswer);
     void TakeReply(bool p_bSettings);
+    [[nodiscard]] MAnswer::Frame JudgeUsb(std::span<const std::uint8_t> p_objReceived,
+                                          std::size_t p_iBufferLength) const;
     void SettleStream();
     void SettleSerial();
     /// The bytes of the settings asked for, as the serial port and TCP bring them.
@@ -83,6 +97,7 @@ private:
     AwaitedAnswer m_iAwaited = AwaitedAnswer::Any;
     std::int16_t m_iAnswerSelector = -1;
     bool m_bHeadCheck = false;
+    bool m_bUsbFilled = false;
     // What SettleQuiet goes by: the bytes that have come by now, and by its last call but those
     // that found nothing new; and the time of that one.
     std::uint64_t m_iTaken = 0;

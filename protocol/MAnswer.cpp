@@ -102,6 +102,20 @@ Frame JudgePart(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength
     return iEnd != 0 || p_objAnswer.size() >= LongestAnswer() ? Frame::Whole : Frame::Doubtful;
 }
 
+Frame JudgeBlock(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength, bool p_bFull) {
+    const Frame iFrame = JudgePart(p_objAnswer, p_iLength);
+    if (!IsAnswerLength(p_iLength) || FirstEnd(p_objAnswer) != 0) {
+        return iFrame;
+    }
+    const std::size_t iCount = p_objAnswer.size();
+    const bool bAnothers = iCount != p_iLength && IsAnswerLength(iCount);
+    const bool bLonger = p_bFull && iFrame == Frame::Doubtful;
+    if (bAnothers || bLonger) {
+        return Frame::Foreign;
+    }
+    return iFrame == Frame::Doubtful ? Frame::Whole : iFrame;
+}
+
 bool DistributeAnswer(const CItemManager& p_objItemManager,
                       std::span<const std::uint8_t> p_objAnswer, std::int16_t p_iGroup) {
     ItemArray objItemAry;

@@ -58,6 +58,12 @@ bool BeginsAnswer(std::uint8_t p_iByte);
 /// @param p_iLength the bytes of the answer that was asked for.
 Frame JudgePart(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength);
 
+/// Judges a settings answer that has come as one block, behind which there is nothing more: where
+/// no "|}" shows whose it is, the number of its bytes does. Open is an answer that was cut. Never
+/// Doubtful.
+/// @param p_bFull the block had no room for more, so that the answer may have been longer.
+Frame JudgeBlock(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength, bool p_bFull);
+
 /// Cuts a settings answer into the fields of group p_iGroup and stores each in its item.
 ///
 /// @param p_objAnswer the whole answer, its fields from FieldsPosition on.

@@ -394,10 +394,37 @@ TEST(MAnswer, AnAnswerOfNoGroupIsJudgedByItsLengthAlone) {
             for (std::size_t iSize = 25; iSize < 100; ++iSize) {
                 const Frame iExpected = iSize < iLength ? Frame::Open : Frame::Whole;
                 EXPECT_EQ(MAnswer::JudgePart(Part(iSize, iEnd), iLength), iExpected);
+                EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, iEnd), iLength, true), iExpected);
             }
         }
     }
     EXPECT_EQ(MAnswer::JudgePart({}, 25), Frame::Open);
+    EXPECT_EQ(MAnswer::JudgeBlock({}, 25, false), Frame::Open);
+}
+
+TEST(MAnswer, OfABlockTheNumberOfItsBytesTellsToo) {
+    using Frame = MAnswer::Frame;
+    for (const std::size_t iLength : AnswerLengths) {
+        for (std::size_t iSize = 1; iSize <= LongestAnswer + 1; ++iSize) {
+            SCOPED_TRACE("of " + std::to_string(iLength) + ", bytes " + std::to_string(iSize));
+            const Frame iEnough = iSize < iLength ? Frame::Open : Frame::Whole;
+            const bool bOthers = iSize != iLength && IsAnswerLength(iSize);
+            EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, 0), iLength, false),
+                      bOthers ? Frame::Foreign : iEnough);
+            // Without room for more it may be a part of a longer one, if there is any.
+            const bool bLonger = iSize >= iLength && iSize < LongestAnswer;
+            EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, 0), iLength, true),
+                      bOthers || bLonger ? Frame::Foreign : iEnough);
+        }
+        EXPECT_EQ(MAnswer::JudgeBlock(Part(iLength + 2, iLength), iLength, true), Frame::Whole);
+    }
+}
+
+TEST(MAnswer, ABlocksEndGoesBeforeItsNumberOfBytes) {
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 25), 25, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 10), 25, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(25, 12), 25, false), MAnswer::Frame::Foreign);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(12, 5), 25, false), MAnswer::Frame::Open);
 }
 
 TEST(MAnswer, ExtractsAFieldWithinTheAnswerOnly) {
