@@ -1,7 +1,5 @@
 #include "link/CComLink.h"
 
-#include "protocol/MAnswer.h"
-
 namespace {
 
 constexpr std::int16_t NoHandshaking = 0;
@@ -115,29 +113,8 @@ void CComLink::Receive() {
     m_objPort.SetReceiveThreshold(SingleCharacter);
     m_objPort.SetInputLength(SingleCharacter);
     for (const std::uint8_t iCharacter : m_objPort.Input()) {
-        TakeCharacter(iCharacter);
+        m_objRouter.TakeSerial(iCharacter, m_iExpectedLength);
     }
-}
-
-void CComLink::TakeCharacter(std::uint8_t p_iCharacter) {
-    switch (m_objReceiver.Take(p_iCharacter, m_iExpectedLength)) {
-    case CSerialReceiver::Result::Status:
-        m_objRouter.RouteStatus(m_objReceiver.Frame());
-        break;
-    case CSerialReceiver::Result::Settings:
-        if (IsWholeAnswer()) {
-            m_objRouter.RouteSettings(m_objReceiver.Frame());
-        }
-        m_objState.m_iPendingAnswers = 0;
-        break;
-    case CSerialReceiver::Result::Nothing:
-        break;
-    }
-}
-
-bool CComLink::IsWholeAnswer() const {
-    const std::int16_t iLength = MAnswer::ReceiveLength(m_objRouter.AnswerSelector());
-    return m_objReceiver.Frame().size() >= static_cast<std::size_t>(iLength / 2);
 }
 
 void CComLink::ShowClearToSend() {

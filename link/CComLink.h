@@ -2,7 +2,6 @@
 
 #include "link/CAnswerRouter.h"
 #include "link/CInterface.h"
-#include "link/CSerialReceiver.h"
 #include "link/CWaiter.h"
 #include "link/ILink.h"
 #include "platform/IMessageBox.h"
@@ -40,9 +39,6 @@ private:
 
     void HandleEvent(std::int16_t p_iEvent);
     void Receive();
-    void TakeCharacter(std::uint8_t p_iCharacter);
-    /// False for settings that were cut at the length of another command than their group's read.
-    [[nodiscard]] bool IsWholeAnswer() const;
     void ShowClearToSend();
 
     ISerialPort& m_objPort;
@@ -52,7 +48,6 @@ private:
     IExchangeView& m_objView;
     CWaiter& m_objWaiter;
     IMessageBox& m_objMessageBox;
-    CSerialReceiver m_objReceiver{m_objState};
     std::int16_t m_iExpectedLength = 0;
     std::int16_t m_iOfflineShown = 0;  // 1 while "OFF LINE" stands
 };

@@ -1,5 +1,6 @@
 #include "link/CCommandExchange.h"
 
+#include "link/CUsbLink.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
@@ -59,7 +60,11 @@ bool CCommandExchange::WaitStatusReply(std::int16_t p_iSeconds) {
 bool CCommandExchange::WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
     while (m_objWaiter.Yield()) {
-        if (m_objWaiter.Now() - dStart > p_iSeconds) {
+        const double dNow = m_objWaiter.Now();
+        const bool bOver = dNow - dStart > p_iSeconds;
+        // What came in time is in time, also when nothing has shown its end by now.
+        const bool bSettled = m_objRouter.SettleQuiet(dNow, bOver ? 0 : QuietSeconds);
+        if (bOver && !bSettled) {
             m_objMessageBox.Beep();
             m_objMessageBox.Show("Device Time Out !!", MessageIcon::Critical, "Failure");
             return false;
@@ -75,6 +80,7 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
     while (!m_objWaiter.MustStop() && m_objWaiter.Now() - dStart < p_iSeconds) {
         m_objWaiter.Yield();
+        m_objRouter.SettleQuiet(m_objWaiter.Now(), QuietSeconds);
     }
 }
 
@@ -98,17 +104,29 @@ bool CCommandExchange::Send(const std::string& p_strCommand) {
 bool CCommandExchange::Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                                AwaitedAnswer p_iAwaited, std::string& p_strError) {
     // The active interface may change while the command goes out; the answer comes on its link.
-    const bool bWaits = m_objInterface.GetActiveInterface() == CInterface::LanInterface;
-    if (!SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError)) {
+    const std::int16_t iInterface = m_objInterface.GetActiveInterface();
+    const bool bSent = SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError);
+    if (p_iAwaited == AwaitedAnswer::Settings && iInterface == CInterface::UsbInterface) {
+        return IsReadFromUsb(bSent, p_strError);
+    }
+    if (!bSent) {
         return false;
     }
-    // On USB the link may have words although the command went out: no answer came. A read has
-    // failed then; to any other command the answer does not matter.
-    if (p_iAwaited == AwaitedAnswer::Settings && !p_strError.empty()) {
-        return false;
-    }
+    // On USB the link may have words although the command went out: no answer came. To a command
+    // that is no read the answer does not matter.
     p_strError.clear();
-    return !bWaits || WaitReply(ReplySeconds);
+    return iInterface != CInterface::LanInterface || WaitReply(ReplySeconds);
+}
+
+bool CCommandExchange::IsReadFromUsb(bool p_bSent, std::string& p_strError) const {
+    if (p_bSent && m_objRouter.HasUsbFilledGroup()) {
+        return true;
+    }
+    // An answer that has filled nothing is none to a read.
+    if (m_objState.m_iReplyReceived == 1 && !m_objWaiter.MustStop()) {
+        p_strError = CUsbLink::NoAnswer;
+    }
+    return false;
 }
 
 void CCommandExchange::ShowFailure(const std::string& p_strError) {

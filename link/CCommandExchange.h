@@ -17,6 +17,9 @@ class CCommandExchange {
 public:
     /// How long a reply on the LAN link may take, in seconds.
     static constexpr std::int16_t ReplySeconds = 5;
+    /// How long nothing may come, in seconds, until settings that show no end are taken as they
+    /// are: longer than the gaps that an adapter or a slow line leaves between characters.
+    static constexpr double QuietSeconds = 0.25;
 
     /// None is owned; all outlive this.
     CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
@@ -36,9 +39,9 @@ public:
     /// @param p_iReceiveLength as ILink::Exchange takes it.
     /// @param p_iAwaited what WaitReply waits for afterwards.
     /// @return true when the bytes went out; false also for an interface that does not exist, and
-    ///         on USB for settings that no group was named for.
+    ///         on USB for settings that were cut, or that no group was named for.
     /// On USB the answer, if one came, is in its place when this returns. Throws std::out_of_range
-    /// when it is settings that are too short.
+    /// when p_iReceiveLength leaves no room for the settings that came.
     bool SendCommand(CInterface& p_objInterface, const Bytes& p_objCommand,
                      Bytes& p_objReceiveBuffer, std::string& p_strError,
                      std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength,
@@ -61,14 +64,14 @@ public:
     bool Send(const std::string& p_strCommand);
 
     /// Sends p_strCommand and, on the LAN link, waits for the answer. A failure of the link that
-    /// has a text is shown; on USB it is such a failure when settings are awaited and no answer
-    /// comes at all, while to any other command none is fine. Leaves the busy state alone.
+    /// has a text is shown; on USB it is such a failure when settings are awaited and none come
+    /// whole, while to any other command no answer is fine. Leaves the busy state alone.
     bool Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                  AwaitedAnswer p_iAwaited);
 
     /// Asks for the settings of group p_iGroup, which fill that group's items when they come.
-    /// On the LAN link and on USB the printer has answered when this returns true. Runs EndBusy,
-    /// then shows what the link says of a failure.
+    /// On the LAN link and on USB they have come when this returns true. Runs EndBusy, then shows
+    /// what the link says of a failure.
     bool ReadGroup(std::int16_t p_iGroup);
 
     /// No more settings are awaited: those that still come fill no item.
@@ -84,6 +87,7 @@ public:
 private:
     bool Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                  AwaitedAnswer p_iAwaited, std::string& p_strError);
+    bool IsReadFromUsb(bool p_bSent, std::string& p_strError) const;
     void ShowFailure(const std::string& p_strError);
     bool SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                   AwaitedAnswer p_iAwaited, std::string& p_strError);

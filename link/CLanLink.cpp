@@ -41,6 +41,7 @@ bool CLanLink::Open() {
     if (m_objWaiter.MustStop()) {
         return false;
     }
+    ++m_iOpenings;
     m_bHasConnected = false;
     m_objState.m_iConnected = 0;
     m_objState.m_iSendComplete = 0;
@@ -92,11 +93,20 @@ bool CLanLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
 
 bool CLanLink::WaitSent() {
     const double dStart = m_objWaiter.Now();
+    const std::uint64_t iOpening = m_iOpenings;
     for (;;) {
         if (m_objState.m_iSendComplete == 1) {
             return true;
         }
-        if (m_objState.m_iLinkError == -1 || m_objWaiter.Now() - dStart > SendLimitSeconds) {
+        if (m_objState.m_iLinkError == -1) {
+            return false;
+        }
+        if (m_objWaiter.Now() - dStart > SendLimitSeconds) {
+            // What is left must not go out when nobody expects it any more. A connection that was
+            // made meanwhile has nothing left.
+            if (iOpening == m_iOpenings) {
+                Close();
+            }
             return false;
         }
         if (!m_objWaiter.Yield()) {

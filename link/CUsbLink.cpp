@@ -7,7 +7,6 @@ namespace {
 
 constexpr const char* OpenError = "'USB' Open Error !!";
 constexpr const char* SendTimeOut = "Device Time Out !!";
-constexpr const char* NoAnswer = "Please confirm the connection of USB.";
 
 /// What an exchange says about a printer that cannot be opened; empty when there are no words.
 const char* OpenFailure(std::int32_t p_iResult) {
@@ -25,9 +24,10 @@ const char* OpenFailure(std::int32_t p_iResult) {
 
 }  // namespace
 
-CUsbLink::CUsbLink(IUsbLibrary& p_objLibrary, CLinkState& p_objState, CWaiter& p_objWaiter,
-                   IMessageBox& p_objMessageBox)
+CUsbLink::CUsbLink(IUsbLibrary& p_objLibrary, const CAnswerRouter& p_objRouter,
+                   CLinkState& p_objState, CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
     : m_objLibrary(p_objLibrary)
+    , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objWaiter(p_objWaiter)
     , m_objMessageBox(p_objMessageBox) {}
@@ -98,9 +98,15 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
     while (m_objWaiter.Yield()) {
         // Events run while it waits, and may use the caller's buffer for another command.
         Bytes objAnswer(iLength, 0);
-        const std::int16_t iCount = ReceiveUsb(objAnswer);
+        std::int16_t iCount = ReceiveUsb(objAnswer);
         if (m_objWaiter.MustStop()) {
             return false;
+        }
+        const auto objReceived = std::span(objAnswer).first(static_cast<std::size_t>(iCount));
+        const bool bDropped = m_objRouter.IsAnotherGroups(objReceived, iLength);
+        if (bDropped) {
+            objAnswer.assign(iLength, 0);
+            iCount = 0;
         }
         p_iReceivedCount = iCount;
         p_objReceiveBuffer = std::move(objAnswer);
@@ -113,14 +119,21 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
         if (m_objState.m_iReplyReceived == 1) {
             return true;
         }
-        // The library has done the waiting: once is enough, unless the clock stands still.
-        if (m_objWaiter.Now() - dStart > 0) {
+        if (!MayReceiveAgain(bDropped, dStart)) {
             m_objMessageBox.Beep();
             p_strError = NoAnswer;
             return true;
         }
     }
     return false;
+}
+
+bool CUsbLink::MayReceiveAgain(bool p_bDropped, double p_dStart) const {
+    const double dElapsed = m_objWaiter.Now() - p_dStart;
+    // A printer that has only wrong answers is not listened to over midnight.
+    const bool bBehindDropped = p_bDropped && dElapsed >= 0 && dElapsed < DroppedAnswerSeconds;
+    // The library has done the waiting: once is enough, unless the clock stands still.
+    return bBehindDropped || (!p_bDropped && dElapsed <= 0);
 }
 
 std::int16_t CUsbLink::ReceiveUsb(Bytes& p_objBuffer) {

@@ -133,7 +133,8 @@ TEST_P(CMaintenanceFlowEachTest, ASendThatDoesNotEndIsOneBoxUnlessItIsASensorAdj
         ExpectSendError();
     }
     Run();
-    EXPECT_EQ(m_objSocket.m_strSent, GetParam().m_strCommands);
+    EXPECT_EQ(m_objSocket.m_strSent, Texts{GetParam().m_strCommands.front()});
+    EXPECT_FALSE(m_objSocket.IsConnected());
     ExpectButtonsHeldToTheEnd();
 }
 

@@ -160,7 +160,7 @@ TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstIsRefused)
     ExpectButtonsHeldToTheEnd();
 }
 
-TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstDoesNotLeave) {
+TEST_F(CMaintenanceFlowTest, PaperEndsSecondCommandGoesNowhereWhenTheFirstDoesNotLeave) {
     ConnectQuietly();
     m_objSocket.m_bCompletesSends = false;
     m_objPrinter.m_fnAnswer = [this](const std::string&) {
@@ -168,7 +168,8 @@ TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstDoesNotLea
         return MWire::Status("00");
     };
     m_objFlow.SensorAdjustPaperEnd();
-    EXPECT_EQ(m_objSocket.m_strSent, (Texts{"{Z6;01|}", "{Z6;11|}"}));
+    EXPECT_EQ(m_objSocket.m_strSent, Texts{"{Z6;01|}"});
+    EXPECT_FALSE(m_objSocket.IsConnected()) << "the connection went with what it had not sent";
     ExpectButtonsHeldToTheEnd();
 }
 

@@ -97,12 +97,15 @@ TEST_F(CUsbCommandTest, AStatusThatEndsBeforeItsCodeGoesNowhere) {
     EXPECT_EQ(m_objState.m_iStatusReceived, 0);
 }
 
-TEST_F(CUsbCommandTest, SettingsThatAreTooShortThrow) {
+TEST_F(CUsbCommandTest, SettingsThatAreTooShortFillNothing) {
     const std::string strWhole = Frame + MWire::Settings(1);
-    for (const std::size_t iLength : {1U, 2U, 3U, 10U, 24U}) {
+    const std::string strBefore = MWire::StoredFields(m_objItemManager, 1);
+    for (const std::size_t iLength : {1U, 2U, 3U, 10U, 24U, 26U}) {
         SCOPED_TRACE(iLength);
         AnswerWith(strWhole.substr(0, iLength));
-        EXPECT_THROW(SendCommand(1, 50), std::out_of_range);
+        EXPECT_FALSE(SendCommand(1, 50));
+        EXPECT_EQ(m_strError, "");
+        EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), strBefore);
     }
 }
 
@@ -146,10 +149,11 @@ TEST_F(CUsbCommandTest, AReadWithoutAnAnswerShowsItAndHasFailed) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
-TEST_F(CUsbCommandTest, AStatusInPlaceOfSettingsIsShownAndIsAnAnswer) {
+TEST_F(CUsbCommandTest, AStatusInPlaceOfSettingsIsShownAndTheReadHasFailed) {
     AnswerWith(MWire::Status("14"));
     const std::string strBefore = MWire::StoredFields(m_objItemManager, 1);
-    EXPECT_TRUE(ReadGroup(1));
+    m_objMessageBox.Expect(NoAnswer, MessageIcon::Exclamation);
+    EXPECT_FALSE(ReadGroup(1));
     EXPECT_EQ(m_objView.m_strStatuses, Texts{"NO RIBBON"});
     EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), strBefore);
 }
@@ -217,8 +221,9 @@ TEST_F(CUsbFlowTest, ReadEndsAtTheGroupThatIsNotAnswered) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
-TEST_F(CUsbFlowTest, ReadSurvivesAnAnswerThatIsTooShort) {
+TEST_F(CUsbFlowTest, ReadEndsAtAnAnswerThatIsTooShort) {
     AnswerWith("\x02{0");
+    m_objMessageBox.Expect(NoAnswer, MessageIcon::Exclamation);
     m_objFlow.Read();
     EXPECT_EQ(m_objLibrary.m_strSent, Texts{"{Z5;0|}"});
     EXPECT_EQ(m_objParameterPage.m_iRefreshes, 0);
