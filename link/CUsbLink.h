@@ -21,11 +21,13 @@ public:
 
     /// Sends, then takes one answer: the library waits for it, about a second. A printer that
     /// cannot be had is told by p_strError alone, and nothing is sent. When no answer came it
-    /// beeps and returns true, with a text in p_strError.
+    /// beeps and returns true, with a text in p_strError. A handler inside that uses the printer
+    /// too runs to its end first; what its use of it has cut short is done again behind it.
     bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
 
 private:
+    std::int32_t OpenLibrary();
     bool SendUsb(const Bytes& p_objBytes);
     bool ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
                        std::int16_t& p_iReceivedCount);
