@@ -35,6 +35,9 @@ public:
     /// The next status that is shown is the result of a head check, and goes there instead, however
     /// late it comes and whatever has asked for it.
     void ExpectHeadCheck() { m_bHeadCheck = true; }
+    /// None is expected any more.
+    void ForgetHeadCheck() { m_bHeadCheck = false; }
+    [[nodiscard]] bool ExpectsHeadCheck() const { return m_bHeadCheck; }
 
     /// A command goes out: takes an answer in doubt, forgets what else a former exchange has left
     /// and clears the flags of answers.

@@ -1,5 +1,8 @@
 #include "link/CComLink.h"
 
+#include <algorithm>
+#include <exception>
+
 namespace {
 
 constexpr std::int16_t NoHandshaking = 0;
@@ -54,6 +57,8 @@ bool CComLink::OpenComPort() {
 }
 
 void CComLink::CloseComPort() {
+    ++m_iConnection;
+    FailSendings();
     m_objPort.Close();
 }
 
@@ -73,12 +78,47 @@ bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/
 }
 
 bool CComLink::WriteComBytes(const Bytes& p_objBytes) {
-    for (const std::uint8_t iByte : p_objBytes) {
-        if (!m_objPort.Output({&iByte, 1}) || !m_objWaiter.Yield()) {
-            return false;
+    struct Listed {
+        std::vector<Sending*>& m_objSendings;
+        ~Listed() { m_objSendings.pop_back(); }  // whoever sends inside is done before
+    };
+    Sending objOwn{p_objBytes};
+    m_objSendings.push_back(&objOwn);
+    const Listed objListed{m_objSendings};
+    std::exception_ptr objFault;
+    while (!objOwn.IsOver() && !m_objWaiter.IsClosing()) {
+        WriteNextByte();
+        if (objOwn.m_bFailed) {
+            break;
+        }
+        try {
+            m_objWaiter.Yield();
+        } catch (...) {
+            // Half a command would spoil the next one: it goes out whole before this is told.
+            objFault = std::current_exception();
         }
     }
-    return true;
+    if (objFault) {
+        std::rethrow_exception(objFault);
+    }
+    return !objOwn.m_bFailed && !m_objWaiter.MustStop();
+}
+
+void CComLink::WriteNextByte() {
+    const auto objNext = std::ranges::find_if(
+        m_objSendings, [](const Sending* p_objSending) { return !p_objSending->IsOver(); });
+    Sending& objSending = **objNext;  // at least the caller's is not over
+    if (m_objPort.Output({&objSending.m_objBytes[objSending.m_iSent], 1})) {
+        ++objSending.m_iSent;
+    } else {
+        FailSendings();
+    }
+}
+
+void CComLink::FailSendings() {
+    for (Sending* const objSending : m_objSendings) {
+        objSending->m_bFailed |= !objSending->IsOver();
+    }
 }
 
 void CComLink::OnComm(std::int16_t p_iEvent) {

@@ -29,15 +29,18 @@ public:
     /// Sends, then takes one answer: the library waits for it, about a second. Settings of another
     /// group than the one asked for are dropped, and the next answer is taken if it comes in time.
     /// A printer that cannot be had is told by p_strError alone, and nothing is sent. When no
-    /// answer came it beeps and returns true, with a text in p_strError.
+    /// answer came it beeps and returns true, with a text in p_strError. A handler inside that uses
+    /// the printer too runs to its end first; what its use of it has cut short is done again behind
+    /// it.
     bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
 
 private:
+    std::int32_t OpenLibrary();
     bool SendUsb(const Bytes& p_objBytes);
     bool ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
                        std::int16_t& p_iReceivedCount);
-    [[nodiscard]] bool MayReceiveAgain(bool p_bDropped, double p_dStart) const;
+    [[nodiscard]] static bool MayReceiveAgain(bool p_bDropped, double p_dElapsed);
     std::int16_t ReceiveUsb(Bytes& p_objBuffer);
     bool Fail(const char* p_strText);
 
