@@ -117,8 +117,9 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
     const std::size_t iLength = p_objReceiveBuffer.size();
     CWaiter::Stopwatch objWaited(m_objWaiter);
     while (m_objWaiter.Yield()) {
-        // Answers come in the order of their commands.
+        // Answers come in the order of their commands, and the handler inside has taken its own.
         if (objWaited.IsInterrupted() && m_objState.m_iReplyReceived == 1) {
+            p_iReceivedCount = 0;
             return true;
         }
         // Events run while it waits, and may use the caller's buffer for another command.

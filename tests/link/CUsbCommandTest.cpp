@@ -276,6 +276,16 @@ TEST_F(CUsbFlowTest, TheHeadCheckAsksForItsResultAfterFiveSeconds) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
+TEST_F(CUsbFlowTest, AHeadCheckThatIsAnsweredWithSettingsHasBeenSent) {
+    m_objLibrary.m_fnSent = [this](const std::string& p_strCommand) {
+        m_objLibrary.m_strAnswers.push_back(p_strCommand == "{WS|}" ? MWire::Status("14")
+                                                                    : Frame + MWire::Settings(1));
+    };
+    m_objMaintenance.HeadCheck();
+    EXPECT_EQ(m_objLibrary.m_strSent, (Texts{"{HD001,A|}", "{WS|}"}));
+    EXPECT_EQ(m_objView.m_strHeadChecks, (Texts{"", "NO RIBBON"}));
+}
+
 TEST_F(CUsbFlowTest, ClosingInAReadSendsNothingMore) {
     m_objEventLoop.After(500, [this] { m_objEventLoop.RequestClose(); });
     m_objFlow.Read();

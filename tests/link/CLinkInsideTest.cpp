@@ -139,15 +139,47 @@ TEST_F(CLinkInsideTest, AnInnerAnswerEndsTheWaitForTheOwn) {
             m_objLibrary.m_strAnswers = {MWire::Status("00")};
         }
     };
-    std::int64_t iOver = 0;
-    m_objEventLoop.After(500, [&] {
-        EXPECT_TRUE(ExchangeAsHandler(m_objUsbLink, "{WS|}"));
-        iOver = m_objClock.Elapsed();
-    });
+    m_objEventLoop.After(500, [this] { EXPECT_TRUE(ExchangeAsHandler(m_objUsbLink, "{WS|}")); });
     EXPECT_TRUE(Exchange(m_objUsbLink, "{IS;1,08000|}"));
     EXPECT_EQ(m_strError, "");
     EXPECT_EQ(m_iCount, 0);
     EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
+}
+
+TEST_F(CLinkInsideTest, AnInnerAnswerBeforeTheReceivingSparesIt) {
+    const CWaiter::Turn objTurn(m_objWaiter, CWaiter::Turn::Later::DelaysIt);
+    m_objLibrary.m_fnSent = [this](const std::string& p_strCommand) {
+        if (p_strCommand == "{WS|}") {
+            m_objLibrary.m_strAnswers = {MWire::Status("00")};
+        }
+    };
+    std::int64_t iOver = 0;
+    m_objEventLoop.AtYield(m_objEventLoop.Yields() + 3, [&] {
+        EXPECT_TRUE(ExchangeAsHandler(m_objUsbLink, "{WS|}"));
+        iOver = m_objClock.Elapsed();
+    });
+    EXPECT_TRUE(Exchange(m_objUsbLink, "{IS;1,08000|}"));
+    EXPECT_EQ(m_objClock.Elapsed(), iOver);
+    EXPECT_EQ(m_iCount, 0);
+}
+
+TEST_F(CLinkInsideTest, AnInnerSilenceBehindTheReceivingLosesNothingOfIt) {
+    const CWaiter::Turn objTurn(m_objWaiter, CWaiter::Turn::Later::DelaysIt);
+    m_objLibrary.m_fnSent = [this](const std::string& p_strCommand) {
+        if (p_strCommand != "{WS|}") {
+            m_objLibrary.m_strAnswers = {MWire::Status("14")};
+        }
+    };
+    std::int64_t iOver = 0;
+    m_objEventLoop.AtYield(m_objEventLoop.Yields() + 5, [&] {
+        EXPECT_TRUE(ExchangeAsHandler(m_objUsbLink, "{WS|}"));
+        EXPECT_EQ(m_iCount, 0);
+        iOver = m_objClock.Elapsed();
+    });
+    EXPECT_TRUE(Exchange(m_objUsbLink, "{IS;1,08000|}"));
+    EXPECT_EQ(m_objClock.Elapsed(), iOver);
+    EXPECT_EQ(m_iCount, 13);
+    EXPECT_EQ(m_objBuffer, MWire::ToBytes(MWire::Status("14")));
 }
 
 TEST_F(CLinkInsideTest, BehindAHandlerWithoutAnAnswerTheReceivingBeginsAgain) {
