@@ -8,6 +8,7 @@
     packages_build=(g++ clang cmake ninja-build qt6-base-dev qt6-serialport-dev libgl-dev pkg-config libusb-1.0-0-dev)
     packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
+    packages_desktop=(xvfb openbox icewm xdotool python3 fontconfig fonts-liberation)
     packages_tour=(xvfb xauth fontconfig fonts-liberation)
     packages_window=(fontconfig fonts-liberation)
     packages_checks=(git clang-format clang-tidy shellcheck)

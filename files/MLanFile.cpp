@@ -79,11 +79,7 @@ bool StoreDhcp(std::string_view p_strLine, const CItemManager& p_objItemManager)
 namespace MLanFile {
 
 std::vector<std::string> BuildLines(const CItemManager& p_objItemManager) {
-    return {MCommand::MakeAddressCommand(p_objItemManager, MCommand::IpAddress),
-            MCommand::MakeAddressCommand(p_objItemManager, MCommand::Gateway),
-            MCommand::MakeAddressCommand(p_objItemManager, MCommand::SubnetMask),
-            MCommand::MakeSocketPortCommand(p_objItemManager),
-            MCommand::MakeDhcpCommand(p_objItemManager)};
+    return MCommand::LanSetCommands(p_objItemManager);
 }
 
 bool StoreLine(std::string_view p_strLine, const CItemManager& p_objItemManager) {

@@ -33,8 +33,7 @@ std::size_t LineLength(const ItemArray& p_objItemAry) {
 namespace MParameterFile {
 
 std::vector<std::string> BuildLines(const CItemManager& p_objItemManager) {
-    return {MCommand::MakeParameterSetCommand(p_objItemManager, MCommand::SetParameter),
-            MCommand::MakeParameterSetCommand(p_objItemManager, MCommand::SetAdjustment)};
+    return MCommand::SetCommands(p_objItemManager);
 }
 
 bool StoreLine(std::string_view p_strLine, const CItemManager& p_objItemManager) {

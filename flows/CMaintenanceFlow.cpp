@@ -28,12 +28,20 @@ void CMaintenanceFlow::HeadCheck() {
 }
 
 void CMaintenanceFlow::RunHeadCheck() {
+    const bool bOtherWaits = m_objRouter.ExpectsHeadCheck();
     m_objRouter.ExpectHeadCheck();
     m_objView.ShowStatus({});
     m_objView.ShowHeadCheck({});
-    m_objExchange.SendMaintenance(MCommand::HeadCheck);
+    bool bSent = false;
+    m_objExchange.SendMaintenance(MCommand::HeadCheck, bSent);
+    if (!bSent && !bOtherWaits) {
+        m_objRouter.ForgetHeadCheck();  // what was not asked for has no result
+    }
     if (m_objInterface.GetActiveInterface() != CInterface::UsbInterface) {
         m_objExchange.Pause(PauseSeconds);
+        return;
+    }
+    if (!bSent) {
         return;
     }
     {
@@ -45,20 +53,33 @@ void CMaintenanceFlow::RunHeadCheck() {
 }
 
 void CMaintenanceFlow::RamClear(std::int16_t p_iMode, std::int16_t p_iDestination) {
-    SendAsHandler(MCommand::RamClear(p_iMode, p_iDestination));
+    const auto iDestination = static_cast<std::int16_t>(p_iDestination - 1);
+    const bool bHasDestination = p_iMode == MCommand::ClearParameters && p_iDestination >= 1;
+    if (MCommand::IsPosition(p_iMode) && (!bHasDestination || MCommand::IsPosition(iDestination))) {
+        SendAsHandler(MCommand::RamClear(p_iMode, p_iDestination));
+    }
 }
 
 void CMaintenanceFlow::ThresholdCalib(std::int16_t p_iSensor) {
-    SendAsHandler(MCommand::ThresholdCalib(p_iSensor));
+    const auto iCountedFrom1 = static_cast<std::int16_t>(p_iSensor + 1);
+    if (MCommand::IsPosition(p_iSensor) && MCommand::IsPosition(iCountedFrom1)) {
+        SendAsHandler(MCommand::ThresholdCalib(p_iSensor));
+    }
 }
 
 void CMaintenanceFlow::TestPrint(const std::function<MCommand::TestPrintFields()>& p_objFields) {
-    MHandler::Run(m_objWaiter,
-                  [&] { m_objExchange.SendMaintenance(MCommand::TestPrint(p_objFields())); });
+    MHandler::Run(m_objWaiter, [&] {
+        const MCommand::TestPrintFields objFields = p_objFields();
+        if (MCommand::IsTestPrintExact(objFields)) {
+            m_objExchange.SendMaintenance(MCommand::TestPrint(objFields));
+        }
+    });
 }
 
 void CMaintenanceFlow::DiagPrint(std::int16_t p_iPrintType) {
-    SendAsHandler(MCommand::DiagPrint(p_iPrintType));
+    if (MCommand::IsPosition(p_iPrintType)) {
+        SendAsHandler(MCommand::DiagPrint(p_iPrintType));
+    }
 }
 
 void CMaintenanceFlow::SensorAdjustReflect() {

@@ -11,7 +11,8 @@
 ///
 /// Each is one handler: it runs to its end, shows its own failures, lets no exception out and
 /// leaves the buttons enabled. Nothing is asked before and nothing is told after; what the printer
-/// answers is shown as its status. Arguments are list positions, counted from 0.
+/// answers is shown as its status. Arguments are list positions, counted from 0; with one that has
+/// not just a single digit nothing is sent.
 class CMaintenanceFlow {
 public:
     /// None is owned; all outlive this.
@@ -23,8 +24,9 @@ public:
     /// so far.
     void GetStatus();
 
-    /// Has the print head checked; the answer goes to the head check's own label. Takes about a
-    /// second, on USB five: there the answer has to be asked for.
+    /// Has the print head checked; the answer goes to the head check's own label, however late it
+    /// comes, unless the command could not be sent at all. Takes about a second, on USB five: there
+    /// the answer has to be asked for. On USB it ends at once when the command could not be sent.
     void HeadCheck();
 
     /// Puts the settings or the counters back, as p_iMode says. p_iDestination counts in mode 0
@@ -40,7 +42,8 @@ public:
     void SensorAdjustTrans();
     void SensorAdjustPaperEnd();
 
-    /// p_objFields is asked for the fields inside the handler; it may throw, nothing is sent then.
+    /// p_objFields is asked for the fields inside the handler; it may throw. Nothing is sent then,
+    /// nor when they do not have their exact widths.
     void TestPrint(const std::function<MCommand::TestPrintFields()>& p_objFields);
     void DiagPrint(std::int16_t p_iPrintType);
 

@@ -1,10 +1,12 @@
 #include "flows/CReadWriteFlow.h"
 
 #include "flows/MHandler.h"
+#include "model/CConversionError.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
 #include <array>
+#include <stdexcept>
 #include <vector>
 
 namespace {
@@ -14,8 +16,6 @@ constexpr std::int16_t PauseSeconds = 1;
 // The LAN group has its own page and its own flow; the sensor group is read by none.
 constexpr std::array<std::int16_t, 3> ReadOrder{MAnswer::Adjustment, MAnswer::Parameter,
                                                 MAnswer::ParameterExpansion};
-
-constexpr std::array<std::int16_t, 2> SetOrder{MCommand::SetParameter, MCommand::SetAdjustment};
 
 /// The time in which settings that come are those that were asked for.
 class CReading {
@@ -57,30 +57,50 @@ void CReadWriteFlow::LanRead() {
 }
 
 void CReadWriteFlow::LanSet() {
-    MHandler::Run(m_objWaiter, [this] { SetLanGroups(); });
+    MHandler::Run(
+        m_objWaiter, [this] { SetLanGroups(); }, CWaiter::Turn::Later::DelaysIt);
 }
 
 void CReadWriteFlow::ReadGroups() {
     const CBusy::Flow objFlow(m_objBusy);
+    if (ReadAllGroups() && !m_objWaiter.MustStop()) {
+        ShowRead();
+    }
+}
+
+bool CReadWriteFlow::ReadAllGroups() {
     const CReading objReading(m_objExchange);
     for (const std::int16_t iGroup : ReadOrder) {
         if (!m_objExchange.ReadGroup(iGroup)) {
-            return;
+            return false;
         }
         m_objExchange.Pause(PauseSeconds);
     }
-    if (!m_objWaiter.MustStop() && !m_objParameterPage.Refresh()) {
+    return true;
+}
+
+void CReadWriteFlow::ShowRead() {
+    bool bShown = false;
+    try {
+        bShown = m_objParameterPage.Refresh();
+    } catch (const CConversionError&) {
+        // A value that the page cannot show; told below, as the page's own refusal is.
+    } catch (const std::out_of_range&) {
+        // The same: a position that a list does not have.
+    }
+    if (!bShown) {
         m_objMessageBox.Show("Error RefreshParameterSettingItem", MessageIcon::None);
     }
 }
 
 void CReadWriteFlow::SetGroups() {
-    if (!m_objParameterPage.Store()) {
+    if (!m_objParameterPage.Store() || !MCommand::IsSetExact(m_objItemManager)) {
         return;
     }
+    const std::vector<std::string> strCommands = MCommand::SetCommands(m_objItemManager);
     const CBusy::Flow objFlow(m_objBusy);
-    for (const std::int16_t iKind : SetOrder) {
-        if (!SendSettings(MCommand::MakeParameterSetCommand(m_objItemManager, iKind))) {
+    for (const std::string& strCommand : strCommands) {
+        if (!m_objExchange.Request(strCommand, MAnswer::StatusLength, AwaitedAnswer::Any)) {
             return;
         }
     }
@@ -99,24 +119,17 @@ void CReadWriteFlow::ReadLanGroup() {
 }
 
 void CReadWriteFlow::SetLanGroups() {
-    if (!m_objLanPage.Store()) {
+    if (!m_objLanPage.Store() || !MCommand::IsLanSetExact(m_objItemManager)) {
         return;
     }
-    const std::vector<std::string> strCommands{
-        MCommand::MakeAddressCommand(m_objItemManager, MCommand::IpAddress),
-        MCommand::MakeAddressCommand(m_objItemManager, MCommand::Gateway),
-        MCommand::MakeAddressCommand(m_objItemManager, MCommand::SubnetMask),
-        MCommand::MakeSocketPortCommand(m_objItemManager),
-        MCommand::MakeDhcpCommand(m_objItemManager),
-    };
+    const std::vector<std::string> strCommands = MCommand::LanSetCommands(m_objItemManager);
+    m_objWaiter.TakeOver();  // from a LAN SET that waits further out, whose commands these are too
+    const CCommandExchange::Connection objBegun = m_objExchange.ActiveConnection();
     for (const std::string& strCommand : strCommands) {
-        if (!SendSettings(strCommand)) {
+        if (!m_objExchange.RequestOver(objBegun, strCommand, MAnswer::StatusLength,
+                                       AwaitedAnswer::Any)) {
             break;
         }
     }
     m_objExchange.EndBusy();
-}
-
-bool CReadWriteFlow::SendSettings(const std::string& p_strCommand) {
-    return m_objExchange.Request(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any);
 }

@@ -15,23 +15,29 @@ public:
                    CBusy& p_objBusy, CWaiter& p_objWaiter, IMessageBox& p_objMessageBox,
                    ISettingsPage& p_objParameterPage, ISettingsPage& p_objLanPage);
 
-    /// Reads the groups 0, 1 and 4, a second after each, then refreshes the parameter page. A
-    /// group that fails ends it there, the page as it was.
+    /// Reads the groups 0, 1 and 4, a second after each, then refreshes the parameter page, which
+    /// settings that still come do not change any more. A group that fails ends it there, the page
+    /// as it was. A page that cannot show what came is told with a box.
     void Read();
 
-    /// Stores the parameter page and sends the parameters, then the adjustments.
+    /// Stores the parameter page and sends the parameters, then the adjustments. Sends neither when
+    /// a field of either is not exactly as wide as its item says.
     void Set();
 
     /// Reads group 3, and after a second refreshes the LAN page.
     void LanRead();
 
-    /// Stores the LAN page and sends the three addresses, the socket port and the DHCP settings.
-    /// The buttons stay enabled meanwhile. Whatever is started with one of them runs to its end
-    /// first, and this one stops at the command it had reached, quietly: the later press wins.
+    /// Stores the LAN page and sends the three addresses, the socket port and the DHCP settings, or
+    /// none of them when a field is not exactly as wide as its item says. The buttons stay enabled
+    /// meanwhile. Whatever is started with one of them runs to its end first, then this one goes on
+    /// with what is left, as the page held it when it began. It sends nothing more behind another
+    /// LAN SET, which sends all five itself, or when the connection that it began on has been
+    /// closed or made anew meanwhile; the link's words for that are shown.
     void LanSet();
 
 private:
-    bool SendSettings(const std::string& p_strCommand);
+    bool ReadAllGroups();
+    void ShowRead();
     void ReadGroups();
     void SetGroups();
     void ReadLanGroup();

@@ -6,25 +6,101 @@
 #include <algorithm>
 #include <string>
 
+namespace {
+
+/// A settings answer from USB as the other links have it.
+std::span<const std::uint8_t> BehindUsbHead(std::span<const std::uint8_t> p_objReceived) {
+    return p_objReceived.subspan(std::min(MAnswer::UsbHeadLength, p_objReceived.size()));
+}
+
+}  // namespace
+
 CAnswerRouter::CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p_objState,
                              IExchangeView& p_objView)
     : m_objItemManager(p_objItemManager)
     , m_objState(p_objState)
     , m_objView(p_objView) {}
 
+void CAnswerRouter::SetAnswerSelector(std::int16_t p_iGroup) {
+    SettleStream();
+    SettleSerial();
+    m_iAnswerSelector = p_iGroup;
+}
+
+std::size_t CAnswerRouter::AskedLength() const {
+    return static_cast<std::size_t>(MAnswer::ReceiveLength(m_iAnswerSelector)) / 2;
+}
+
 void CAnswerRouter::BeginCommand(AwaitedAnswer p_iAwaited) {
+    SettleStream();
+    SettleSerial();
     m_objAssembler.Clear();
     m_iAwaited = p_iAwaited;
     m_objState.m_iReplyReceived = 0;
     m_objState.m_iStatusReceived = 0;
+    m_bUsbFilled = false;
 }
 
 void CAnswerRouter::TakeStream(std::span<const std::uint8_t> p_objBytes) {
+    m_iTaken += p_objBytes.size();
     for (const std::uint8_t iByte : p_objBytes) {
-        const auto iSettingsLength =
-            static_cast<std::size_t>(MAnswer::ReceiveLength(m_iAnswerSelector) / 2);
-        Route(m_objAssembler.Append(iByte, iSettingsLength));
+        if (MAnswer::BeginsAnswer(iByte)) {
+            SettleStream();
+        }
+        Route(m_objAssembler.Append(iByte, AskedLength()));
     }
+}
+
+void CAnswerRouter::SettleStream() {
+    if (m_objAssembler.Settle()) {
+        Route(CAnswerAssembler::Result::Settings);
+    }
+}
+
+void CAnswerRouter::TakeSerial(std::uint8_t p_iCharacter, std::int16_t p_iReceiveLength) {
+    ++m_iTaken;
+    if (MAnswer::BeginsAnswer(p_iCharacter)) {
+        SettleSerial();
+    }
+    RouteSerial(m_objReceiver.Take(p_iCharacter, p_iReceiveLength));
+}
+
+void CAnswerRouter::SettleSerial() {
+    if (m_objReceiver.Settle()) {
+        RouteSerial(CSerialReceiver::Result::Settings);
+    }
+}
+
+void CAnswerRouter::RouteSerial(CSerialReceiver::Result p_iResult) {
+    switch (p_iResult) {
+    case CSerialReceiver::Result::Status:
+        RouteStatus(m_objReceiver.Frame());
+        break;
+    case CSerialReceiver::Result::Settings:
+        // Those that were cut at the length of another command than their group's read are none.
+        if (m_objReceiver.Frame().size() >= AskedLength()) {
+            RouteSettings(m_objReceiver.Frame());
+        }
+        m_objState.m_iPendingAnswers = 0;
+        break;
+    case CSerialReceiver::Result::Nothing:
+        break;
+    }
+}
+
+bool CAnswerRouter::SettleQuiet(double p_dNow, double p_dQuietSeconds) {
+    const bool bNothingNew = m_iSeen == m_iTaken;
+    if (!bNothingNew || p_dNow < m_dSeenAt) {  // at midnight the time of day starts again
+        m_iSeen = m_iTaken;
+        m_dSeenAt = p_dNow;
+    }
+    const bool bDoubtful = m_objAssembler.IsDoubtful() || m_objReceiver.IsDoubtful();
+    if (!bDoubtful || !bNothingNew || p_dNow - m_dSeenAt < p_dQuietSeconds) {
+        return false;
+    }
+    SettleStream();
+    SettleSerial();
+    return true;
 }
 
 void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {
@@ -50,7 +126,20 @@ void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {
 void CAnswerRouter::TakeReply(bool p_bSettings) {
     if (p_bSettings || m_iAwaited == AwaitedAnswer::Any) {
         m_objState.m_iReplyReceived = 1;
+        ++m_objState.m_iReplies;
     }
+}
+
+bool CAnswerRouter::IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
+                                    std::size_t p_iBufferLength) const {
+    return !p_objReceived.empty() && p_objReceived.front() == MAnswer::UsbSettingsHead &&
+           JudgeUsb(p_objReceived, p_iBufferLength) == MAnswer::Frame::Foreign;
+}
+
+MAnswer::Frame CAnswerRouter::JudgeUsb(std::span<const std::uint8_t> p_objReceived,
+                                       std::size_t p_iBufferLength) const {
+    return MAnswer::JudgeBlock(BehindUsbHead(p_objReceived), AskedLength(),
+                               p_objReceived.size() >= p_iBufferLength);
 }
 
 bool CAnswerRouter::TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived,
@@ -64,10 +153,11 @@ bool CAnswerRouter::TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived,
         }
         return true;
     case MAnswer::UsbSettingsHead: {
-        const std::size_t iLongest = static_cast<std::size_t>(p_iReceiveLength) / 2 + 1;
-        const auto objAnswer =
-            p_objReceived.subspan(std::min(MAnswer::UsbHeadLength, p_objReceived.size()));
-        return RouteSettings(objAnswer.first(std::min(iLongest, objAnswer.size())));
+        const auto iLength = static_cast<std::size_t>(p_iReceiveLength);
+        const auto objAnswer = BehindUsbHead(p_objReceived);
+        m_bUsbFilled = JudgeUsb(p_objReceived, iLength) == MAnswer::Frame::Whole &&
+                       RouteSettings(objAnswer.first(std::min(iLength / 2 + 1, objAnswer.size())));
+        return m_bUsbFilled;
     }
     default:
         return true;

@@ -1,6 +1,7 @@
 #include "link/CComLink.h"
 
-#include "protocol/MAnswer.h"
+#include <algorithm>
+#include <exception>
 
 namespace {
 
@@ -56,6 +57,8 @@ bool CComLink::OpenComPort() {
 }
 
 void CComLink::CloseComPort() {
+    ++m_iConnection;
+    FailSendings();
     m_objPort.Close();
 }
 
@@ -75,12 +78,47 @@ bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/
 }
 
 bool CComLink::WriteComBytes(const Bytes& p_objBytes) {
-    for (const std::uint8_t iByte : p_objBytes) {
-        if (!m_objPort.Output({&iByte, 1}) || !m_objWaiter.Yield()) {
-            return false;
+    struct Listed {
+        std::vector<Sending*>& m_objSendings;
+        ~Listed() { m_objSendings.pop_back(); }  // whoever sends inside is done before
+    };
+    Sending objOwn{p_objBytes};
+    m_objSendings.push_back(&objOwn);
+    const Listed objListed{m_objSendings};
+    std::exception_ptr objFault;
+    while (!objOwn.IsOver() && !m_objWaiter.IsClosing()) {
+        WriteNextByte();
+        if (objOwn.m_bFailed) {
+            break;
+        }
+        try {
+            m_objWaiter.Yield();
+        } catch (...) {
+            // Half a command would spoil the next one: it goes out whole before this is told.
+            objFault = std::current_exception();
         }
     }
-    return true;
+    if (objFault) {
+        std::rethrow_exception(objFault);
+    }
+    return !objOwn.m_bFailed && !m_objWaiter.MustStop();
+}
+
+void CComLink::WriteNextByte() {
+    const auto objNext = std::ranges::find_if(
+        m_objSendings, [](const Sending* p_objSending) { return !p_objSending->IsOver(); });
+    Sending& objSending = **objNext;  // at least the caller's is not over
+    if (m_objPort.Output({&objSending.m_objBytes[objSending.m_iSent], 1})) {
+        ++objSending.m_iSent;
+    } else {
+        FailSendings();
+    }
+}
+
+void CComLink::FailSendings() {
+    for (Sending* const objSending : m_objSendings) {
+        objSending->m_bFailed |= !objSending->IsOver();
+    }
 }
 
 void CComLink::OnComm(std::int16_t p_iEvent) {
@@ -115,29 +153,8 @@ void CComLink::Receive() {
     m_objPort.SetReceiveThreshold(SingleCharacter);
     m_objPort.SetInputLength(SingleCharacter);
     for (const std::uint8_t iCharacter : m_objPort.Input()) {
-        TakeCharacter(iCharacter);
+        m_objRouter.TakeSerial(iCharacter, m_iExpectedLength);
     }
-}
-
-void CComLink::TakeCharacter(std::uint8_t p_iCharacter) {
-    switch (m_objReceiver.Take(p_iCharacter, m_iExpectedLength)) {
-    case CSerialReceiver::Result::Status:
-        m_objRouter.RouteStatus(m_objReceiver.Frame());
-        break;
-    case CSerialReceiver::Result::Settings:
-        if (IsWholeAnswer()) {
-            m_objRouter.RouteSettings(m_objReceiver.Frame());
-        }
-        m_objState.m_iPendingAnswers = 0;
-        break;
-    case CSerialReceiver::Result::Nothing:
-        break;
-    }
-}
-
-bool CComLink::IsWholeAnswer() const {
-    const std::int16_t iLength = MAnswer::ReceiveLength(m_objRouter.AnswerSelector());
-    return m_objReceiver.Frame().size() >= static_cast<std::size_t>(iLength / 2);
 }
 
 void CComLink::ShowClearToSend() {

@@ -1,5 +1,6 @@
 #include "link/CCommandExchange.h"
 
+#include "link/CUsbLink.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
@@ -49,22 +50,31 @@ bool CCommandExchange::SendCommand(CInterface& p_objInterface, const Bytes& p_ob
 }
 
 bool CCommandExchange::WaitReply(std::int16_t p_iSeconds) {
-    return WaitFlag(m_objState.m_iReplyReceived, p_iSeconds);
+    // A command of a handler inside takes the flag back that this one's answer has set.
+    const std::int64_t iBefore = m_objState.m_iReplies;
+    return WaitUntil(
+        [&] { return m_objState.m_iReplyReceived == 1 || m_objState.m_iReplies != iBefore; },
+        p_iSeconds);
 }
 
 bool CCommandExchange::WaitStatusReply(std::int16_t p_iSeconds) {
-    return WaitFlag(m_objState.m_iStatusReceived, p_iSeconds);
+    return WaitUntil([this] { return m_objState.m_iStatusReceived == 1; }, p_iSeconds);
 }
 
-bool CCommandExchange::WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds) {
-    const double dStart = m_objWaiter.Now();
-    while (m_objWaiter.Yield()) {
-        if (m_objWaiter.Now() - dStart > p_iSeconds) {
+bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere,
+                                 std::int16_t p_iSeconds) {
+    const Connection objLan{CInterface::LanInterface, ConnectionNumber(CInterface::LanInterface)};
+    CWaiter::Stopwatch objWaited(m_objWaiter);
+    while (m_objWaiter.Yield() && !IsGone(objLan)) {
+        const bool bOver = objWaited.Elapsed() > p_iSeconds;
+        // What came in time is in time, also when nothing has shown its end by now.
+        const bool bSettled = m_objRouter.SettleQuiet(m_objWaiter.Now(), bOver ? 0 : QuietSeconds);
+        if (bOver && !bSettled) {
             m_objMessageBox.Beep();
             m_objMessageBox.Show("Device Time Out !!", MessageIcon::Critical, "Failure");
             return false;
         }
-        if (p_iFlag == 1) {
+        if (p_fnIsThere()) {
             return true;
         }
     }
@@ -75,40 +85,80 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
     while (!m_objWaiter.MustStop() && m_objWaiter.Now() - dStart < p_iSeconds) {
         m_objWaiter.Yield();
+        m_objRouter.SettleQuiet(m_objWaiter.Now(), QuietSeconds);
     }
 }
 
 bool CCommandExchange::SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                                AwaitedAnswer p_iAwaited, std::string& p_strError) {
+                                AwaitedAnswer p_iAwaited, std::string& p_strError,
+                                std::int16_t& p_iReceivedCount) {
     if (p_iAwaited != AwaitedAnswer::Settings) {
         EndReading();
     }
     Bytes objCommand;
-    std::int16_t iReceivedCount = 0;
     return TextToBytes(p_strCommand, objCommand) &&
-           SendCommand(m_objInterface, objCommand, m_objReceiveBuffer, p_strError, iReceivedCount,
+           SendCommand(m_objInterface, objCommand, m_objReceiveBuffer, p_strError, p_iReceivedCount,
                        p_iReceiveLength, p_iAwaited);
 }
 
 bool CCommandExchange::Send(const std::string& p_strCommand) {
     std::string strError;
-    return SendText(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
+    std::int16_t iReceivedCount = 0;
+    return SendText(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError,
+                    iReceivedCount);
 }
 
-bool CCommandExchange::Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                               AwaitedAnswer p_iAwaited, std::string& p_strError) {
+CCommandExchange::Outcome CCommandExchange::Attempt(const std::string& p_strCommand,
+                                                    std::int16_t p_iReceiveLength,
+                                                    AwaitedAnswer p_iAwaited,
+                                                    std::string& p_strError) {
     // The active interface may change while the command goes out; the answer comes on its link.
-    const bool bWaits = m_objInterface.GetActiveInterface() == CInterface::LanInterface;
-    if (!SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError)) {
-        return false;
+    const std::int16_t iInterface = m_objInterface.GetActiveInterface();
+    const std::int64_t iBefore = m_objState.m_iReplies;
+    std::int16_t iReceivedCount = 0;
+    const bool bSent =
+        SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError, iReceivedCount);
+    if (p_iAwaited == AwaitedAnswer::Settings && iInterface == CInterface::UsbInterface) {
+        return ReadFromUsb(bSent, p_strError);
     }
-    // On USB the link may have words although the command went out: no answer came. A read has
-    // failed then; to any other command the answer does not matter.
-    if (p_iAwaited == AwaitedAnswer::Settings && !p_strError.empty()) {
-        return false;
+    if (!bSent) {
+        // An answer that has no place to go is an answer: the command has gone out.
+        return iReceivedCount > 0 ? Outcome::Unanswered : Outcome::NotSent;
     }
+    // On USB the link may have words although the command went out: no answer came. To a command
+    // that is no read the answer does not matter.
     p_strError.clear();
-    return !bWaits || WaitReply(ReplySeconds);
+    if (m_objState.m_iReplies != iBefore) {
+        m_objState.m_iReplyReceived = 1;  // taken back by a command of a handler inside
+    }
+    const bool bWaits = iInterface == CInterface::LanInterface;
+    return !bWaits || WaitReply(ReplySeconds) ? Outcome::Done : Outcome::Unanswered;
+}
+
+CCommandExchange::Outcome CCommandExchange::ReadFromUsb(bool p_bSent,
+                                                        std::string& p_strError) const {
+    if (p_bSent && m_objRouter.HasUsbFilledGroup()) {
+        return Outcome::Done;
+    }
+    // An answer that has filled nothing is none to a read.
+    if (m_objState.m_iReplyReceived == 1 && !m_objWaiter.MustStop()) {
+        p_strError = CUsbLink::NoAnswer;
+    }
+    return p_bSent ? Outcome::Unanswered : Outcome::NotSent;
+}
+
+std::int64_t CCommandExchange::ConnectionNumber(std::int16_t p_iInterface) const {
+    const ILink* const objLink = m_objLinks.Find(p_iInterface);
+    return objLink != nullptr ? objLink->Connection() : 0;
+}
+
+CCommandExchange::Connection CCommandExchange::ActiveConnection() const {
+    const std::int16_t iInterface = m_objInterface.GetActiveInterface();
+    return {iInterface, ConnectionNumber(iInterface)};
+}
+
+bool CCommandExchange::IsGone(const Connection& p_objConnection) const {
+    return ConnectionNumber(p_objConnection.m_iInterface) != p_objConnection.m_iNumber;
 }
 
 void CCommandExchange::ShowFailure(const std::string& p_strError) {
@@ -120,19 +170,35 @@ void CCommandExchange::ShowFailure(const std::string& p_strError) {
 bool CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                                AwaitedAnswer p_iAwaited) {
     std::string strError;
-    const bool bDone = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
+    const Outcome iOutcome = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
     ShowFailure(strError);
-    return bDone;
+    return iOutcome == Outcome::Done;
+}
+
+bool CCommandExchange::RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
+                                   std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited) {
+    if (m_objWaiter.MustStop()) {
+        return false;
+    }
+    if (IsGone(p_objBegun)) {
+        ShowFailure(m_objLinks.Find(p_objBegun.m_iInterface)->WordsWithoutConnection());
+        return false;
+    }
+    std::string strError;
+    const Outcome iOutcome = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
+    ShowFailure(strError);
+    return iOutcome == Outcome::Done || (iOutcome == Outcome::Unanswered && IsGone(p_objBegun));
 }
 
 bool CCommandExchange::ReadGroup(std::int16_t p_iGroup) {
     m_objRouter.SetAnswerSelector(p_iGroup);
     std::string strError;
-    const bool bRead = Attempt(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
-                               AwaitedAnswer::Settings, strError);
+    const Outcome iOutcome =
+        Attempt(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
+                AwaitedAnswer::Settings, strError);
     EndBusy();
     ShowFailure(strError);
-    return bRead;
+    return iOutcome == Outcome::Done;
 }
 
 void CCommandExchange::EndReading() {
@@ -145,12 +211,18 @@ bool CCommandExchange::RequestStatus() {
 }
 
 bool CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
+    bool bSent = false;
+    return SendMaintenance(p_strCommand, bSent);
+}
+
+bool CCommandExchange::SendMaintenance(const std::string& p_strCommand, bool& p_bSent) {
     std::string strError;
-    bool bDone = false;
+    Outcome iOutcome = Outcome::NotSent;
     {
         const CBusy::Flow objFlow(m_objBusy);
-        bDone = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
+        iOutcome = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
     }
+    p_bSent = iOutcome != Outcome::NotSent;
     ShowFailure(strError);
-    return bDone;
+    return iOutcome == Outcome::Done;
 }

@@ -7,6 +7,7 @@
 #include "link/CWaiter.h"
 #include "platform/IMessageBox.h"
 
+#include <functional>
 #include <string>
 
 /// One command to the printer and its answer: what every handler of the window is made of.
@@ -17,6 +18,15 @@ class CCommandExchange {
 public:
     /// How long a reply on the LAN link may take, in seconds.
     static constexpr std::int16_t ReplySeconds = 5;
+    /// How long nothing may come, in seconds, until settings that show no end are taken as they
+    /// are: longer than the gaps that an adapter or a slow line leaves between characters.
+    static constexpr double QuietSeconds = 0.25;
+
+    /// A link as it is connected at one moment.
+    struct Connection {
+        std::int16_t m_iInterface;
+        std::int64_t m_iNumber;  ///< ILink::Connection
+    };
 
     /// None is owned; all outlive this.
     CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
@@ -36,9 +46,9 @@ public:
     /// @param p_iReceiveLength as ILink::Exchange takes it.
     /// @param p_iAwaited what WaitReply waits for afterwards.
     /// @return true when the bytes went out; false also for an interface that does not exist, and
-    ///         on USB for settings that no group was named for.
+    ///         on USB for settings that were cut, or that no group was named for.
     /// On USB the answer, if one came, is in its place when this returns. Throws std::out_of_range
-    /// when it is settings that are too short.
+    /// when p_iReceiveLength leaves no room for the settings that came.
     bool SendCommand(CInterface& p_objInterface, const Bytes& p_objCommand,
                      Bytes& p_objReceiveBuffer, std::string& p_strError,
                      std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength,
@@ -46,8 +56,11 @@ public:
 
     /// Waits until the answer is in; true when it is. After p_iSeconds it beeps, shows
     /// "Device Time Out !!" and returns false, also when the answer has come meanwhile while a
-    /// box or dialog stood: the time is looked at first. A wait over midnight lasts until the
-    /// answer comes: the time of day starts again and the limit is never reached.
+    /// box or dialog stood: the time is looked at first. Behind a handler that has run inside of
+    /// it the wait begins anew, if the answer has not come by then; what such a handler was
+    /// answered counts, because answers come in the order of their commands. False at once, without
+    /// a box, when it has closed the LAN link or connected it anew. A wait over midnight lasts
+    /// until the answer comes: the time of day starts again and the limit is never reached.
     bool WaitReply(std::int16_t p_iSeconds);
 
     /// The same for a known status code.
@@ -61,14 +74,24 @@ public:
     bool Send(const std::string& p_strCommand);
 
     /// Sends p_strCommand and, on the LAN link, waits for the answer. A failure of the link that
-    /// has a text is shown; on USB it is such a failure when settings are awaited and no answer
-    /// comes at all, while to any other command none is fine. Leaves the busy state alone.
+    /// has a text is shown; on USB it is such a failure when settings are awaited and none come
+    /// whole, while to any other command no answer is fine. Leaves the busy state alone.
     bool Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                  AwaitedAnswer p_iAwaited);
 
+    /// The active link as it is connected now.
+    [[nodiscard]] Connection ActiveConnection() const;
+
+    /// The same as Request for one of several commands that must not go on over another connection
+    /// than p_objBegun. When that one is gone nothing is sent, and the link's words for it are
+    /// shown, if it has any. True also when it has gone while the answer was awaited, which cannot
+    /// come any more: the next command will tell.
+    bool RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
+                     std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited);
+
     /// Asks for the settings of group p_iGroup, which fill that group's items when they come.
-    /// On the LAN link and on USB the printer has answered when this returns true. Runs EndBusy,
-    /// then shows what the link says of a failure.
+    /// On the LAN link and on USB they have come when this returns true. Runs EndBusy, then shows
+    /// what the link says of a failure.
     bool ReadGroup(std::int16_t p_iGroup);
 
     /// No more settings are awaited: those that still come fill no item.
@@ -81,13 +104,23 @@ public:
     /// failure of the link is shown.
     bool SendMaintenance(const std::string& p_strCommand);
 
+    /// The same; p_bSent tells whether the command has gone out, answered or not.
+    bool SendMaintenance(const std::string& p_strCommand, bool& p_bSent);
+
 private:
-    bool Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                 AwaitedAnswer p_iAwaited, std::string& p_strError);
+    /// What has become of a command.
+    enum class Outcome : std::uint8_t { NotSent, Unanswered, Done };
+
+    Outcome Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                    AwaitedAnswer p_iAwaited, std::string& p_strError);
+    Outcome ReadFromUsb(bool p_bSent, std::string& p_strError) const;
+    [[nodiscard]] std::int64_t ConnectionNumber(std::int16_t p_iInterface) const;
+    [[nodiscard]] bool IsGone(const Connection& p_objConnection) const;
     void ShowFailure(const std::string& p_strError);
     bool SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                  AwaitedAnswer p_iAwaited, std::string& p_strError);
-    bool WaitFlag(const std::int16_t& p_iFlag, std::int16_t p_iSeconds);
+                  AwaitedAnswer p_iAwaited, std::string& p_strError,
+                  std::int16_t& p_iReceivedCount);
+    bool WaitUntil(const std::function<bool()>& p_fnIsThere, std::int16_t p_iSeconds);
 
     CInterface& m_objInterface;
     CPrinterLinks& m_objLinks;

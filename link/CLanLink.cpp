@@ -41,6 +41,7 @@ bool CLanLink::Open() {
     if (m_objWaiter.MustStop()) {
         return false;
     }
+    ++m_iConnection;
     m_bHasConnected = false;
     m_objState.m_iConnected = 0;
     m_objState.m_iSendComplete = 0;
@@ -64,9 +65,18 @@ bool CLanLink::Open() {
 }
 
 bool CLanLink::Close() {
+    ++m_iConnection;
+    Disconnect();
+    return true;
+}
+
+void CLanLink::Disconnect() {
     m_objSocket.Close();
     m_objState.m_iConnected = 0;
-    return true;
+}
+
+std::string CLanLink::WordsWithoutConnection() const {
+    return SendError;
 }
 
 bool CLanLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
@@ -91,12 +101,20 @@ bool CLanLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
 }
 
 bool CLanLink::WaitSent() {
-    const double dStart = m_objWaiter.Now();
+    const std::int64_t iConnection = m_iConnection;
+    CWaiter::Stopwatch objWaited(m_objWaiter);
     for (;;) {
+        if (iConnection != m_iConnection) {
+            return false;
+        }
         if (m_objState.m_iSendComplete == 1) {
             return true;
         }
-        if (m_objState.m_iLinkError == -1 || m_objWaiter.Now() - dStart > SendLimitSeconds) {
+        if (m_objState.m_iLinkError == -1) {
+            return false;
+        }
+        if (objWaited.Elapsed() > SendLimitSeconds) {
+            Close();  // what is left must not go out when nobody expects it any more
             return false;
         }
         if (!m_objWaiter.Yield()) {
@@ -135,9 +153,9 @@ void CLanLink::OnDataArrival() {
 
 void CLanLink::OnError(const SocketError& p_objError) {
     try {
-        Close();
+        Disconnect();
         m_objMessageBox.Show(Describe(p_objError), MessageIcon::None);
-        Close();
+        Disconnect();
         SetRemote();
     } catch (...) {
         m_objWaiter.StoreFault();

@@ -28,10 +28,15 @@ public:
     bool Close() override;
 
     /// Ends when the socket has sent everything. A socket that is not connected, an error of it,
-    /// or no end within 2 seconds gives "'LAN' Send Error !!". A clock that starts again at
-    /// midnight makes the limit longer, never shorter.
+    /// or no end within 2 seconds gives "'LAN' Send Error !!", and so does another connection that
+    /// a handler inside of the wait has made; after the 2 seconds the connection is closed, so that
+    /// what was not sent by then never is. A clock that starts again at midnight makes the limit
+    /// longer, never shorter.
     bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
+
+    [[nodiscard]] std::int64_t Connection() const override { return m_iConnection; }
+    [[nodiscard]] std::string WordsWithoutConnection() const override;
 
 private:
     void OnConnect() override;
@@ -41,6 +46,7 @@ private:
     void OnError(const SocketError& p_objError) override;
 
     void SetRemote();
+    void Disconnect();
     [[nodiscard]] bool WaitSent();
 
     ITcpClient& m_objSocket;
@@ -52,4 +58,5 @@ private:
     IMessageBox& m_objMessageBox;
     /// Also when the printer has closed again since: one yield holds both where a box stood in it.
     bool m_bHasConnected = false;
+    std::int64_t m_iConnection = 0;  // how often it was opened or closed
 };

@@ -15,4 +15,5 @@ struct CLinkState {
     std::int16_t m_iReplyReceived = 0;   ///< the answer to the command in flight is in
     std::int16_t m_iStatusReceived = 0;  ///< a known status code came in
     std::int16_t m_iPendingAnswers = 0;  ///< answers that are outstanding, as told above
+    std::int64_t m_iReplies = 0;         ///< how many answers have set the reply flag so far
 };

@@ -9,7 +9,7 @@ CPrinterSession::CPrinterSession(const CItemManager& p_objItemManager, CInterfac
                    p_objView, m_objWaiter, p_objPlatform.m_objMessageBox)
     , m_objLanLink(p_objPlatform.m_objTcpClient, p_objInterface, m_objRouter, m_objState, m_objBusy,
                    m_objWaiter, p_objPlatform.m_objMessageBox)
-    , m_objUsbLink(p_objPlatform.m_objUsbLibrary, m_objState, m_objWaiter,
+    , m_objUsbLink(p_objPlatform.m_objUsbLibrary, m_objRouter, m_objState, m_objWaiter,
                    p_objPlatform.m_objMessageBox)
     , m_objExchange(p_objInterface, m_objLinks, m_objRouter, m_objState, m_objBusy, m_objWaiter,
                     p_objView, p_objPlatform.m_objMessageBox) {

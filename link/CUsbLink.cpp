@@ -7,7 +7,6 @@ namespace {
 
 constexpr const char* OpenError = "'USB' Open Error !!";
 constexpr const char* SendTimeOut = "Device Time Out !!";
-constexpr const char* NoAnswer = "Please confirm the connection of USB.";
 
 /// What an exchange says about a printer that cannot be opened; empty when there are no words.
 const char* OpenFailure(std::int32_t p_iResult) {
@@ -25,9 +24,10 @@ const char* OpenFailure(std::int32_t p_iResult) {
 
 }  // namespace
 
-CUsbLink::CUsbLink(IUsbLibrary& p_objLibrary, CLinkState& p_objState, CWaiter& p_objWaiter,
-                   IMessageBox& p_objMessageBox)
+CUsbLink::CUsbLink(IUsbLibrary& p_objLibrary, const CAnswerRouter& p_objRouter,
+                   CLinkState& p_objState, CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
     : m_objLibrary(p_objLibrary)
+    , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objWaiter(p_objWaiter)
     , m_objMessageBox(p_objMessageBox) {}
@@ -58,7 +58,7 @@ bool CUsbLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
     p_objReceiveBuffer.assign(iLength, 0);
     p_iReceivedCount = 0;
     m_objState.m_iReplyReceived = 0;
-    const std::string strFailure = OpenFailure(m_objLibrary.Dll_openUSB());
+    const std::string strFailure = OpenFailure(OpenLibrary());
     if (!strFailure.empty()) {
         // Events run while it opens: whoever must stop has nothing to say any more.
         if (!m_objWaiter.MustStop()) {
@@ -75,17 +75,38 @@ bool CUsbLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
     }
 }
 
+std::int32_t CUsbLink::OpenLibrary() {
+    for (;;) {
+        const CWaiter::Stopwatch objInside(m_objWaiter);
+        const std::int32_t iResult = m_objLibrary.Dll_openUSB();
+        // A handler that has used the printer meanwhile has ended the opening further out.
+        if (iResult >= IUsbLibrary::Opened || !objInside.IsInterrupted() ||
+            m_objWaiter.MustStop()) {
+            return iResult;
+        }
+    }
+}
+
 bool CUsbLink::SendUsb(const Bytes& p_objBytes) {
     if (!m_objWaiter.Yield()) {
         Close();
         return false;
     }
-    if (m_objLibrary.Dll_openUSB() < IUsbLibrary::Opened) {
-        return Fail(OpenError);
-    }
-    m_objState.m_iPendingAnswers = 1;
-    if (m_objLibrary.Dll_sendUSB(p_objBytes) < 0) {
-        return Fail(SendTimeOut);
+    for (;;) {
+        const CWaiter::Stopwatch objInside(m_objWaiter);
+        if (OpenLibrary() < IUsbLibrary::Opened) {
+            return Fail(OpenError);
+        }
+        m_objState.m_iPendingAnswers = 1;
+        m_objState.m_iReplyReceived = 0;  // what a handler inside was answered came before this
+        if (m_objLibrary.Dll_sendUSB(p_objBytes) >= 0) {
+            break;
+        }
+        // A handler that has used the printer meanwhile has ended the sending further out before
+        // the command has left.
+        if (!objInside.IsInterrupted() || m_objWaiter.MustStop()) {
+            return Fail(SendTimeOut);
+        }
     }
     Close();
     return m_objWaiter.Yield();
@@ -94,27 +115,37 @@ bool CUsbLink::SendUsb(const Bytes& p_objBytes) {
 bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
                              std::int16_t& p_iReceivedCount) {
     const std::size_t iLength = p_objReceiveBuffer.size();
-    const double dStart = m_objWaiter.Now();
+    CWaiter::Stopwatch objWaited(m_objWaiter);
     while (m_objWaiter.Yield()) {
+        // Answers come in the order of their commands, and the handler inside has taken its own.
+        if (objWaited.IsInterrupted() && m_objState.m_iReplyReceived == 1) {
+            p_iReceivedCount = 0;
+            return true;
+        }
         // Events run while it waits, and may use the caller's buffer for another command.
         Bytes objAnswer(iLength, 0);
-        const std::int16_t iCount = ReceiveUsb(objAnswer);
+        std::int16_t iCount = ReceiveUsb(objAnswer);
         if (m_objWaiter.MustStop()) {
             return false;
         }
-        p_iReceivedCount = iCount;
-        p_objReceiveBuffer = std::move(objAnswer);
+        const auto objReceived = std::span(objAnswer).first(static_cast<std::size_t>(iCount));
+        const bool bDropped = m_objRouter.IsAnotherGroups(objReceived, iLength);
+        if (bDropped) {
+            objAnswer.assign(iLength, 0);
+            iCount = 0;
+        }
         if (iCount > 0) {
             m_objState.m_iReplyReceived = 1;
         }
         if (!m_objWaiter.Yield()) {
             return false;
         }
-        if (m_objState.m_iReplyReceived == 1) {
+        p_iReceivedCount = iCount;
+        p_objReceiveBuffer = std::move(objAnswer);
+        if (iCount > 0 || m_objState.m_iReplyReceived == 1) {
             return true;
         }
-        // The library has done the waiting: once is enough, unless the clock stands still.
-        if (m_objWaiter.Now() - dStart > 0) {
+        if (!MayReceiveAgain(bDropped, objWaited.Elapsed())) {
             m_objMessageBox.Beep();
             p_strError = NoAnswer;
             return true;
@@ -123,8 +154,15 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
     return false;
 }
 
+bool CUsbLink::MayReceiveAgain(bool p_bDropped, double p_dElapsed) {
+    // A printer that has only wrong answers is not listened to over midnight.
+    const bool bBehindDropped = p_bDropped && p_dElapsed >= 0 && p_dElapsed < DroppedAnswerSeconds;
+    // The library has done the waiting: once is enough, unless the clock stands still.
+    return bBehindDropped || (!p_bDropped && p_dElapsed <= 0);
+}
+
 std::int16_t CUsbLink::ReceiveUsb(Bytes& p_objBuffer) {
-    if (m_objLibrary.Dll_openUSB() < IUsbLibrary::Opened) {
+    if (OpenLibrary() < IUsbLibrary::Opened) {
         Fail(OpenError);
         return 0;
     }

@@ -35,4 +35,12 @@ public:
     virtual bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
                           std::string& p_strError, std::int16_t& p_iReceivedCount,
                           std::int16_t p_iReceiveLength) = 0;
+
+    /// Another number each time that Open or Close has made another connection of it, or none: what
+    /// belongs to one connection must not go over the next. Always the same for a link that holds
+    /// no connection between two commands.
+    [[nodiscard]] virtual std::int64_t Connection() const { return 0; }
+
+    /// What Exchange says of a connection that is gone; may be empty.
+    [[nodiscard]] virtual std::string WordsWithoutConnection() const { return {}; }
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string_view>
 
 namespace {
 
@@ -23,6 +24,36 @@ constexpr std::array<Length, 6> Lengths{{
     {MAnswer::Lan, 192},
     {MAnswer::ParameterExpansion, 62},
 }};
+
+/// A group's answer in bytes, as the serial port and TCP have it; 0 for NoGroup.
+constexpr std::size_t AnswerLength(const Length& p_objLength) {
+    const auto iLength = static_cast<std::size_t>(p_objLength.m_iReceiveLength) / 2;
+    return p_objLength.m_iGroup == MAnswer::NoGroup ? 0 : iLength;
+}
+
+constexpr std::size_t LongestAnswer() {
+    std::size_t iLongest = 0;
+    for (const Length& objLength : Lengths) {
+        iLongest = std::max(iLongest, AnswerLength(objLength));
+    }
+    return iLongest;
+}
+
+bool IsAnswerLength(std::size_t p_iLength) {
+    return p_iLength != 0 &&
+           std::any_of(Lengths.begin(), Lengths.end(), [&](const Length& p_objLength) {
+               return AnswerLength(p_objLength) == p_iLength;
+           });
+}
+
+/// Where the first "|}" ends, in bytes from the answer's head; 0 when there is none.
+std::size_t FirstEnd(std::span<const std::uint8_t> p_objAnswer) {
+    constexpr std::string_view strEnd = "|}";
+    const std::string_view strAnswer(reinterpret_cast<const char*>(p_objAnswer.data()),
+                                     p_objAnswer.size());
+    const std::size_t iFound = strAnswer.find(strEnd);
+    return iFound == std::string_view::npos ? 0 : iFound + strEnd.size();
+}
 
 }  // namespace
 
@@ -51,6 +82,38 @@ std::int16_t ReceiveLength(std::int16_t p_iGroup) {
         std::find_if(Lengths.begin(), Lengths.end(),
                      [&](const Length& p_objLength) { return p_objLength.m_iGroup == p_iGroup; });
     return objFound != Lengths.end() ? objFound->m_iReceiveLength : std::int16_t{0};
+}
+
+bool BeginsAnswer(std::uint8_t p_iByte) {
+    return p_iByte == StatusHead || p_iByte == SettingsHead;
+}
+
+Frame JudgePart(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength) {
+    if (!IsAnswerLength(p_iLength)) {
+        return p_objAnswer.size() < p_iLength ? Frame::Open : Frame::Whole;
+    }
+    const std::size_t iEnd = FirstEnd(p_objAnswer);
+    if (iEnd != p_iLength && IsAnswerLength(iEnd)) {
+        return Frame::Foreign;
+    }
+    if (p_objAnswer.size() < p_iLength) {
+        return Frame::Open;
+    }
+    return iEnd != 0 || p_objAnswer.size() >= LongestAnswer() ? Frame::Whole : Frame::Doubtful;
+}
+
+Frame JudgeBlock(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength, bool p_bFull) {
+    const Frame iFrame = JudgePart(p_objAnswer, p_iLength);
+    if (!IsAnswerLength(p_iLength) || FirstEnd(p_objAnswer) != 0) {
+        return iFrame;
+    }
+    const std::size_t iCount = p_objAnswer.size();
+    const bool bAnothers = iCount != p_iLength && IsAnswerLength(iCount);
+    const bool bLonger = p_bFull && iFrame == Frame::Doubtful;
+    if (bAnothers || bLonger) {
+        return Frame::Foreign;
+    }
+    return iFrame == Frame::Doubtful ? Frame::Whole : iFrame;
 }
 
 bool DistributeAnswer(const CItemManager& p_objItemManager,

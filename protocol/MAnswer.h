@@ -34,10 +34,35 @@ enum Group : std::int16_t {
     ParameterExpansion = 4,
 };
 
+/// What the bytes of a settings answer tell of it, counted from its head.
+enum class Frame : std::uint8_t {
+    Open,      ///< there are fewer than were asked for
+    Whole,     ///< it is the answer that was asked for
+    Foreign,   ///< it is another group's: its end stands where that group's answers have theirs
+    Doubtful,  ///< there are enough, but no end shows: a longer group's answer may still go on
+};
+
 /// The receive length L that a read of p_iGroup asks its link for: 54, 50, 24, 192 and 62 for the
 /// groups 0 to 4, 7 for NoGroup, 0 for any other. On the serial port and on TCP the answer has
 /// L / 2 bytes: two of header, the fields, two that close it.
 std::int16_t ReceiveLength(std::int16_t p_iGroup);
+
+/// True for the two bytes that begin an answer on the serial port and on TCP.
+bool BeginsAnswer(std::uint8_t p_iByte);
+
+/// Judges a settings answer of which more bytes may come, as on a stream that is cut anywhere.
+///
+/// An answer ends with its first "|}". One that has none, or has it where no group's answer ends,
+/// is taken by its length alone; so is every one when p_iLength is no group's.
+/// @param p_objAnswer what has come of it so far.
+/// @param p_iLength the bytes of the answer that was asked for.
+Frame JudgePart(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength);
+
+/// Judges a settings answer that has come as one block, behind which there is nothing more: where
+/// no "|}" shows whose it is, the number of its bytes does. Open is an answer that was cut. Never
+/// Doubtful.
+/// @param p_bFull the block had no room for more, so that the answer may have been longer.
+Frame JudgeBlock(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLength, bool p_bFull);
 
 /// Fills p_objItemAry with the items of group p_iGroup in the order in which they are answered.
 /// False for a group that does not exist.

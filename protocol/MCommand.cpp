@@ -6,15 +6,29 @@ namespace {
 
 constexpr std::int16_t PrintMargin = 30;
 
-// The pattern behind "BARCODE" has the code 6; a printer knows no pattern 5.
+// The pattern behind "BARCODE" is sent as 6; 5 is never sent.
 constexpr std::int16_t FactoryTestPosition = 5;
 constexpr std::int16_t FactoryTestCode = 6;
 
-/// As many digits as TestPrintNumberPattern has; a printer's longest label has no more.
+/// Filled up with zeros to as many digits as TestPrintNumberPattern has; a number with more is
+/// written whole.
 std::string TestPrintNumber(std::int16_t p_iNumber) {
     const std::string strPattern = MCommand::TestPrintNumberPattern;
     const std::string strDigits = std::to_string(p_iNumber);
     return strPattern.substr(std::min(strDigits.size(), strPattern.size())) + strDigits;
+}
+
+bool IsExact(const CItem& p_objItem) {
+    return p_objItem.GetValueString().size() == static_cast<std::size_t>(p_objItem.m_iLength);
+}
+
+bool AreExact(const ItemArray& p_objItemAry) {
+    return std::ranges::all_of(p_objItemAry,
+                               [](const ItemRef& p_objItem) { return IsExact(*p_objItem); });
+}
+
+bool HasFourDigits(std::int16_t p_iNumber) {
+    return p_iNumber >= 0 && p_iNumber <= 9999;
 }
 
 }  // namespace
@@ -98,6 +112,46 @@ std::string MakeDhcpCommand(const CItemManager& p_objItemManager) {
                        *p_objItemManager.m_objDhcpClientHost);
 }
 
+std::vector<std::string> SetCommands(const CItemManager& p_objItemManager) {
+    return {MakeParameterSetCommand(p_objItemManager, SetParameter),
+            MakeParameterSetCommand(p_objItemManager, SetAdjustment)};
+}
+
+std::vector<std::string> LanSetCommands(const CItemManager& p_objItemManager) {
+    return {MakeAddressCommand(p_objItemManager, IpAddress),
+            MakeAddressCommand(p_objItemManager, Gateway),
+            MakeAddressCommand(p_objItemManager, SubnetMask),
+            MakeSocketPortCommand(p_objItemManager), MakeDhcpCommand(p_objItemManager)};
+}
+
+bool IsSetExact(const CItemManager& p_objItemManager) {
+    ItemArray objParameters;
+    ItemArray objAdjustments;
+    return p_objItemManager.SetItem_Parameter(objParameters) &&
+           p_objItemManager.SetItem_Adjustment(objAdjustments) && AreExact(objParameters) &&
+           AreExact(objAdjustments);
+}
+
+bool IsLanSetExact(const CItemManager& p_objItemManager) {
+    ItemArray objIpAddress;
+    ItemArray objGateway;
+    ItemArray objSubnet;
+    return p_objItemManager.SetItem_ExtraIpAddress(objIpAddress) &&
+           p_objItemManager.SetItem_ExtraGateway(objGateway) &&
+           p_objItemManager.SetItem_ExtraSubnet(objSubnet) && AreExact(objIpAddress) &&
+           AreExact(objGateway) && AreExact(objSubnet) &&
+           IsExact(*p_objItemManager.m_objSocketPortSetting) &&
+           IsExact(*p_objItemManager.m_objSocketPortNumber) &&
+           IsExact(*p_objItemManager.m_objDhcpSetting) &&
+           IsExact(*p_objItemManager.m_objDhcpClientId) &&
+           // What it lacks is filled up, and what it has too much is not cut.
+           p_objItemManager.m_objDhcpClientHost->GetValueString().size() <= HostNameLength;
+}
+
+bool IsPosition(std::int16_t p_iPosition) {
+    return p_iPosition >= 0 && p_iPosition <= 9;
+}
+
 std::string TestPrint(const TestPrintFields& p_objFields) {
     const std::int16_t iPattern =
         p_objFields.m_iPattern == FactoryTestPosition ? FactoryTestCode : p_objFields.m_iPattern;
@@ -107,6 +161,13 @@ std::string TestPrint(const TestPrintFields& p_objFields) {
            TestPrintNumber(p_objFields.m_iIssueCount) + std::to_string(p_objFields.m_iPrintSpeed) +
            std::to_string(p_objFields.m_iSensor) + std::to_string(p_objFields.m_iCutType) +
            std::to_string(p_objFields.m_iPrintType) + CommandEnd;
+}
+
+bool IsTestPrintExact(const TestPrintFields& p_objFields) {
+    return IsPosition(p_objFields.m_iPattern) && HasFourDigits(p_objFields.m_iLabelLength) &&
+           p_objFields.m_iLabelLength >= PrintMargin && HasFourDigits(p_objFields.m_iIssueCount) &&
+           IsPosition(p_objFields.m_iPrintSpeed) && IsPosition(p_objFields.m_iSensor) &&
+           IsPosition(p_objFields.m_iCutType) && IsPosition(p_objFields.m_iPrintType);
 }
 
 std::string DiagPrint(std::int16_t p_iPrintType) {

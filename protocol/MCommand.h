@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// The texts of the printer's commands: "{", a name, the fields, "|}".
 ///
@@ -81,6 +82,23 @@ std::string MakeSocketPortCommand(const CItemManager& p_objItemManager);
 /// The DHCP command with the catalogue's current values.
 std::string MakeDhcpCommand(const CItemManager& p_objItemManager);
 
+/// What SET sends, and the parameter settings file holds, in this order: parameters, adjustments.
+std::vector<std::string> SetCommands(const CItemManager& p_objItemManager);
+
+/// What LAN SET sends, and the LAN settings file holds, in this order: IP address, gateway, subnet
+/// mask, socket port, DHCP.
+std::vector<std::string> LanSetCommands(const CItemManager& p_objItemManager);
+
+/// Whether each field of SetCommands is exactly as wide as its item says. A command of which that
+/// is not true is none to send: the printer would take every field behind for another one.
+bool IsSetExact(const CItemManager& p_objItemManager);
+
+/// The same of LanSetCommands; the host name is exact when it needs no more room than it has.
+bool IsLanSetExact(const CItemManager& p_objItemManager);
+
+/// Whether a list position has the one digit that a field for it has room for.
+bool IsPosition(std::int16_t p_iPosition);
+
 /// What a test print takes: list positions, counted from 0, and the numbers as they are shown.
 struct TestPrintFields {
     std::int16_t m_iPattern = 0;
@@ -94,6 +112,10 @@ struct TestPrintFields {
 
 /// "{Z3;" and the fields back to back, the lengths and the count four digits wide.
 std::string TestPrint(const TestPrintFields& p_objFields);
+
+/// Whether each field of TestPrint is exactly as wide as that: the lengths and the count four
+/// digits, every position one.
+bool IsTestPrintExact(const TestPrintFields& p_objFields);
 
 /// "{Z1" and the print type's position: the one command without ";" before its field.
 std::string DiagPrint(std::int16_t p_iPrintType);

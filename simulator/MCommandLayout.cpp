@@ -123,7 +123,7 @@ std::vector<Layout> SensorAdjust() {
     return {{{objSensor}, {}, {}}, {{objSensor}, "1", "paper end"}};
 }
 
-/// The pattern code 5 does not exist: the factory test is 6.
+/// The tool never sends the pattern code 5: its factory test is 6.
 Layout TestPrint() {
     return {{Choice("Pattern", "012346", "test-print-pattern"), Number("LabelLength", 4),
              Number("PrintLength", 4), Number("IssueCount", 4, MCommand::TestPrintFixedField),

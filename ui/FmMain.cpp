@@ -272,6 +272,7 @@ bool FmMain::EditInterface() {
 void FmMain::ShowAbout() {
     FmAbout objAbout(this);
     objAbout.exec();
+    m_objSession.Waiter().NoteAside();
 }
 
 void FmMain::SetControlsEnabled(bool p_bEnabled) {

@@ -138,6 +138,7 @@ CUsbPrinter::~CUsbPrinter() {
 }
 
 void CUsbPrinter::Close() {
+    FinishOutgoing();
     EndActive();
     if (m_objHandle == nullptr) {
         return;
@@ -170,26 +171,63 @@ std::optional<std::string> CUsbPrinter::ReadDeviceId() {
 
 CUsbPrinter::Result CUsbPrinter::Send(std::span<const std::uint8_t> p_objBytes,
                                       milliseconds p_iLimit) {
+    struct Listed {
+        CUsbPrinter& m_objPrinter;
+        Outgoing& m_objOutgoing;
+
+        ~Listed() {
+            if (m_objPrinter.m_objOutgoing == &m_objOutgoing) {
+                m_objPrinter.m_objOutgoing = nullptr;
+            }
+        }
+    };
+    FinishOutgoing();
     m_iYielded = steady_clock::now();
-    const TimePoint iDeadline = m_iYielded + p_iLimit;
-    Result objAll;
-    if (!DropOldAnswer()) {
-        return objAll;
-    }
     // The library takes the bytes to send as ones that it might change.
-    std::vector<std::uint8_t> objBytes(p_objBytes.begin(), p_objBytes.end());
-    while (objAll.m_iCount < objBytes.size()) {
-        const std::size_t iNext = std::min(objBytes.size() - objAll.m_iCount, LargestTransfer);
-        const Result objPart = Transfer(
-            m_objEndpoints.m_iOut, std::span(objBytes).subspan(objAll.m_iCount, iNext), iDeadline);
-        objAll.m_iCount += objPart.m_iCount;
-        objAll.m_bLost = objPart.m_bLost;
-        if (!objPart.m_bComplete || MustStop(iDeadline)) {
-            break;
+    Outgoing objOwn{{p_objBytes.begin(), p_objBytes.end()}, m_iYielded + p_iLimit};
+    if (!DropOldAnswer()) {
+        return {};
+    }
+    const Listed objListed{*this, objOwn};
+    m_objOutgoing = &objOwn;
+    DriveOutgoing(objOwn);
+    return {objOwn.m_iCount, objOwn.m_iCount == objOwn.m_objBytes.size(), objOwn.m_bLost};
+}
+
+void CUsbPrinter::DriveOutgoing(Outgoing& p_objOutgoing) {
+    const int iDriver = ++p_objOutgoing.m_iDrivers;
+    while (p_objOutgoing.m_iCount < p_objOutgoing.m_objBytes.size()) {
+        const auto objLeft = std::span(p_objOutgoing.m_objBytes).subspan(p_objOutgoing.m_iCount);
+        const Result objPart = Transfer(m_objEndpoints.m_iOut,
+                                        objLeft.first(std::min(objLeft.size(), LargestTransfer)),
+                                        p_objOutgoing.m_iDeadline);
+        if (iDriver != p_objOutgoing.m_iDrivers) {
+            return;  // whoever has overtaken this one has counted these bytes
+        }
+        p_objOutgoing.m_iCount += objPart.m_iCount;
+        p_objOutgoing.m_bLost = objPart.m_bLost;
+        if (!objPart.m_bComplete || MustStop(p_objOutgoing.m_iDeadline)) {
+            return;
         }
     }
-    objAll.m_bComplete = objAll.m_iCount == objBytes.size();
-    return objAll;
+}
+
+void CUsbPrinter::FinishOutgoing() {
+    Outgoing* const objOutgoing = m_objOutgoing;
+    if (objOutgoing == nullptr) {
+        return;
+    }
+    ++objOutgoing->m_iDrivers;
+    if (const CUsbTransfer* const objTransfer = m_objActive) {
+        EndActive();
+        objOutgoing->m_iCount += objTransfer->Count();
+    }
+    if (objOutgoing->m_iCount > 0 && !MustStop(objOutgoing->m_iDeadline)) {
+        DriveOutgoing(*objOutgoing);
+    }
+    if (m_objOutgoing == objOutgoing) {
+        m_objOutgoing = nullptr;
+    }
 }
 
 CUsbPrinter::Result CUsbPrinter::Receive(std::span<std::uint8_t> p_objBuffer,

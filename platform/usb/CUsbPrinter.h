@@ -18,8 +18,10 @@ struct libusb_device;
 ///
 /// A transfer lets the event loop run while it waits, and after it when it has brought nothing or
 /// nothing else has let it run for a while. What runs there may use the printer too: a transfer
-/// that begins, or the closing, ends the one that waits further out. Whatever the printer does, a
-/// use of it ends when its time is over, and at once when the program closes.
+/// that begins, or the closing, ends the one that waits further out. Only bytes of which some have
+/// left already are sent to their end before that, so that nothing lands in the middle of them.
+/// Whatever the printer does, a use of it ends when its time is over, and at once when the program
+/// closes.
 class CUsbPrinter {
 public:
     /// Where a device takes and gives the printer's data.
@@ -78,7 +80,18 @@ private:
     /// What a transfer was driven to.
     enum class Drove : std::uint8_t { ToItsEnd, UntilStopped, Overtaken };
 
+    /// What a Send has to send, for as long as it lasts.
+    struct Outgoing {
+        std::vector<std::uint8_t> m_objBytes;
+        TimePoint m_iDeadline;
+        std::size_t m_iCount = 0;  ///< have left
+        bool m_bLost = false;
+        int m_iDrivers = 0;  ///< who has sent some of it; only the last one counts what leaves
+    };
+
     bool DropOldAnswer();
+    void DriveOutgoing(Outgoing& p_objOutgoing);
+    void FinishOutgoing();
     std::size_t TakeRest(std::span<std::uint8_t> p_objBuffer);
     void TakePacket(std::span<const std::uint8_t> p_objBytes, std::span<std::uint8_t> p_objBuffer,
                     Result& p_objResult);
@@ -94,6 +107,7 @@ private:
     Endpoints m_objEndpoints;
     IEventLoop& m_objEventLoop;
     CUsbTransfer* m_objActive = nullptr;  // the one that waits; not owned
+    Outgoing* m_objOutgoing = nullptr;    // the Send's that waits; not owned
     TimePoint m_iYielded;                 // when the event loop has run last, at the latest
     std::vector<std::uint8_t> m_objRest;  // received, and not yet taken
 };

@@ -133,7 +133,8 @@ TEST_P(CMaintenanceFlowEachTest, ASendThatDoesNotEndIsOneBoxUnlessItIsASensorAdj
         ExpectSendError();
     }
     Run();
-    EXPECT_EQ(m_objSocket.m_strSent, GetParam().m_strCommands);
+    EXPECT_EQ(m_objSocket.m_strSent, Texts{GetParam().m_strCommands.front()});
+    EXPECT_FALSE(m_objSocket.IsConnected());
     ExpectButtonsHeldToTheEnd();
 }
 
@@ -338,7 +339,7 @@ TEST_P(CMaintenanceFlowClosingTest, WhileTheNetworkTakesNothingEndsItThereWithou
 
 // Pressed while LAN SET runs, which leaves the buttons enabled.
 
-TEST_P(CMaintenanceFlowEachTest, PressedWhereverLanSetIsItWinsAndLanSetStopsQuietly) {
+TEST_P(CMaintenanceFlowEachTest, PressedWhereverLanSetIsItRunsToItsEndAndLanSetGoesOn) {
     ConnectQuietly();
     const std::int64_t iBegin = m_objEventLoop.Yields();
     m_objReadWriteFlow.LanSet();
@@ -350,15 +351,15 @@ TEST_P(CMaintenanceFlowEachTest, PressedWhereverLanSetIsItWinsAndLanSetStopsQuie
         SCOPED_TRACE(iYield);
         m_objSocket.m_strSent.clear();
         m_objView.m_bEnabled.clear();
-        std::size_t iBefore = 0;
+        Texts strExpected = strAll;
         m_objEventLoop.AtYield(m_objEventLoop.Yields() + iYield, [&] {
-            iBefore = m_objSocket.m_strSent.size();
+            const auto iBefore = static_cast<std::ptrdiff_t>(m_objSocket.m_strSent.size());
+            strExpected.insert(strExpected.begin() + iBefore, GetParam().m_strCommands.begin(),
+                               GetParam().m_strCommands.end());
             Run();
+            EXPECT_EQ(m_objSocket.m_strSent.size(), static_cast<std::size_t>(iBefore) + Count());
         });
         m_objReadWriteFlow.LanSet();
-        Texts strExpected(strAll.begin(), strAll.begin() + static_cast<std::ptrdiff_t>(iBefore));
-        strExpected.insert(strExpected.end(), GetParam().m_strCommands.begin(),
-                           GetParam().m_strCommands.end());
         ASSERT_EQ(m_objSocket.m_strSent, strExpected);
         ExpectButtonsEnabled();
         m_objEventLoop.Idle(2000);
@@ -366,15 +367,21 @@ TEST_P(CMaintenanceFlowEachTest, PressedWhereverLanSetIsItWinsAndLanSetStopsQuie
     EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
 }
 
-TEST_P(CMaintenanceFlowEachTest, PressedWhileLanSetWaitsInVainOneBoxAtMostComes) {
+TEST_P(CMaintenanceFlowEachTest, PressedWhileLanSetWaitsInVainLanSetWaitsItsFiveSecondsAnew) {
     ConnectQuietly();
     m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
+    std::int64_t iEnd = 0;
     if (!Is(Course::Sensor)) {
         ExpectTimeOut();
     }
-    m_objEventLoop.After(4900, [this] { Run(); });
+    ExpectTimeOut();
+    m_objEventLoop.After(4900, [&] {
+        Run();
+        iEnd = m_objClock.Elapsed();
+    });
     m_objReadWriteFlow.LanSet();
     EXPECT_EQ(m_objSocket.m_strSent.size(), 1 + Count());
+    EXPECT_EQ(m_objClock.Elapsed() - iEnd, ReplyMilliseconds + Step);
     ExpectButtonsEnabled();
 }
 

@@ -115,6 +115,29 @@ TEST_F(CMaintenanceFlowTest, TestPrintTakesItsFieldsInsideTheHandler) {
     EXPECT_FALSE(m_objBusy.IsBusy());
 }
 
+TEST_F(CMaintenanceFlowTest, FieldsThatDoNotHaveTheirWidthsAreNotSent) {
+    const MCommand::TestPrintFields objAll[] = {
+        {-1, 760, 1, 0, 0, 0, 0},    {10, 760, 1, 0, 0, 0, 0},   {0, 10000, 1, 0, 0, 0, 0},
+        {0, 29, 1, 0, 0, 0, 0},      {0, -760, 1, 0, 0, 0, 0},   {0, 32767, 1, 0, 0, 0, 0},
+        {0, 760, 10000, 0, 0, 0, 0}, {0, 760, -1, 0, 0, 0, 0},   {0, 760, 1, -1, 0, 0, 0},
+        {0, 760, 1, 0, 10, 0, 0},    {0, 760, 1, 0, 0, -1, 0},   {0, 760, 1, 0, 0, 0, 10},
+        {10, 760, 1, -1, 0, 0, 0},   {0, -32768, 1, 0, 0, 0, 0}, {0, 760, 12345, 0, 0, 0, 0},
+    };
+    ConnectQuietly();
+    for (const MCommand::TestPrintFields& objFields : objAll) {
+        PrintTest(m_objFlow, objFields);
+    }
+    for (const std::int16_t iPosition : std::vector<std::int16_t>{-32768, -1, 10, 32767}) {
+        m_objFlow.RamClear(iPosition, 1);
+        m_objFlow.DiagPrint(iPosition);
+        m_objFlow.ThresholdCalib(iPosition);
+    }
+    m_objFlow.RamClear(0, 11);
+    m_objFlow.ThresholdCalib(9);
+    EXPECT_TRUE(m_objSocket.m_strSent.empty());
+    EXPECT_TRUE(m_objView.m_bEnabled.empty());
+}
+
 // Get status.
 
 TEST_F(CMaintenanceFlowTest, GetStatusClearsTheLabelThenShowsTheAnswer) {
@@ -160,7 +183,7 @@ TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstIsRefused)
     ExpectButtonsHeldToTheEnd();
 }
 
-TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstDoesNotLeave) {
+TEST_F(CMaintenanceFlowTest, PaperEndsSecondCommandGoesNowhereWhenTheFirstDoesNotLeave) {
     ConnectQuietly();
     m_objSocket.m_bCompletesSends = false;
     m_objPrinter.m_fnAnswer = [this](const std::string&) {
@@ -168,7 +191,8 @@ TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstDoesNotLea
         return MWire::Status("00");
     };
     m_objFlow.SensorAdjustPaperEnd();
-    EXPECT_EQ(m_objSocket.m_strSent, (Texts{"{Z6;01|}", "{Z6;11|}"}));
+    EXPECT_EQ(m_objSocket.m_strSent, Texts{"{Z6;01|}"});
+    EXPECT_FALSE(m_objSocket.IsConnected()) << "the connection went with what it had not sent";
     ExpectButtonsHeldToTheEnd();
 }
 

@@ -82,6 +82,23 @@ INSTANTIATE_TEST_SUITE_P(, CReadWriteFlowReadingTest,
                                            ReadCase{"LanRead", &CReadWriteFlow::LanRead, 3, 3}),
                          [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
 
+class CReadWriteFlowShowingTest : public CReadWriteFlowReadingTest {};
+
+TEST_P(CReadWriteFlowShowingTest, ReadHasEndedWhenThePageIsRefreshed) {
+    const std::int16_t iGroup = GetParam().m_iLastGroup;
+    m_objParameterPage.m_fnRefresh = [this, iGroup] {
+        ExpectLateSettingsToFillNoItem(iGroup);
+        return true;
+    };
+    Run();
+    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 1);
+    EXPECT_EQ(Stored(iGroup), MWire::Fields(iGroup));
+}
+
+INSTANTIATE_TEST_SUITE_P(, CReadWriteFlowShowingTest,
+                         ::testing::Values(ReadCase{"Read", &CReadWriteFlow::Read, 0, 4}),
+                         [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
+
 /// The same over the serial port, where nothing is waited for but the pauses.
 using CReadWriteFlowSerialReadingTest = CMaintenanceFlowFixture;
 

@@ -1,10 +1,10 @@
-#include "flows/MHandler.h"
 #include "model/CConversionError.h"
 #include "tests/flows/CReadWriteFlowFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -348,12 +348,25 @@ TEST_F(CReadWriteFlowTest, ReadReportsAPageThatDoesNotRefresh) {
     ExpectButtonsHeldToTheEnd();
 }
 
-TEST_F(CReadWriteFlowTest, ReadEndsQuietlyWhenThePageThrows) {
-    ConnectQuietly();
-    m_objParameterPage.m_fnRefresh = []() -> bool { throw CConversionError("--5"); };
-    m_objFlow.Read();
-    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 1);
-    ExpectButtonsHeldToTheEnd();
+TEST_F(CReadWriteFlowTest, ReadReportsAPageThatThrowsAndTheItemsKeepWhatCame) {
+    const std::vector<std::function<bool()>> fnFailures{
+        []() -> bool { throw CConversionError("--5"); },
+        []() -> bool { throw std::out_of_range("list code 9"); },
+    };
+    for (const auto& fnFail : fnFailures) {
+        ConnectQuietly();
+        m_objParameterPage.m_fnRefresh = fnFail;
+        m_objMessageBox.Expect("Error RefreshParameterSettingItem");
+        m_objMessageBox.WhileShown(
+            [this](const auto& /*p_objBox*/) { EXPECT_FALSE(m_objView.AreControlsEnabled()); });
+        m_objFlow.Read();
+        m_objMessageBox.Verify();
+        for (const std::int16_t iGroup : std::vector<std::int16_t>{0, 1, 4}) {
+            EXPECT_TRUE(IsGroupRead(iGroup));
+        }
+        ExpectButtonsHeldToTheEnd();
+    }
+    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 2);
 }
 
 TEST_F(CReadWriteFlowTest, ReadIsNotContentWithAStatus) {
@@ -423,12 +436,12 @@ TEST_F(CReadWriteFlowTest, SetTakesAnyAnswer) {
     }
 }
 
-TEST_F(CReadWriteFlowTest, SetThatCannotBuildItsSecondCommandEndsQuietlyAfterTheFirst) {
+TEST_F(CReadWriteFlowTest, SetBuildsBothCommandsBeforeItBegins) {
     ConnectQuietly();
     m_objItemManager.m_objFeedAdjustment->SetValue("abc");
     m_objFlow.Set();
-    EXPECT_EQ(m_objSocket.m_strSent, Texts{SetCommands[0]});
-    ExpectButtonsHeldToTheEnd();
+    EXPECT_TRUE(m_objSocket.m_strSent.empty());
+    EXPECT_TRUE(m_objView.m_bEnabled.empty());
 }
 
 // LAN READ.
@@ -459,7 +472,7 @@ TEST_F(CReadWriteFlowTest, LanReadSaysNothingOfAPageThatDoesNotRefresh) {
     EXPECT_EQ(m_objLanPage.m_iRefreshes, 2);
 }
 
-// LAN SET, and whatever is started while it runs.
+// LAN SET.
 
 TEST_F(CReadWriteFlowTest, LanSetPadsTheHostNameOnTheWire) {
     ConnectQuietly();
@@ -476,105 +489,6 @@ TEST_F(CReadWriteFlowTest, LanSetBuildsEveryCommandBeforeItSendsTheFirst) {
     m_objFlow.LanSet();
     EXPECT_TRUE(m_objSocket.m_strSent.empty());
     ExpectButtonsNeverDisabled();
-}
-
-class CReadWriteFlowTakeOverTest : public CReadWriteFlowEachTest {
-protected:
-    /// The first p_iCount commands of LAN SET, then all of the flow's, without their values: these
-    /// change when LAN READ comes in between.
-    static Texts Expected(std::size_t p_iCount) {
-        Texts strCommands(LanSetCommands.begin(),
-                          LanSetCommands.begin() + static_cast<std::ptrdiff_t>(p_iCount));
-        strCommands.insert(strCommands.end(), GetParam().m_strCommands.begin(),
-                           GetParam().m_strCommands.end());
-        return Heads(strCommands);
-    }
-
-    static Texts Heads(Texts p_strCommands) {
-        for (std::string& strCommand : p_strCommands) {
-            const bool bNumbered = strCommand[1] == 'Z' || strCommand[2] == 'P';
-            strCommand.resize(bNumbered ? 5 : 3);
-        }
-        return p_strCommands;
-    }
-};
-
-TEST_P(CReadWriteFlowTakeOverTest, TheLaterPressWinsWhereverLanSetIs) {
-    ConnectQuietly();
-    const std::int64_t iBegin = m_objEventLoop.Yields();
-    m_objFlow.LanSet();
-    const std::int64_t iYields = m_objEventLoop.Yields() - iBegin;
-    for (std::int64_t iYield = 1; iYield <= iYields; ++iYield) {
-        SCOPED_TRACE(iYield);
-        m_objSocket.m_strSent.clear();
-        m_objView.m_bEnabled.clear();
-        std::size_t iBefore = 0;
-        m_objEventLoop.AtYield(m_objEventLoop.Yields() + iYield, [&] {
-            iBefore = m_objSocket.m_strSent.size();
-            Run();
-        });
-        m_objFlow.LanSet();
-        ASSERT_EQ(Heads(m_objSocket.m_strSent), Expected(iBefore));
-        ASSERT_TRUE(m_objView.AreControlsEnabled());
-        ASSERT_FALSE(m_objSession.Busy().IsBusy());
-        m_objEventLoop.Idle(1000);
-    }
-}
-
-TEST_P(CReadWriteFlowTakeOverTest, TheLaterPressWinsOverALanSetThatWaitsInVain) {
-    ConnectQuietly();
-    m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
-    m_objEventLoop.After(4900, [this] {
-        m_objPrinter.m_fnAnswer = CScriptedPrinter::Behave;
-        Run();
-    });
-    m_objFlow.LanSet();
-    EXPECT_EQ(Heads(m_objSocket.m_strSent), Expected(1));
-    EXPECT_TRUE(m_objView.AreControlsEnabled());
-    EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
-}
-
-TEST_P(CReadWriteFlowTakeOverTest, AThirdPressEndsThePressesBefore) {
-    ConnectQuietly();
-    m_objPrinter.m_iDelay = 500;
-    m_objEventLoop.After(100, [this] { m_objFlow.LanSet(); });
-    m_objEventLoop.After(200, [this] { Run(); });
-    m_objFlow.LanSet();
-    Texts strExpected{LanSetCommands[0], LanSetCommands[0]};
-    strExpected.insert(strExpected.end(), GetParam().m_strCommands.begin(),
-                       GetParam().m_strCommands.end());
-    EXPECT_EQ(m_objSocket.m_strSent, strExpected);
-    EXPECT_TRUE(m_objView.AreControlsEnabled());
-}
-
-INSTANTIATE_TEST_SUITE_P(, CReadWriteFlowTakeOverTest, ::testing::ValuesIn(Flows),
-                         [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
-
-TEST_F(CReadWriteFlowTest, AStatusRequestInsideLanSetWinsToo) {
-    ConnectQuietly();
-    m_objPrinter.m_iDelay = 500;
-    bool bDone = false;
-    m_objEventLoop.After(100, [&] {
-        MHandler::Run(m_objSession.Waiter(), [&] { bDone = Exchange().RequestStatus(); });
-    });
-    m_objFlow.LanSet();
-    EXPECT_TRUE(bDone);
-    EXPECT_EQ(m_objSocket.m_strSent, (Texts{LanSetCommands[0], "{WS|}"}));
-    EXPECT_TRUE(m_objView.AreControlsEnabled());
-}
-
-TEST_F(CReadWriteFlowTest, OpeningTheLinkInsideLanSetWinsToo) {
-    ConnectQuietly();
-    m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
-    bool bDone = false;
-    m_objEventLoop.After(100, [&] {
-        MHandler::Run(m_objSession.Waiter(),
-                      [&] { bDone = m_objSession.Links().OpenLink(CInterface::LanInterface); });
-    });
-    m_objFlow.LanSet();
-    EXPECT_TRUE(bDone);
-    EXPECT_EQ(m_objSocket.m_strSent, Texts{LanSetCommands[0]});
-    EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
 }  // namespace

@@ -80,6 +80,21 @@ TEST_F(MHandlerTest, AHandlerInsideAnothersWaitEndsTheOtherOne) {
     MHandler::Run(m_objWaiter, [&] { EXPECT_TRUE(m_objWaiter.Yield()); });
 }
 
+TEST_F(MHandlerTest, AHandlerInsideOneThatItOnlyDelaysLeavesThatOneItsRest) {
+    std::vector<std::string> strSteps;
+    m_objEventLoop.AtNextYield([&] {
+        MHandler::Run(m_objWaiter, [&] {
+            strSteps.emplace_back(m_objWaiter.Yield() ? "later goes on" : "later stops");
+            throw std::runtime_error("failed");
+        });
+    });
+    MHandler::Run(
+        m_objWaiter,
+        [&] { strSteps.emplace_back(m_objWaiter.Yield() ? "earlier goes on" : "earlier stops"); },
+        CWaiter::Turn::Later::DelaysIt);
+    EXPECT_EQ(strSteps, (std::vector<std::string>{"later goes on", "earlier goes on"}));
+}
+
 TEST_F(MHandlerTest, AHandlerThatFailsInsideAnothersWaitEndsTheOtherOneToo) {
     bool bGoesOn = true;
     m_objEventLoop.AtNextYield(

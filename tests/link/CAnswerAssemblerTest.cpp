@@ -116,13 +116,49 @@ TEST(CAnswerAssemblerTest, SettingsOfNoLengthAreCompleteWithTheirHead) {
     EXPECT_EQ(Feed(objAssembler, "{", 0), (std::vector<Found>{{Result::Settings, "{"}}));
 }
 
+TEST(CAnswerAssemblerTest, AnAnswerInDoubtIsHandedOutAtTheLengthAskedFor) {
+    constexpr std::size_t iAsked = 25;
+    const std::string strEndless = "{" + std::string(iAsked - 1, '7');
+    CAnswerAssembler objAssembler;
+    EXPECT_FALSE(objAssembler.Settle());
+    EXPECT_TRUE(Feed(objAssembler, strEndless, iAsked).empty());
+    EXPECT_TRUE(objAssembler.IsDoubtful());
+    EXPECT_TRUE(Feed(objAssembler, "xyz|", iAsked).empty());
+    EXPECT_TRUE(objAssembler.Settle());
+    EXPECT_EQ(objAssembler.Answer(), MWire::ToBytes(strEndless));
+    EXPECT_FALSE(objAssembler.IsDoubtful());
+    EXPECT_FALSE(objAssembler.Settle());
+
+    EXPECT_TRUE(Feed(objAssembler, strEndless, iAsked).empty());
+    EXPECT_EQ(Feed(objAssembler, "x|}", iAsked),
+              (std::vector<Found>{{Result::Settings, strEndless}}))
+        << "28 bytes are no group's";
+}
+
+TEST(CAnswerAssemblerTest, ClearEndsADoubt) {
+    CAnswerAssembler objAssembler;
+    EXPECT_TRUE(Feed(objAssembler, "{" + std::string(24, '7'), 25).empty());
+    objAssembler.Clear();
+    EXPECT_FALSE(objAssembler.Settle());
+}
+
+TEST(CAnswerAssemblerTest, AnAnswerThatWasDroppedLeavesNothing) {
+    CAnswerAssembler objAssembler;
+    EXPECT_TRUE(Feed(objAssembler, "{" + std::string(24, '7') + "|}", 25).empty());
+    EXPECT_FALSE(objAssembler.IsDoubtful());
+    EXPECT_TRUE(objAssembler.Answer().empty());
+    EXPECT_EQ(Feed(objAssembler, Status, 25), (std::vector<Found>{{Result::Status, Status}}));
+}
+
 TEST(CAnswerAssemblerTest, HoldsOneAnswerAtMost) {
     CAnswerAssembler objAssembler;
     constexpr std::size_t iLongest = 96;
-    for (const char cByte : {'{', '\x01', 'x'}) {
-        for (int i = 0; i < 100'000; ++i) {
-            objAssembler.Append(static_cast<std::uint8_t>(cByte), iLongest);
-            ASSERT_LE(objAssembler.Answer().size(), iLongest);
+    for (const std::size_t iAsked : {iLongest, std::size_t{25}}) {
+        for (const char cByte : {'{', '\x01', 'x', '|'}) {
+            for (int i = 0; i < 100'000; ++i) {
+                objAssembler.Append(static_cast<std::uint8_t>(cByte), iAsked);
+                ASSERT_LE(objAssembler.Answer().size(), iLongest);
+            }
         }
     }
 }

@@ -1,3 +1,4 @@
+#include "model/CConversionError.h"
 #include "tests/fakes/CLinkFixture.h"
 
 #include <gtest/gtest.h>
@@ -167,6 +168,18 @@ TEST_F(CLanLinkTest, AnErrorWithNoWayToSetTheRemoteStillSetsItsFlag) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
+TEST_F(CLanLinkTest, WhatFailsInsideAnErrorReachesTheHandlerThatWaits) {
+    Connect();
+    const CWaiter::Turn objTurn(m_objWaiter);
+    m_objInterface.m_objSocketPort->SetValue("no number");
+    m_objMessageBox.Expect("Number=0  \r\nScode=0\r\nSource=\r\nHelpFile=\r\nHelpContext=0\r\n"
+                           "CancelDisplay=False");
+    m_objEventLoop.AtNextYield([this] { m_objSocket.Break({}); });
+    EXPECT_THROW(m_objWaiter.Yield(), CConversionError);
+    EXPECT_EQ(m_objState.m_iLinkError, -1);
+    EXPECT_TRUE(m_objWaiter.Yield()) << "once";
+}
+
 TEST_F(CLanLinkTest, AnAddressThatIsNoNumberConnectsNowhere) {
     m_objInterface.m_objIpAddress2->SetValue("abc");
     EXPECT_ANY_THROW(m_objLanLink.Open());
@@ -273,6 +286,39 @@ TEST_F(CLanLinkTest, ASendThatDoesNotEndIsAnErrorJustAfterTwoSeconds) {
     EXPECT_FALSE(Exchange());
     EXPECT_EQ(m_strError, SendError);
     EXPECT_EQ(m_objClock.Elapsed() - iBefore, 2000 + CFakeEventLoop::StepMilliseconds);
+}
+
+TEST_F(CLanLinkTest, WhatWasNotSentInTwoSecondsIsThrownAway) {
+    Connect();
+    m_objSocket.m_bCompletesSends = false;
+    const int iCloses = m_objSocket.m_iCloses;
+    m_objEventLoop.After(2000, [&] { EXPECT_TRUE(m_objSocket.IsConnected()) << "not before"; });
+    EXPECT_FALSE(Exchange("{Z4;1|}"));
+    EXPECT_EQ(m_objSocket.m_iCloses, iCloses + 1);
+    EXPECT_FALSE(m_objSocket.IsConnected());
+    EXPECT_EQ(m_objState.m_iConnected, 0);
+    EXPECT_EQ(m_objState.m_iLinkError, 0) << "no error event";
+
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, SendError);
+    EXPECT_EQ(m_objClock.Elapsed(), iBefore) << "not connected any more";
+    m_objSocket.m_bCompletesSends = true;
+    Connect();
+    EXPECT_TRUE(Exchange());
+}
+
+TEST_F(CLanLinkTest, AConnectionThatWasMadeWhileASendWaitedStays) {
+    Connect();
+    m_objSocket.m_bCompletesSends = false;
+    m_objEventLoop.After(500, [this] {
+        EXPECT_TRUE(m_objLanLink.Open());
+        m_objEventLoop.Idle(3000);
+    });
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_strError, SendError);
+    EXPECT_EQ(m_objState.m_iConnected, 1);
+    EXPECT_TRUE(m_objSocket.IsConnected());
 }
 
 TEST_F(CLanLinkTest, ASendMayTakeTwoSeconds) {

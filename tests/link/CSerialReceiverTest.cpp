@@ -62,7 +62,10 @@ class CSerialReceiverLengthTest : public CSerialReceiverTest,
                                   public ::testing::WithParamInterface<LengthCase> {};
 
 TEST_P(CSerialReceiverLengthTest, SettingsAreCompleteAtHalfTheExpectedLength) {
-    const std::string strFrame = "{" + std::string(GetParam().m_iLastPosition, '7');
+    std::string strFrame = "{" + std::string(GetParam().m_iLastPosition, '7');
+    if (GetParam().m_iLastPosition > 2) {
+        strFrame.replace(strFrame.size() - 2, 2, "|}");
+    }
     EXPECT_EQ(TakeAll(strFrame, GetParam().m_iExpected), Result::Settings);
     EXPECT_EQ(m_objReceiver.Frame().size(), GetParam().m_iLastPosition + 1);
     EXPECT_EQ(m_objReceiver.Frame()[0], 0);
@@ -198,11 +201,51 @@ TEST_F(CSerialReceiverTest, AnExpectationThatShrinksPastAnOpenFrameLeavesItOpenF
     EXPECT_EQ(Tail(), "12345");
 }
 
+TEST_F(CSerialReceiverTest, AFrameInDoubtIsHandedOutAtTheLengthAskedFor) {
+    constexpr std::int16_t iExpected = 50;
+    EXPECT_FALSE(m_objReceiver.Settle());
+    TakeQuietly("{" + std::string(23, '7'), iExpected);
+    EXPECT_FALSE(m_objReceiver.IsDoubtful());
+    TakeQuietly("7\x11xyz\xFF|", iExpected);
+    EXPECT_TRUE(m_objReceiver.IsDoubtful());
+    EXPECT_EQ(m_objState.m_iPendingAnswers, 0);
+    EXPECT_TRUE(m_objReceiver.Settle());
+    EXPECT_EQ(m_objState.m_iPendingAnswers, 1);
+    EXPECT_EQ(Tail(), std::string(24, '7'));
+    EXPECT_FALSE(m_objReceiver.Settle());
+    TakeQuietly("777|}", iExpected);
+    EXPECT_EQ(Tail(), std::string(24, '7')) << "the frame is closed";
+}
+
+TEST_F(CSerialReceiverTest, AFrameOfAnotherGroupCompletesNothing) {
+    constexpr std::int16_t iExpected = 50;
+    TakeQuietly("{" + std::string(24, '7') + "|}", iExpected);
+    EXPECT_FALSE(m_objReceiver.IsDoubtful());
+    EXPECT_EQ(m_objState.m_iPendingAnswers, 0);
+    TakeQuietly("{" + std::string(9, '7') + "|}" + std::string(100, '7'), iExpected);
+    EXPECT_EQ(TakeAll("{" + std::string(22, '8') + "|}", iExpected), Result::Settings);
+}
+
+TEST_F(CSerialReceiverTest, AnotherHeadEndsADoubt) {
+    constexpr std::int16_t iExpected = 50;
+    TakeQuietly("{" + std::string(30, '7') + "{", iExpected);
+    EXPECT_FALSE(m_objReceiver.IsDoubtful());
+    EXPECT_EQ(TakeAll(std::string(22, '8') + "|}", iExpected), Result::Settings);
+}
+
+TEST_F(CSerialReceiverTest, AFrameThatIsLongerThanAShrunkExpectationIsInNoDoubt) {
+    TakeQuietly("{" + std::string(30, '7'), 192);
+    TakeQuietly("7", 50);
+    EXPECT_FALSE(m_objReceiver.IsDoubtful());
+    TakeQuietly(std::string(1000, '7'), 50);
+    EXPECT_FALSE(m_objReceiver.Settle());
+}
+
 TEST_F(CSerialReceiverTest, NoStreamMakesItGrow) {
     constexpr std::size_t iMegabyte = 1 << 20;
     std::mt19937 objRandom(20240229);  // the same characters each time
     std::uniform_int_distribution<int> objCharacter(0, 255);
-    for (const std::int16_t iExpected : std::vector<std::int16_t>{0, 7, 13, 192, 32767}) {
+    for (const std::int16_t iExpected : std::vector<std::int16_t>{0, 7, 13, 50, 192, 32767}) {
         SCOPED_TRACE(iExpected);
         std::size_t iLongest = 0;
         for (std::size_t i = 0; i < iMegabyte; ++i) {

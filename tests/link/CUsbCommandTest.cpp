@@ -97,12 +97,15 @@ TEST_F(CUsbCommandTest, AStatusThatEndsBeforeItsCodeGoesNowhere) {
     EXPECT_EQ(m_objState.m_iStatusReceived, 0);
 }
 
-TEST_F(CUsbCommandTest, SettingsThatAreTooShortThrow) {
+TEST_F(CUsbCommandTest, SettingsThatAreTooShortFillNothing) {
     const std::string strWhole = Frame + MWire::Settings(1);
-    for (const std::size_t iLength : {1U, 2U, 3U, 10U, 24U}) {
+    const std::string strBefore = MWire::StoredFields(m_objItemManager, 1);
+    for (const std::size_t iLength : {1U, 2U, 3U, 10U, 24U, 26U}) {
         SCOPED_TRACE(iLength);
         AnswerWith(strWhole.substr(0, iLength));
-        EXPECT_THROW(SendCommand(1, 50), std::out_of_range);
+        EXPECT_FALSE(SendCommand(1, 50));
+        EXPECT_EQ(m_strError, "");
+        EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), strBefore);
     }
 }
 
@@ -146,10 +149,11 @@ TEST_F(CUsbCommandTest, AReadWithoutAnAnswerShowsItAndHasFailed) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
-TEST_F(CUsbCommandTest, AStatusInPlaceOfSettingsIsShownAndIsAnAnswer) {
+TEST_F(CUsbCommandTest, AStatusInPlaceOfSettingsIsShownAndTheReadHasFailed) {
     AnswerWith(MWire::Status("14"));
     const std::string strBefore = MWire::StoredFields(m_objItemManager, 1);
-    EXPECT_TRUE(ReadGroup(1));
+    m_objMessageBox.Expect(NoAnswer, MessageIcon::Exclamation);
+    EXPECT_FALSE(ReadGroup(1));
     EXPECT_EQ(m_objView.m_strStatuses, Texts{"NO RIBBON"});
     EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), strBefore);
 }
@@ -217,8 +221,9 @@ TEST_F(CUsbFlowTest, ReadEndsAtTheGroupThatIsNotAnswered) {
     EXPECT_TRUE(m_objView.AreControlsEnabled());
 }
 
-TEST_F(CUsbFlowTest, ReadSurvivesAnAnswerThatIsTooShort) {
+TEST_F(CUsbFlowTest, ReadEndsAtAnAnswerThatIsTooShort) {
     AnswerWith("\x02{0");
+    m_objMessageBox.Expect(NoAnswer, MessageIcon::Exclamation);
     m_objFlow.Read();
     EXPECT_EQ(m_objLibrary.m_strSent, Texts{"{Z5;0|}"});
     EXPECT_EQ(m_objParameterPage.m_iRefreshes, 0);
@@ -269,6 +274,16 @@ TEST_F(CUsbFlowTest, TheHeadCheckAsksForItsResultAfterFiveSeconds) {
     EXPECT_GE(m_objClock.Elapsed(), 5000);
     EXPECT_LE(m_objClock.Elapsed(), 5000 + 20 * Step);
     EXPECT_TRUE(m_objView.AreControlsEnabled());
+}
+
+TEST_F(CUsbFlowTest, AHeadCheckThatIsAnsweredWithSettingsHasBeenSent) {
+    m_objLibrary.m_fnSent = [this](const std::string& p_strCommand) {
+        m_objLibrary.m_strAnswers.push_back(p_strCommand == "{WS|}" ? MWire::Status("14")
+                                                                    : Frame + MWire::Settings(1));
+    };
+    m_objMaintenance.HeadCheck();
+    EXPECT_EQ(m_objLibrary.m_strSent, (Texts{"{HD001,A|}", "{WS|}"}));
+    EXPECT_EQ(m_objView.m_strHeadChecks, (Texts{"", "NO RIBBON"}));
 }
 
 TEST_F(CUsbFlowTest, ClosingInAReadSendsNothingMore) {

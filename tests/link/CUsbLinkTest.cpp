@@ -61,7 +61,7 @@ TEST_F(CUsbLinkTest, ClosingTheProgramWhileItOpensClosesThePrinter) {
         SCOPED_TRACE(iYield);
         CFakeEventLoop objEventLoop(m_objClock);
         CWaiter objWaiter(objEventLoop, m_objClock);
-        CUsbLink objLink(m_objLibrary, m_objState, objWaiter, m_objMessageBox);
+        CUsbLink objLink(m_objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
         objEventLoop.AtYield(iYield, [&] { objEventLoop.RequestClose(); });
         EXPECT_FALSE(objLink.Open());
         EXPECT_EQ(objEventLoop.Yields(), iYield);
@@ -112,6 +112,15 @@ TEST_F(CUsbLinkTest, AShortAnswerLeavesZerosBehindIt) {
     EXPECT_TRUE(Exchange(6));
     EXPECT_EQ(m_objBuffer, (Bytes{3, 'z', 'z', 0, 0, 0}));
     EXPECT_EQ(m_iCount, 3);
+}
+
+TEST_F(CUsbLinkTest, OneByteIsAnAnswer) {
+    AnswerWith("\x03");
+    EXPECT_TRUE(Exchange());
+    EXPECT_EQ(m_strError, "");
+    EXPECT_EQ(m_iCount, 1);
+    EXPECT_EQ(m_objState.m_iReplyReceived, 1);
+    EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
 }
 
 TEST_F(CUsbLinkTest, AnAnswerIsOutstandingOnceTheCommandGoesOut) {
@@ -290,7 +299,7 @@ TEST_F(CUsbLinkTest, ClosingInAnyYieldSendsNothingMoreAndShowsNoBox) {
         CFakeEventLoop objEventLoop(m_objClock);
         CFakeUsbLibrary objLibrary(objEventLoop);
         CWaiter objWaiter(objEventLoop, m_objClock);
-        CUsbLink objLink(objLibrary, m_objState, objWaiter, m_objMessageBox);
+        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
         objEventLoop.AtYield(iYield, [&objEventLoop] { objEventLoop.RequestClose(); });
         m_strError.clear();
         EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, m_strError, m_iCount, 13));
@@ -338,7 +347,7 @@ TEST_F(CUsbLinkTest, WhatEndsBecauseTheProgramClosesSaysNothing) {
         CFakeEventLoop objEventLoop(m_objClock);
         CWaiter objWaiter(objEventLoop, m_objClock);
         CClosingUsbLibrary objLibrary(objEventLoop, iIn);
-        CUsbLink objLink(objLibrary, m_objState, objWaiter, m_objMessageBox);
+        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
         EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, m_strError, m_iCount, 13));
         EXPECT_EQ(m_strError, "");
         EXPECT_FALSE(objLibrary.IsOpen());

@@ -322,6 +322,31 @@ TEST_F(CQtTcpClientTest, ItsOwnClosingWithBytesOnTheWayIsNoEvent) {
     EXPECT_EQ(m_objEvents.m_iSent, 0);
 }
 
+TEST_F(CQtTcpClientTest, WhatWasNotSentByThenIsThrownAwayByClosing) {
+    const std::string strCommand = "{Z4;1|}";
+    Connect();
+    m_objPeer->setReadBufferSize(1);
+    ASSERT_TRUE(CallSend(std::string(16 << 20, 'x')));
+    ASSERT_TRUE(CallSend(strCommand));
+    QTest::qWait(LongEnoughForNothing);
+    ASSERT_EQ(m_objEvents.m_iSent, 0) << "the network is full";
+    CallClose();
+
+    std::string strCame;
+    m_objPeer->setReadBufferSize(0);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            strCame += m_objPeer->readAll().toStdString();
+            return m_objPeer->state() == QAbstractSocket::UnconnectedState;
+        },
+        LongEnough));
+    strCame += m_objPeer->readAll().toStdString();
+    EXPECT_FALSE(strCame.empty());
+    EXPECT_EQ(strCame.find_first_not_of('x'), std::string::npos);
+    EXPECT_EQ(m_objEvents.m_strEvents, Events{});
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+}
+
 TEST_F(CQtTcpClientTest, WhatWasNotReadIsLostByClosing) {
     Connect();
     m_objEvents.m_bTakesData = false;

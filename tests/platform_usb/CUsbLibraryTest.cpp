@@ -370,6 +370,60 @@ TEST_F(CUsbLibraryTest, ClosingTheLibraryEndsTheReceiveThatWaits) {
     EXPECT_GE(m_objLibrary.Dll_openUSB(), 0);
 }
 
+TEST_F(CUsbLibraryTest, ACommandOfWhichSomeHasLeftGoesOutWholeBeforeALaterOneOrNotAtAll) {
+    const std::string strOuter = "{IP;2,192,168,010,020|}";
+    CUsbBehaviour objBehaviour;
+    objBehaviour.m_iMostTaken = 10;
+    objBehaviour.m_iSlow = Milliseconds(5);
+    CEmulatedPrinter& objDevice = Plug(objBehaviour);
+    std::size_t iTaken = 0;
+    int iWhole = 0;
+    int iNotAtAll = 0;
+    for (int iYield = 1; iYield <= 25; ++iYield) {
+        SCOPED_TRACE(iYield);
+        ASSERT_GE(m_objLibrary.Dll_openUSB(), 0);
+        bool bInside = false;
+        std::int32_t iInner = 0;
+        m_objEventLoop.AtYield(m_objEventLoop.Yields() + iYield, [&] {
+            bInside = true;
+            Send(Status);
+            iInner = Receive();
+            m_objLibrary.Dll_closeUSB();
+        });
+        const std::int32_t iOuter = Send(strOuter);
+        ASSERT_TRUE(iOuter == 23 || iOuter == -1);
+        const std::string strTaken = objDevice.Taken().substr(iTaken);
+        iTaken += strTaken.size();
+        const bool bWasInside = bInside;
+        ASSERT_EQ(strTaken, (iOuter == 23 ? strOuter : "") + (bWasInside ? Status : ""));
+        iWhole += bWasInside && iOuter == 23 ? 1 : 0;
+        iNotAtAll += iOuter == -1 ? 1 : 0;
+        while (!bInside) {
+            m_objEventLoop.Yield();
+        }
+        EXPECT_EQ(iInner, 13);
+        iTaken = objDevice.Taken().size();
+    }
+    EXPECT_GE(iWhole, 1);
+    EXPECT_GE(iNotAtAll, 1);
+}
+
+TEST_F(CUsbLibraryTest, ClosingInsideLetsACommandOfWhichSomeHasLeftGoOutWhole) {
+    const std::string strOuter = "{IP;2,192,168,010,020|}";
+    CUsbBehaviour objBehaviour;
+    objBehaviour.m_iMostTaken = 10;
+    objBehaviour.m_iSlow = Milliseconds(5);
+    CEmulatedPrinter& objDevice = Plug(objBehaviour);
+    std::string strExpected;
+    for (int iYield = 1; iYield <= 25; ++iYield) {
+        ASSERT_GE(m_objLibrary.Dll_openUSB(), 0);
+        m_objEventLoop.AtYield(m_objEventLoop.Yields() + iYield,
+                               [this] { m_objLibrary.Dll_closeUSB(); });
+        strExpected += Send(strOuter) == 23 ? strOuter : "";
+        ASSERT_EQ(objDevice.Taken(), strExpected) << iYield;
+    }
+}
+
 TEST_F(CUsbLibraryTest, ALaterCommandGetsItsAnswerAlthoughAnEarlierOneWaits) {
     Plug();
     m_objLibrary.Dll_openUSB();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
 #include <stdexcept>
 
@@ -131,6 +132,25 @@ std::vector<CItemValue> Values(const CItemManager& p_objItemManager) {
         objValues.push_back((p_objItemManager.*objRow.m_objSlot)->m_vValue);
     }
     return objValues;
+}
+
+// The answers of the groups 0 to 4 in bytes.
+constexpr std::size_t AnswerLengths[] = {27, 25, 12, 96, 31};
+constexpr std::size_t LongestAnswer = 96;
+
+/// p_iSize bytes of an answer with the first "|}" so that p_iEnd bytes end with it; 0 for none.
+std::vector<std::uint8_t> Part(std::size_t p_iSize, std::size_t p_iEnd) {
+    std::vector<std::uint8_t> objPart(p_iSize, '7');
+    objPart[0] = '{';
+    if (p_iEnd != 0) {
+        objPart[p_iEnd - 2] = '|';
+        objPart[p_iEnd - 1] = '}';
+    }
+    return objPart;
+}
+
+bool IsAnswerLength(std::size_t p_iLength) {
+    return std::ranges::count(AnswerLengths, p_iLength) != 0;
 }
 
 /// A parameter answer of the given font code byte.
@@ -327,6 +347,84 @@ TEST(MAnswer, ThrowsWhenTheAnswerEndsEarlyAndKeepsTheFieldsBefore) {
             EXPECT_EQ(Values(objItemManager), Values(objExpected));
         }
     }
+}
+
+TEST(MAnswer, KnowsTheBytesThatBeginAnAnswer) {
+    for (int iByte = 0; iByte <= 0xFF; ++iByte) {
+        EXPECT_EQ(MAnswer::BeginsAnswer(static_cast<std::uint8_t>(iByte)),
+                  iByte == 0x01 || iByte == '{')
+            << iByte;
+    }
+}
+
+TEST(MAnswer, APartEndsWhereItsFirstEndStands) {
+    using Frame = MAnswer::Frame;
+    for (const std::size_t iLength : AnswerLengths) {
+        for (std::size_t iSize = 1; iSize <= LongestAnswer + 1; ++iSize) {
+            SCOPED_TRACE("of " + std::to_string(iLength) + ", bytes " + std::to_string(iSize));
+            const Frame iEnough = iSize < iLength ? Frame::Open : Frame::Whole;
+            const Frame iNone =
+                iSize >= iLength && iSize < LongestAnswer ? Frame::Doubtful : iEnough;
+            EXPECT_EQ(MAnswer::JudgePart(Part(iSize, 0), iLength), iNone);
+            for (std::size_t iEnd = 3; iEnd <= iSize; ++iEnd) {
+                SCOPED_TRACE(iEnd);
+                const bool bForeign = iEnd != iLength && IsAnswerLength(iEnd);
+                EXPECT_EQ(MAnswer::JudgePart(Part(iSize, iEnd), iLength),
+                          bForeign ? Frame::Foreign : iEnough);
+            }
+        }
+    }
+}
+
+TEST(MAnswer, OnlyTheFirstEndOfAPartCounts) {
+    std::vector<std::uint8_t> objPart = Part(27, 27);
+    objPart[23] = '|';
+    objPart[24] = '}';
+    EXPECT_EQ(MAnswer::JudgePart(objPart, 25), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgePart(objPart, 27), MAnswer::Frame::Foreign);
+    objPart[5] = '|';
+    objPart[6] = '}';
+    EXPECT_EQ(MAnswer::JudgePart(objPart, 27), MAnswer::Frame::Whole);
+}
+
+TEST(MAnswer, AnAnswerOfNoGroupIsJudgedByItsLengthAlone) {
+    using Frame = MAnswer::Frame;
+    for (const std::size_t iLength : {0U, 3U, 6U, 26U, 97U}) {
+        for (const std::size_t iEnd : {0U, 12U, 25U}) {
+            for (std::size_t iSize = 25; iSize < 100; ++iSize) {
+                const Frame iExpected = iSize < iLength ? Frame::Open : Frame::Whole;
+                EXPECT_EQ(MAnswer::JudgePart(Part(iSize, iEnd), iLength), iExpected);
+                EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, iEnd), iLength, true), iExpected);
+            }
+        }
+    }
+    EXPECT_EQ(MAnswer::JudgePart({}, 25), Frame::Open);
+    EXPECT_EQ(MAnswer::JudgeBlock({}, 25, false), Frame::Open);
+}
+
+TEST(MAnswer, OfABlockTheNumberOfItsBytesTellsToo) {
+    using Frame = MAnswer::Frame;
+    for (const std::size_t iLength : AnswerLengths) {
+        for (std::size_t iSize = 1; iSize <= LongestAnswer + 1; ++iSize) {
+            SCOPED_TRACE("of " + std::to_string(iLength) + ", bytes " + std::to_string(iSize));
+            const Frame iEnough = iSize < iLength ? Frame::Open : Frame::Whole;
+            const bool bOthers = iSize != iLength && IsAnswerLength(iSize);
+            EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, 0), iLength, false),
+                      bOthers ? Frame::Foreign : iEnough);
+            // Without room for more it may be a part of a longer one, if there is any.
+            const bool bLonger = iSize >= iLength && iSize < LongestAnswer;
+            EXPECT_EQ(MAnswer::JudgeBlock(Part(iSize, 0), iLength, true),
+                      bOthers || bLonger ? Frame::Foreign : iEnough);
+        }
+        EXPECT_EQ(MAnswer::JudgeBlock(Part(iLength + 2, iLength), iLength, true), Frame::Whole);
+    }
+}
+
+TEST(MAnswer, ABlocksEndGoesBeforeItsNumberOfBytes) {
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 25), 25, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 10), 25, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(25, 12), 25, false), MAnswer::Frame::Foreign);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(12, 5), 25, false), MAnswer::Frame::Open);
 }
 
 TEST(MAnswer, ExtractsAFieldWithinTheAnswerOnly) {

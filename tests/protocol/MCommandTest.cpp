@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace {
 
 ItemRef TextItem(const char* p_strText) {
@@ -191,6 +194,119 @@ TEST(MCommand, WritesTheDhcpSettingsOfTheCatalogue) {
     objItemManager.m_objDhcpClientHost->SetValue("host");
     EXPECT_EQ(MCommand::MakeDhcpCommand(objItemManager),
               "{IH;1,0123456789ABCDEF0123456789ABCDEF,host" + std::string(12, '\xFF') + "|}");
+}
+
+TEST(MCommand, ListsWhatSetAndLanSetSendInTheirOrder) {
+    const CItemManager objItemManager;
+    EXPECT_EQ(MCommand::SetCommands(objItemManager),
+              (std::vector<std::string>{MCommand::MakeParameterSetCommand(objItemManager, 1),
+                                        MCommand::MakeParameterSetCommand(objItemManager, 2)}));
+    EXPECT_EQ(MCommand::LanSetCommands(objItemManager),
+              (std::vector<std::string>{MCommand::MakeAddressCommand(objItemManager, 2),
+                                        MCommand::MakeAddressCommand(objItemManager, 3),
+                                        MCommand::MakeAddressCommand(objItemManager, 4),
+                                        MCommand::MakeSocketPortCommand(objItemManager),
+                                        MCommand::MakeDhcpCommand(objItemManager)}));
+}
+
+namespace {
+
+/// Takes every item of p_objItemAry for itself a digit too wide, then a digit too narrow if its
+/// text can be, and back. p_fnIsExact must see it each time.
+void ExpectEachWidthToMatter(const CItemManager& p_objItemManager, const ItemArray& p_objItemAry,
+                             bool (*p_fnIsExact)(const CItemManager&)) {
+    ASSERT_TRUE(p_fnIsExact(p_objItemManager));
+    for (std::size_t i = 0; i < p_objItemAry.size(); ++i) {
+        SCOPED_TRACE(i);
+        CItem& objItem = *p_objItemAry[i];
+        if (objItem.m_bFixedValue) {
+            continue;  // always its default
+        }
+        const CItemValue vBefore = objItem.m_vValue;
+        const std::string strField = objItem.GetValueString();
+        objItem.SetValue(std::string(strField.size() + 1, '1'));
+        EXPECT_FALSE(p_fnIsExact(p_objItemManager));
+        if (objItem.m_iDataType == ItemDataType::Text) {
+            objItem.SetValue(strField.substr(1));
+            EXPECT_FALSE(p_fnIsExact(p_objItemManager));
+        }
+        objItem.m_vValue = vBefore;
+        EXPECT_TRUE(p_fnIsExact(p_objItemManager));
+    }
+}
+
+}  // namespace
+
+TEST(MCommand, SeesEachFieldOfSetThatIsNotAsWideAsItsItemSays) {
+    const CItemManager objItemManager;
+    ItemArray objItemAry;
+    objItemManager.SetItem_Parameter(objItemAry);
+    ExpectEachWidthToMatter(objItemManager, objItemAry, &MCommand::IsSetExact);
+    objItemManager.SetItem_Adjustment(objItemAry);
+    ExpectEachWidthToMatter(objItemManager, objItemAry, &MCommand::IsSetExact);
+}
+
+TEST(MCommand, SeesEachFieldOfLanSetThatIsNotAsWideAsItsItemSays) {
+    const CItemManager objItemManager;
+    ItemArray objItemAry;
+    objItemManager.SetItem_ExtraIpAddress(objItemAry);
+    ExpectEachWidthToMatter(objItemManager, objItemAry, &MCommand::IsLanSetExact);
+    objItemManager.SetItem_ExtraGateway(objItemAry);
+    ExpectEachWidthToMatter(objItemManager, objItemAry, &MCommand::IsLanSetExact);
+    objItemManager.SetItem_ExtraSubnet(objItemAry);
+    ExpectEachWidthToMatter(objItemManager, objItemAry, &MCommand::IsLanSetExact);
+    ExpectEachWidthToMatter(objItemManager,
+                            {objItemManager.m_objSocketPortSetting,
+                             objItemManager.m_objSocketPortNumber, objItemManager.m_objDhcpSetting,
+                             objItemManager.m_objDhcpClientId},
+                            &MCommand::IsLanSetExact);
+}
+
+TEST(MCommand, AHostNameIsExactUpToSixteenCharacters) {
+    const CItemManager objItemManager;
+    for (std::size_t iLength = 0; iLength <= 18; ++iLength) {
+        objItemManager.m_objDhcpClientHost->SetValue(std::string(iLength, 'h'));
+        EXPECT_EQ(MCommand::IsLanSetExact(objItemManager), iLength <= 16) << iLength;
+    }
+}
+
+TEST(MCommand, NoWidthOfATextThatIsNoNumberIsExact) {
+    const CItemManager objItemManager;
+    objItemManager.m_objZeroStyle->SetValue("?");
+    objItemManager.m_objSocketPortNumber->SetValue("80a");
+    EXPECT_THROW(MCommand::IsSetExact(objItemManager), CConversionError);
+    EXPECT_THROW(MCommand::IsLanSetExact(objItemManager), CConversionError);
+}
+
+TEST(MCommand, ATestPrintIsExactWithFourDigitsAndOne) {
+    const MCommand::TestPrintFields objExact[] = {
+        {0, 30, 0, 0, 0, 0, 0},
+        {9, 9999, 9999, 9, 9, 9, 9},
+        {5, 100, 1, 1, 2, 2, 1},
+        {0, 760, 5000, 0, 0, 0, 0},
+    };
+    for (const auto& objFields : objExact) {
+        EXPECT_TRUE(MCommand::IsTestPrintExact(objFields));
+        EXPECT_EQ(MCommand::TestPrint(objFields).size(), 27U);
+    }
+    const MCommand::TestPrintFields objOthers[] = {
+        {-1, 760, 1, 0, 0, 0, 0},    {10, 760, 1, 0, 0, 0, 0}, {0, 29, 1, 0, 0, 0, 0},
+        {0, 10000, 1, 0, 0, 0, 0},   {0, -1, 1, 0, 0, 0, 0},   {0, -32768, 1, 0, 0, 0, 0},
+        {0, 760, 10000, 0, 0, 0, 0}, {0, 760, -1, 0, 0, 0, 0}, {0, 760, 1, 10, 0, 0, 0},
+        {0, 760, 1, 0, -1, 0, 0},    {0, 760, 1, 0, 0, 10, 0}, {0, 760, 1, 0, 0, 0, -1},
+    };
+    for (const auto& objFields : objOthers) {
+        EXPECT_FALSE(MCommand::IsTestPrintExact(objFields));
+    }
+}
+
+TEST(MCommand, APositionHasOneDigit) {
+    for (const std::int16_t iPosition : std::initializer_list<std::int16_t>{0, 1, 9}) {
+        EXPECT_TRUE(MCommand::IsPosition(iPosition)) << iPosition;
+    }
+    for (const std::int16_t iPosition : std::initializer_list<std::int16_t>{-1, 10, 32767}) {
+        EXPECT_FALSE(MCommand::IsPosition(iPosition)) << iPosition;
+    }
 }
 
 TEST(MCommand, PrintsATestWithTheFieldsBackToBack) {

@@ -34,7 +34,7 @@ const std::vector<UsbAction>& UsbAction::All() {
          Writes},
         {"btnLanRead", {"{Z5;3|}"}, Reads},
         {"btnGetStatus", {"{WS|}"}, Writes},
-        {"btnHeadCheck", {"{HD001,A|}", "{WS|}"}, GoesOn},
+        {"btnHeadCheck", {"{HD001,A|}", "{WS|}"}, Writes},
         {"btnRamClear", {"{Z4;0|}"}, Writes},
         {"btnThresholdCalib", {"{WT;1000,1|}"}, Writes},
         {"btnReflect", {"{Z6;0|}"}, Silent},

@@ -24,8 +24,7 @@ struct UsbAction {
     enum class Manner : std::uint8_t {
         Reads,   ///< an answer that does not come is a failure; the first one ends it
         Writes,  ///< the first command that does not go out ends it
-        GoesOn,  ///< a failure is told, the next command sent all the same
-        Silent,  ///< the same, and a printer that cannot be had is not told
+        Silent,  ///< no failure is told, the next command sent all the same
     };
 
     const char* m_strButton;

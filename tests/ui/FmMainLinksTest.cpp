@@ -166,6 +166,42 @@ TEST_F(FmMainSerialTest, LanReadAndLanSetGoOverTheLineToo) {
                            "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}"}));
 }
 
+// Bytes go out one by one, and LAN SET leaves the buttons enabled between them.
+TEST_F(FmMainSerialTest, NoCommandPressedInsideOfLanSetLandsInTheMiddleOfItsOwn) {
+    StartPrinter();
+    OpenPort();
+    const std::vector<std::string> strLanSet{
+        "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
+        "{IS;1,08000|}",
+        "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,<FF><FF><FF><FF><FF><FF><FF><FF>"
+        "<FF><FF><FF><FF><FF><FF><FF><FF>|}"};
+    std::size_t iSent = 0;
+    for (const int iTurns : {1, 3, 10, 30, 60}) {
+        SCOPED_TRACE(iTurns);
+        int iTurn = 0;
+        bool bRuns = true;
+        bool bInside = false;
+        QTimer objTurns;  // one in each turn of the event loop
+        objTurns.callOnTimeout([&] {
+            if (++iTurn == iTurns) {
+                objTurns.stop();
+                m_objWindow.Click("btnGetStatus");
+                bInside = bRuns;
+            }
+        });
+        objTurns.start(0);
+        m_objWindow.Click("btnLanSet");
+        bRuns = false;
+        EXPECT_TRUE(bInside);
+        const std::vector<std::string> strAll = Sent(iSent + 6);
+        std::vector<std::string> strSent(strAll.begin() + static_cast<std::ptrdiff_t>(iSent),
+                                         strAll.end());
+        iSent = strAll.size();
+        EXPECT_EQ(std::erase(strSent, "{WS|}"), 1U);
+        EXPECT_EQ(strSent, strLanSet);
+    }
+}
+
 TEST_F(FmMainSerialTest, StatusAndHeadCheckAreShownEachInItsPlace) {
     StartPrinter();
     OpenPort();

@@ -186,49 +186,6 @@ TEST_F(FmMainMaintenanceTest, ReadAfterClearingTheCountersShowsTheSameSettings) 
     MTaughtPrinter::ExpectPage(m_objWindow);
 }
 
-// LAN SET leaves the buttons enabled. A handler started inside of it takes over: it runs to its
-// end, and the LAN SET before it sends nothing more.
-TEST_F(FmMainMaintenanceTest, LanSetInsideOfLanSetTakesOver) {
-    StartPrinter({"--delay", "400"});
-    ConnectToPrinter();
-    QStringList strDisabled{"not looked at"};
-    QTimer::singleShot(200, [&] {
-        strDisabled = m_objWindow.DisabledButtons();
-        m_objWindow.Click("btnLanSet");
-    });
-    m_objWindow.Click("btnLanSet");
-    EXPECT_EQ(strDisabled, QStringList());
-    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
-    std::vector<std::string> strExpected = LanSetCommands();
-    strExpected.insert(strExpected.begin(), LanSetCommands().front());
-    ASSERT_TRUE(m_objPrinter.WaitForCommands(strExpected.size(), PatienceMs));
-    ASSERT_TRUE(CSimulatorProcess::WaitUntil([&] { return AnswerCount() == strExpected.size(); },
-                                             PatienceMs));
-    EXPECT_EQ(Sent(), strExpected);
-    m_objWindow.Click("btnLanRead");
-    EXPECT_EQ(Sent().back(), "{Z5;3|}");
-    EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
-}
-
-TEST_F(FmMainMaintenanceTest, SetupInsideOfLanSetEndsItEvenWhenCancelled) {
-    for (const bool bCancel : {true, false}) {
-        CSimulatorProcess objPrinter;
-        ASSERT_TRUE(objPrinter.Start({"--delay", "600"}));
-        m_objWindow.Form().Interface().m_objSocketPort->SetValue(objPrinter.Port());
-        ConnectToPrinter();
-        bool bDialog = false;
-        QTimer::singleShot(100, [&] { bDialog = m_objWindow.SetUp("127.0.0.1", bCancel); });
-        m_objWindow.Click("btnLanSet");
-        EXPECT_TRUE(bDialog);
-        EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
-        QTest::qWait(700);  // the answer under way, where its connection still stands
-        m_objWindow.Click("btnGetStatus");
-        EXPECT_EQ(objPrinter.Commands(),
-                  (std::vector<std::string>{LanSetCommands().front(), "{WS|}"}));
-        EXPECT_EQ(Shown("lblStatus"), "ON LINE");
-    }
-}
-
 /// The functions that await an answer, one after the other, and the five seconds pass quickly.
 class FmMainMaintenanceTimeOutTest : public FmMainMaintenanceTest {
 protected:

@@ -81,6 +81,44 @@ TEST_F(FmMainUsbTest, LanSetAndLanReadGoOverUsbToo) {
     EXPECT_EQ(Shown("txtDhcpName"), "label printer 01");
 }
 
+// The library lets the buttons work while it opens, sends and receives.
+TEST_F(FmMainUsbTest, WhateverIsPressedInsideOfLanSetAllFiveAreSentOnceAndInTheirOrder) {
+    const std::string strLanSet = UsbAction::All()[2].Wire();
+    CFaultSettings objFaults;
+    objFaults.m_iDelay = std::chrono::milliseconds(10);
+    CUsbBehaviour objBehaviour;
+    objBehaviour.m_iSlow = std::chrono::milliseconds(5);
+    objBehaviour.m_iMostTaken = 10;
+    Plug(objBehaviour, objFaults);
+    int iInside = 0;
+    for (int iTurns = 1; iTurns <= 40; iTurns += 3) {
+        SCOPED_TRACE(iTurns);
+        int iTurn = 0;
+        bool bRuns = true;
+        QTimer objTurns;  // one in each turn of the event loop
+        objTurns.callOnTimeout([&] {
+            if (++iTurn == iTurns) {
+                objTurns.stop();
+                m_objWindow.Click("btnGetStatus");
+                iInside += bRuns ? 1 : 0;
+            }
+        });
+        objTurns.start(0);
+        Press("btnLanSet");
+        bRuns = false;
+        objTurns.stop();
+        std::string strTaken = Taken();
+        if (iTurn >= iTurns) {
+            const std::size_t iStatus = strTaken.find("{WS|}");
+            ASSERT_NE(iStatus, std::string::npos);
+            strTaken.erase(iStatus, 5);
+        }
+        ASSERT_EQ(strTaken, strLanSet);
+    }
+    EXPECT_GE(iInside, 7);
+    EXPECT_TRUE(m_objBoxes.Shown().empty());
+}
+
 TEST_F(FmMainUsbTest, AHeadCheckTakesFiveSecondsAndIsNoStatus) {
     m_objPrinter.SetStatus("14");
     Plug();
