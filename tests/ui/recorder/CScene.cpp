@@ -217,11 +217,17 @@ void CScene::ConnectionBreaks() {
 }
 
 void CScene::PortEvent(std::int16_t p_iEvent) {
+    if (!m_objPort.IsOpen()) {
+        return;
+    }
     m_objTranscript.Add("COM event: " + std::to_string(p_iEvent));
     m_objPort.Raise(p_iEvent);
 }
 
 void CScene::ClearToSend(bool p_bOn) {
+    if (!m_objPort.IsOpen()) {
+        return;
+    }
     m_objTranscript.Add(p_bOn ? "COM event: CTS on" : "COM event: CTS off");
     m_objPort.SetClearToSend(p_bOn);
 }
@@ -244,8 +250,7 @@ void CScene::Begin() {
 }
 
 std::string CScene::End() {
-    const bool bClosed = m_objEventLoop.IsClosing();
-    m_objEventLoop.Idle(bClosed ? DialogMilliseconds : AfterMilliseconds);
+    m_objEventLoop.Idle(m_objEventLoop.IsClosing() ? DialogMilliseconds : AfterMilliseconds);
     m_objTranscript.Restore(m_objTranscript.Take());  // the time until here does not matter
     const QStringList strDisabled = m_objWindow.DisabledButtons();
     if (!strDisabled.isEmpty()) {
@@ -253,7 +258,7 @@ std::string CScene::End() {
     }
     TellFields();
     TellFiles();
-    if (!bClosed) {
+    if (!m_objEventLoop.IsClosing()) {
         TellSaved();
         TellStatus();
     }

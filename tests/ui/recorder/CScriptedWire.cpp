@@ -1,5 +1,6 @@
 #include "tests/ui/recorder/CScriptedWire.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -85,10 +86,10 @@ void CScriptedWire::Taken(const std::string& p_strCommand) {
         }
     }
     for (const Step& objStep : objSteps) {
-        m_objEventLoop.After(objStep.m_iAt, [this, objStep] {
+        m_objEventLoop.After(objStep.m_iAt, [this, objStep, iConnection = m_objSocket.m_iConnects] {
             if (objStep.m_fnDo) {
                 objStep.m_fnDo();
-            } else {
+            } else if (m_iLink != LinkKind::Lan || iConnection == m_objSocket.m_iConnects) {
                 Deliver(objStep.m_strBytes);
             }
         });
@@ -114,9 +115,9 @@ void CScriptedWire::Deliver(const std::string& p_strBytes) {
 }
 
 void CScriptedWire::DeliverSlowly(const std::string& p_strBytes) {
-    std::int64_t iYield = m_objEventLoop.Yields();
+    m_iBusyUntil = std::max(m_iBusyUntil, m_objEventLoop.Yields());
     for (const char cByte : p_strBytes) {
-        m_objEventLoop.AtYield(++iYield, [this, cByte] {
+        m_objEventLoop.AtYield(++m_iBusyUntil, [this, cByte] {
             if (m_objPort.IsOpen()) {
                 m_objTranscript.Bytes("COM gets", {&cByte, 1});
                 m_objPort.Arrive({&cByte, 1});

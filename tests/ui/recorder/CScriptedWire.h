@@ -55,7 +55,8 @@ public:
     [[nodiscard]] std::string StatusAnswer(const std::string& p_strCode) const;
     [[nodiscard]] std::string SettingsAnswer(std::int16_t p_iGroup) const;
 
-    /// Puts bytes on the link now; lost where it is not open.
+    /// Puts bytes on the link now; lost where it is not open. On the serial line they arrive one
+    /// after the other.
     void Deliver(const std::string& p_strBytes);
     /// True when anything that may be settings has been put there.
     [[nodiscard]] bool HasDeliveredSettings() const { return m_bSettings; }
@@ -74,6 +75,7 @@ private:
     LinkKind m_iLink = LinkKind::Com;
     int m_iBegun = 0;
     int m_iTaken = 0;
+    std::int64_t m_iBusyUntil = 0;  ///< the yield in which the serial line's last byte arrives
     bool m_bSettings = false;
     std::vector<std::pair<int, Rule>> m_fnRules;
     std::vector<std::pair<int, std::function<void()>>> m_fnBefore;

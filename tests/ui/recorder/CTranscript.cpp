@@ -12,6 +12,12 @@ constexpr const char* CommandEnd = "|}";
 constexpr char FirstPrintable = ' ';
 constexpr char LastPrintable = '~';
 
+/// On a serial line bytes go both ways at a time.
+bool RunTogether(const std::string& p_strWay, const std::string& p_strOther) {
+    constexpr const char* strSerial = "COM";
+    return p_strWay.starts_with(strSerial) && p_strOther.starts_with(strSerial);
+}
+
 std::string Join(const std::vector<std::string>& p_strTexts) {
     std::string strJoined;
     for (const std::string& strText : p_strTexts) {
@@ -43,7 +49,8 @@ void CTranscript::Add(const std::string& p_strLine) {
 
 void CTranscript::Bytes(const std::string& p_strWay, std::string_view p_strBytes) {
     Touch();
-    if (!m_objRuns.empty() && !m_objRuns.front().m_strButtons.empty()) {
+    if (!m_objRuns.empty() && m_objRuns.back().m_strWay != p_strWay &&
+        !RunTogether(m_objRuns.back().m_strWay, p_strWay)) {
         Flush();
     }
     auto objRun = std::ranges::find(m_objRuns, p_strWay, &Run::m_strWay);
@@ -99,11 +106,24 @@ void CTranscript::Flush() {
 void CTranscript::Write(const Run& p_objRun) {
     if (p_objRun.m_strButtons.empty()) {
         m_strLines.push_back(p_objRun.m_strWay + " " + Printable(p_objRun.m_strBytes));
-    } else if (p_objRun.m_strButtons == m_strAllButtons) {
-        m_strLines.push_back(p_objRun.m_strWay + " all");
     } else {
-        m_strLines.push_back(p_objRun.m_strWay + Join(p_objRun.m_strButtons));
+        m_strLines.push_back(p_objRun.m_strWay + Describe(p_objRun.m_strButtons));
     }
+}
+
+std::string CTranscript::Describe(const std::vector<std::string>& p_strButtons) const {
+    std::vector<std::string> strRest = m_strAllButtons;
+    std::erase_if(strRest, [&](const std::string& p_strButton) {
+        return std::ranges::find(p_strButtons, p_strButton) != p_strButtons.end();
+    });
+    std::vector<std::string> strOrdered = m_strAllButtons;
+    std::erase_if(strOrdered, [&](const std::string& p_strButton) {
+        return std::ranges::find(strRest, p_strButton) != strRest.end();
+    });
+    if (strOrdered != p_strButtons || strRest.size() >= p_strButtons.size()) {
+        return Join(p_strButtons);
+    }
+    return strRest.empty() ? " all" : " all but" + Join(strRest);
 }
 
 std::string CTranscript::Printable(std::string_view p_strBytes) {

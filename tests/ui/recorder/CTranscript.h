@@ -16,7 +16,7 @@
 class CTranscript {
 public:
     /// The clock is not owned. p_strButtons are the buttons that belong together, in their order: a
-    /// line that switches them all in it says so in place of their names.
+    /// line that switches all or most of them in it says so in place of their names.
     CTranscript(const CFakeClock& p_objClock, std::vector<std::string> p_strButtons);
 
     /// Called before each line: tells by Add what has changed without telling.
@@ -27,7 +27,7 @@ public:
     void Add(const std::string& p_strLine);
 
     /// Bytes on their way, p_strWay such as "COM sends". A command's end ends the line, and so does
-    /// whatever else happens but bytes on another way.
+    /// whatever else happens, but for what runs the other way on a serial line.
     void Bytes(const std::string& p_strWay, std::string_view p_strBytes);
 
     void Switched(const std::string& p_strButton, bool p_bEnabled);
@@ -52,6 +52,7 @@ private:
     void Touch();
     void Flush();
     void Write(const Run& p_objRun);
+    [[nodiscard]] std::string Describe(const std::vector<std::string>& p_strButtons) const;
 
     const CFakeClock& m_objClock;
     std::vector<std::string> m_strAllButtons;

@@ -23,7 +23,16 @@ TEST_F(CTranscriptTest, TellsBytesThatRunOnInOneLine) {
                 ElementsAre("COM sends {WS|}", "COM sends {Z", "event", "COM sends 5"));
 }
 
-TEST_F(CTranscriptTest, KeepsTheTwoWaysOfALineApart) {
+TEST_F(CTranscriptTest, EndsALineWhereBytesRunTheOtherWay) {
+    m_objTranscript.Bytes("LAN gets", "a");
+    m_objTranscript.Bytes("LAN gets", "b");
+    m_objTranscript.Bytes("LAN sends", "{WS|}");
+    m_objTranscript.Bytes("LAN gets", "c");
+    EXPECT_THAT(m_objTranscript.Take(),
+                ElementsAre("LAN gets ab", "LAN sends {WS|}", "LAN gets c"));
+}
+
+TEST_F(CTranscriptTest, KeepsTheTwoWaysOfASerialLineApart) {
     m_objTranscript.Bytes("COM sends", "{W");
     m_objTranscript.Bytes("COM gets", "ab");
     m_objTranscript.Bytes("COM sends", "S|}");
@@ -43,6 +52,16 @@ TEST_F(CTranscriptTest, SaysAllOnlyForAllButtonsInTheirOrder) {
     m_objTranscript.Switched("first", false);
     EXPECT_THAT(m_objTranscript.Take(),
                 ElementsAre("buttons off: all", "buttons on: second first", "buttons off: first"));
+}
+
+TEST_F(CTranscriptTest, NamesWhatIsMissingWhereMostButtonsAreSwitched) {
+    CTranscript objTranscript(m_objClock, {"first", "second", "third"});
+    objTranscript.Switched("first", false);
+    objTranscript.Switched("third", false);
+    objTranscript.Switched("third", true);
+    objTranscript.Switched("second", true);
+    EXPECT_THAT(objTranscript.Take(),
+                ElementsAre("buttons off: all but second", "buttons on: third second"));
 }
 
 TEST_F(CTranscriptTest, BreaksARunOfButtonsWhereSomethingElseHappens) {
