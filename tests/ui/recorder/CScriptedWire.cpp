@@ -9,6 +9,9 @@ namespace {
 constexpr const char* UsbFrame = "\x02\x30";
 constexpr char SettingsHead = '{';
 
+/// What a serial line brings between two rounds of the event loop.
+constexpr std::size_t BytesOfAYield = 4;
+
 }  // namespace
 
 CScriptedWire::CScriptedWire(CRecordedEventLoop& p_objEventLoop, CTranscript& p_objTranscript,
@@ -85,6 +88,7 @@ void CScriptedWire::Taken(const std::string& p_strCommand) {
             fnRule(objSteps, p_strCommand);
         }
     }
+    WaitForFormerAnswer(objSteps);
     for (const Step& objStep : objSteps) {
         m_objEventLoop.After(objStep.m_iAt, [this, objStep, iConnection = m_objSocket.m_iConnects] {
             if (objStep.m_fnDo) {
@@ -93,6 +97,22 @@ void CScriptedWire::Taken(const std::string& p_strCommand) {
                 Deliver(objStep.m_strBytes);
             }
         });
+    }
+}
+
+void CScriptedWire::WaitForFormerAnswer(Steps& p_objSteps) {
+    const auto objFirst = std::ranges::find_if(
+        p_objSteps, [](const Step& p_objStep) { return !p_objStep.m_strBytes.empty(); });
+    if (objFirst == p_objSteps.end()) {
+        return;
+    }
+    const std::int64_t iNow = m_objEventLoop.Elapsed();
+    const std::int64_t iLater = std::max(m_iAnswered - iNow - objFirst->m_iAt, std::int64_t{0});
+    for (Step& objStep : p_objSteps) {
+        objStep.m_iAt += iLater;
+        if (!objStep.m_strBytes.empty()) {
+            m_iAnswered = iNow + objStep.m_iAt + CFakeEventLoop::StepMilliseconds;
+        }
     }
 }
 
@@ -116,8 +136,9 @@ void CScriptedWire::Deliver(const std::string& p_strBytes) {
 
 void CScriptedWire::DeliverSlowly(const std::string& p_strBytes) {
     m_iBusyUntil = std::max(m_iBusyUntil, m_objEventLoop.Yields());
-    for (const char cByte : p_strBytes) {
-        m_objEventLoop.AtYield(++m_iBusyUntil, [this, cByte] {
+    for (std::size_t i = 0; i < p_strBytes.size(); ++i) {
+        m_iBusyUntil += i % BytesOfAYield == 0 ? 1 : 0;
+        m_objEventLoop.AtYield(m_iBusyUntil, [this, cByte = p_strBytes[i]] {
             if (m_objPort.IsOpen()) {
                 m_objTranscript.Bytes("COM gets", {&cByte, 1});
                 m_objPort.Arrive({&cByte, 1});

@@ -30,7 +30,7 @@ public:
     using Rule = std::function<void(Steps&, const std::string&)>;
 
     static constexpr int EveryCommand = 0;
-    static constexpr std::int64_t AnswerMilliseconds = 20;
+    static constexpr std::int64_t AnswerMilliseconds = 60;
 
     /// None is owned; all outlive this.
     CScriptedWire(CRecordedEventLoop& p_objEventLoop, CTranscript& p_objTranscript,
@@ -64,6 +64,8 @@ public:
 private:
     void Begins(LinkKind p_iLink);
     void Taken(const std::string& p_strCommand);
+    /// The printer answers one command after the other.
+    void WaitForFormerAnswer(Steps& p_objSteps);
     void DeliverSlowly(const std::string& p_strBytes);
 
     CRecordedEventLoop& m_objEventLoop;
@@ -75,6 +77,7 @@ private:
     LinkKind m_iLink = LinkKind::Com;
     int m_iBegun = 0;
     int m_iTaken = 0;
+    std::int64_t m_iAnswered = 0;   ///< when the answers so far have been sent
     std::int64_t m_iBusyUntil = 0;  ///< the yield in which the serial line's last byte arrives
     bool m_bSettings = false;
     std::vector<std::pair<int, Rule>> m_fnRules;

@@ -16,6 +16,8 @@ using MFlows::Usb;
 // When something happens that is neither at once nor long after.
 constexpr std::int64_t Soon = 100;
 constexpr std::int64_t HalfASecond = 500;
+constexpr std::int64_t BetweenHalves = 600;
+constexpr std::int64_t BetweenBytes = 5;
 constexpr std::int64_t ASecond = 1000;
 constexpr std::int64_t ThreeSeconds = 3000;
 
@@ -61,7 +63,7 @@ void ByteByByte(const Hand& p_objHand) {
     p_objHand.m_objSteps.clear();
     for (const char cByte : strAnswer) {
         p_objHand.m_objSteps.push_back({iAt, std::string(1, cByte), nullptr});
-        iAt += CFakeEventLoop::StepMilliseconds;
+        iAt += BetweenBytes;
     }
 }
 
@@ -88,9 +90,9 @@ void DoBefore(const Hand& p_objHand, void (*p_fnEvent)(CScene&)) {
 
 void DoInside(const Hand& p_objHand, void (*p_fnEvent)(CScene&)) {
     const std::int64_t iAt = p_objHand.m_objSteps.front().m_iAt;
-    Halve(p_objHand, ASecond);
+    Halve(p_objHand, BetweenHalves);
     p_objHand.m_objSteps.insert(p_objHand.m_objSteps.begin() + 1,
-                                Event(p_objHand, iAt + HalfASecond, p_fnEvent));
+                                Event(p_objHand, iAt + BetweenHalves / 2, p_fnEvent));
 }
 
 void DoBehind(const Hand& p_objHand, void (*p_fnEvent)(CScene&)) {
@@ -113,7 +115,7 @@ const std::vector<MAnswerFaults::Answer>& Answers() {
         {"no answer", Any, Asked::Anything, [](const Hand& p_objHand) { p_objHand.m_objSteps.clear(); }, LaterToo},
         {"the answer takes three seconds", Any, Asked::Anything, [](const Hand& p_objHand) { p_objHand.m_objSteps.front().m_iAt = ThreeSeconds; }},
         {"the answer comes byte by byte", Any, Asked::Anything, [](const Hand& p_objHand) { ByteByByte(p_objHand); }},
-        {"the answer comes in halves, a second between them", Any, Asked::Anything, [](const Hand& p_objHand) { Halve(p_objHand, ASecond); }, LaterToo},
+        {"the answer comes in halves, with a pause between them", Any, Asked::Anything, [](const Hand& p_objHand) { Halve(p_objHand, BetweenHalves); }, LaterToo},
         {"the answer lacks its last byte", Any, Asked::Anything, [](const Hand& p_objHand) { p_objHand.Answer().pop_back(); }, LaterToo},
         {"the answer ends in its middle", Any, Asked::Anything, [](const Hand& p_objHand) { p_objHand.Answer().resize(p_objHand.Answer().size() / 2); }},
         {"the answer comes twice", Any, Asked::Anything, [](const Hand& p_objHand) { Precede(p_objHand, p_objHand.Answer()); }, LaterToo},

@@ -18,7 +18,7 @@ using MFlows::Usb;
 constexpr std::int64_t HalfASecond = 500;
 constexpr std::int64_t InThePause = 600;
 constexpr std::int64_t ThreeSeconds = 3000;
-constexpr std::int64_t HalfAMinute = 30'000;
+constexpr std::int64_t LongerThanAnyWait = 6500;
 constexpr double ASecondToMidnight = 86'399;
 constexpr double HalfASecondToMidnight = 86'399.5;
 
@@ -58,16 +58,16 @@ const std::vector<Once>& OnceFaults() {
         {"midnight passes, the answer takes three seconds", Any, [](CScene& p_objScene) {
             p_objScene.m_objClock.SetTimeOfDay(ASecondToMidnight);
             p_objScene.m_objWire.OnAnswer(1, [](CScriptedWire::Steps& p_objSteps, const std::string&) { p_objSteps.front().m_iAt = ThreeSeconds; });
-            p_objScene.Later(HalfAMinute, [&p_objScene] { p_objScene.Close(); });
+            p_objScene.Later(LongerThanAnyWait, [&p_objScene] { p_objScene.Close(); });
         }},
         {"midnight passes, no answer", Any, [](CScene& p_objScene) {
             p_objScene.m_objClock.SetTimeOfDay(ASecondToMidnight);
             p_objScene.m_objWire.OnAnswer(1, [](CScriptedWire::Steps& p_objSteps, const std::string&) { p_objSteps.clear(); });
-            p_objScene.Later(HalfAMinute, [&p_objScene] { p_objScene.Close(); });
+            p_objScene.Later(LongerThanAnyWait, [&p_objScene] { p_objScene.Close(); });
         }},
         {"midnight passes in the pause", Any, [](CScene& p_objScene) {
             p_objScene.m_objClock.SetTimeOfDay(HalfASecondToMidnight);
-            p_objScene.Later(HalfAMinute, [&p_objScene] { p_objScene.Close(); });
+            p_objScene.Later(LongerThanAnyWait, [&p_objScene] { p_objScene.Close(); });
         }},
     };
     // clang-format on
