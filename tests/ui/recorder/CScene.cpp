@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr const char* ProgramFolder = "/program";
 constexpr const char* AfterwardsFile = "/afterwards";
+constexpr const char* SetupButton = "btnSetup";
 constexpr std::array<const char*, 2> WatchedLabels{"lblStatus", "lblHeadCheck"};
 constexpr std::array<const char*, 2> SaveButtons{"btnSave", "btnLanSave"};
 
@@ -89,7 +91,7 @@ CScene::CScene(LinkKind p_iLink, bool p_bOpen)
     m_objWire.SetLink(m_iLink);
     Choose(m_iLink);
     if (p_bOpen && m_iLink != LinkKind::Usb) {
-        Press("btnSetup");
+        Press(SetupButton);
     }
     for (const QString& strName : CMainWindow::ActionButtons()) {
         m_objWindow.Button(strName).installEventFilter(this);
@@ -142,8 +144,11 @@ void CScene::Press(const std::string& p_strButton) {
     }
     const bool bEnabled = m_objWindow.Button(strButton).isEnabled();
     m_objTranscript.Add("press " + p_strButton + (bEnabled ? "" : ", which is disabled"));
-    const CModalAnswer objPerson("FmInterfaceSetup",
-                                 [this](QWidget& p_objDialog) { DealWithSetup(p_objDialog); });
+    std::optional<CModalAnswer> objPerson;
+    if (p_strButton == SetupButton) {
+        objPerson.emplace("FmInterfaceSetup",
+                          [this](QWidget& p_objDialog) { DealWithSetup(p_objDialog); });
+    }
     m_objWindow.Click(strButton);
     if (bEnabled) {
         m_objTranscript.Add("done " + p_strButton);

@@ -50,6 +50,7 @@ CScene& CStage::Scene(LinkKind p_iLink, bool p_bOpen) {
 
 std::string CStage::Play(const CCell& p_objCell) {
     CScene& objScene = Scene(p_objCell.m_iLink, p_objCell.m_bOpen);
+    objScene.m_objWindow.BringToFront(QString::fromStdString(p_objCell.m_strButton));
     return MCopiedProcess::Run([&] {
         p_objCell.m_fnAct(objScene);
         return objScene.End();

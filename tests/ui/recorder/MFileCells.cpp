@@ -168,7 +168,7 @@ Cells Of(const Faults& p_objFaults, const Kind& p_objKind, const char* p_strButt
             }
             objCells.push_back({std::string(MFlows::NameOf(iLink)) + ", " + p_strButton + ": " +
                                     objFault.m_strName,
-                                iLink, true, [=](CScene& p_objScene) {
+                                p_strButton, iLink, true, [=](CScene& p_objScene) {
                                     objFault.m_fnPrepare(p_objScene, p_objKind);
                                     p_objScene.Press(p_strButton);
                                 }});

@@ -56,7 +56,7 @@ void AddEach(Cells& p_objCells, const Variant& p_objVariant, const std::string& 
             const std::string strButton = strName.toStdString();
             p_objCells.push_back({std::string(MFlows::NameOf(iLink)) + ", " + p_strOuter + ": " +
                                       strButton + " pressed inside" + p_objVariant.m_strName,
-                                  iLink, true, [=](CScene& p_objScene) {
+                                  p_strOuter, iLink, true, [=](CScene& p_objScene) {
                                       Prepare(p_objScene, p_objVariant, strButton);
                                       p_fnAct(p_objScene, strButton);
                                       p_objScene.Press(p_strOuter);

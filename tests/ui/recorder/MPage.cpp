@@ -38,8 +38,11 @@ void ChangeEverything(CMainWindow& p_objWindow) {
     for (QComboBox* const cmb : objTabs.findChildren<QComboBox*>()) {
         cmb->setCurrentIndex((cmb->currentIndex() + 1) % std::max(cmb->count(), 1));
     }
+    // By their names: their order among each other depends on the page that is in front.
+    QList<QAbstractSpinBox*> objFields = objTabs.findChildren<QAbstractSpinBox*>();
+    std::ranges::sort(objFields, {}, &QObject::objectName);
     int iSteps = 0;
-    for (QAbstractSpinBox* const objField : objTabs.findChildren<QAbstractSpinBox*>()) {
+    for (QAbstractSpinBox* const objField : objFields) {
         iSteps = iSteps % MostSteps + 1;
         Step(*objField, iSteps);
     }

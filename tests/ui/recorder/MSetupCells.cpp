@@ -120,7 +120,7 @@ Cells All() {
                 objCells.push_back({std::string(MFlows::NameOf(iLink)) +
                                         (bOpen ? ", open, " : ", ") + Button + ": " +
                                         objFault.m_strName,
-                                    iLink, bOpen, [&objFault](CScene& p_objScene) {
+                                    Button, iLink, bOpen, [&objFault](CScene& p_objScene) {
                                         objFault.m_fnPrepare(p_objScene);
                                         p_objScene.Press(Button);
                                     }});

@@ -104,7 +104,7 @@ private:
     /// p_fnPrepare is called before the button is pressed.
     void Add(const std::string& p_strFault, std::function<void(CScene&)> p_fnPrepare,
              bool p_bOpen = true) {
-        m_objCells.push_back({Heading(p_strFault), m_iLink, p_bOpen,
+        m_objCells.push_back({Heading(p_strFault), m_objFlow.m_strButton, m_iLink, p_bOpen,
                               [fnPrepare = std::move(p_fnPrepare),
                                strButton = m_objFlow.m_strButton](CScene& p_objScene) {
                                   fnPrepare(p_objScene);
@@ -181,7 +181,7 @@ private:
     }
 
     void AddSecondPresses() {
-        AddSecondPress("", m_objFlow.m_strButton);
+        AddSecondPress();
         for (int i = 1; i <= m_iCommands; ++i) {
             for (const char* const strThen : {"btnGetStatus", "btnRead", "btnSet"}) {
                 AddLate(Numbered("a late answer", i), i, strThen);
@@ -189,11 +189,11 @@ private:
         }
     }
 
-    void AddSecondPress(const std::string& p_strFault, const char* p_strThen) {
-        m_objCells.push_back({Heading(p_strFault + "pressed twice"), m_iLink, true,
-                              [strButton = m_objFlow.m_strButton, p_strThen](CScene& p_objScene) {
+    void AddSecondPress() {
+        m_objCells.push_back({Heading("pressed twice"), m_objFlow.m_strButton, m_iLink, true,
+                              [strButton = m_objFlow.m_strButton](CScene& p_objScene) {
                                   p_objScene.Press(strButton);
-                                  p_objScene.Press(p_strThen);
+                                  p_objScene.Press(strButton);
                               }});
     }
 
@@ -216,7 +216,7 @@ private:
             p_objScene.Press(p_strThen);
         };
         m_objCells.push_back({Heading(p_strFault + ", while " + p_strThen + " waits for its own"),
-                              m_iLink, true, fnAct});
+                              m_objFlow.m_strButton, m_iLink, true, fnAct});
     }
 
     const MFlows::Flow& m_objFlow;
