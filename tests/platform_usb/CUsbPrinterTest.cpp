@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 #include <thread>
-
-#include <cerrno>
 #include <vector>
 
 namespace {
