@@ -68,8 +68,7 @@ bool CLinuxFileWriter::LookAtTarget() {
         return errno == ENOENT;
     }
     m_objOld = objOld;
-    return S_ISREG(objOld.st_mode) &&
-           ::faccessat(iFolder, m_strTarget.c_str(), W_OK, AT_EACCESS) == 0;
+    return S_ISREG(objOld.st_mode) && ::faccessat(iFolder, m_strTarget.c_str(), W_OK, 0) == 0;
 }
 
 bool CLinuxFileWriter::OpenWithoutName() {

@@ -55,4 +55,5 @@ class Person:
             if line == self._end:
                 return words
             words += line.split()
+        process.wait()
         return None

@@ -155,16 +155,16 @@ TEST_P(CLinuxFileWriterTest, WhereFilesNeedNoNameTheyBearOneBetweenTwoCallsOnly)
 // Failing.
 
 TEST_P(CLinuxFileWriterTest, AFailureOfAnyCallLeavesTheOldOrPutsTheNewAndNothingElse) {
-    const auto fnSave = [&] { return Save(m_objFolder.Path("a name"), "new"); };
-    m_objFolder.Make("a name", "old");
-    const auto iCalls = static_cast<int>(CSteppedProcess::Calls(fnSave, GetParam()).size());
     int iRefused = 0;
     for (const int iError : {EIO, ENOSPC, EPERM}) {
-        for (int iAt = 0; iAt < iCalls; ++iAt) {
+        bool bFailed = true;
+        for (int iAt = 0; bFailed; ++iAt) {
             SCOPED_TRACE("call " + std::to_string(iAt) + " fails with " + std::to_string(iError));
             m_objFolder.Make("a name", "old");
+            bFailed = false;
             int iCall = 0;
             const Ended iEnded = SaveInAProcess("a name", "new", [&](const auto&) {
+                bFailed = bFailed || iCall == iAt;
                 return iCall++ == iAt ? iError : CSteppedProcess::Pass;
             });
             ASSERT_NE(iEnded, Ended::Killed);
@@ -203,7 +203,7 @@ TEST_P(CLinuxFileWriterTest, WhereTheSystemDoesNotShowOpenFilesItIsSavedWithANam
 #ifdef SYS_access
         const bool bAsks = p_objCall.m_iNumber == SYS_access;
 #else
-        const bool bAsks = p_objCall.m_iNumber == SYS_faccessat;
+        const bool bAsks = p_objCall.m_iNumber == SYS_faccessat && p_objCall.m_strFile.empty();
 #endif
         return bAsks || p_objCall.m_iNumber == SYS_linkat ? ENOENT : CSteppedProcess::Pass;
     };
@@ -300,26 +300,28 @@ TEST_P(CLinuxFileWriterTest, AFileThatAnotherSaveHasPutInThePlaceOfWhatWasLeftSt
 }
 
 TEST_P(CLinuxFileWriterTest, SavesThatOverlapAreBothDone) {
-    const auto fnSave = [&] { return Save(m_objFolder.Path("a name"), "outer"); };
-    m_objFolder.Make("a name", "old");
-    const auto iCalls = static_cast<int>(CSteppedProcess::Calls(fnSave, GetParam()).size());
-    bool bInPlace = false;
-    for (int iAt = 0; iAt < iCalls; ++iAt) {
+    int iAfter = 0;  // how often the other one runs when the first is in its place already
+    bool bRun = true;
+    for (int iAt = 0; bRun; ++iAt) {
         SCOPED_TRACE("the other runs before call " + std::to_string(iAt));
         m_objFolder.Make("a name", "old");
+        std::string strLast = "outer";
+        bRun = false;
         int iCall = 0;
         const Ended iEnded = SaveInAProcess("a name", "outer", [&](const auto&) {
             if (iCall++ == iAt) {
-                bInPlace = m_objFolder.Content("a name") == "outer";
+                bRun = true;
+                strLast = m_objFolder.Content("a name") == "outer" ? "inner" : "outer";
                 EXPECT_TRUE(Save(m_objFolder.Path("a name"), "inner"));
                 EXPECT_EQ(m_objFolder.Content("a name"), "inner");
             }
             return CSteppedProcess::Pass;
         });
         EXPECT_EQ(iEnded, Ended::Done);
-        ExpectOnly("a name", bInPlace ? "inner" : "outer");
+        ExpectOnly("a name", strLast);
+        iAfter += strLast == "inner" ? 1 : 0;
     }
-    EXPECT_TRUE(bInPlace);
+    EXPECT_GT(iAfter, 0);
 }
 
 TEST_P(CLinuxFileWriterTest, WhatNoSaveHasMadeStays) {

@@ -20,6 +20,7 @@
 #include <optional>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 namespace {
 
@@ -182,14 +183,4 @@ CSteppedProcess::Ended CSteppedProcess::Run(const std::function<bool()>& p_fnWor
         return Ended::Killed;
     }
     return WEXITSTATUS(iStatus) == 0 ? Ended::Done : Ended::Refused;
-}
-
-std::vector<CSteppedProcess::Call> CSteppedProcess::Calls(const std::function<bool()>& p_fnWork,
-                                                          Nameless p_iNameless) {
-    std::vector<Call> objCalls;
-    Run(p_fnWork, p_iNameless, [&](const Call& p_objCall) {
-        objCalls.push_back(p_objCall);
-        return Pass;
-    });
-    return objCalls;
 }

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 /// Work done in a process of its own. Of each call to the system that has to do with changing
 /// files this process hears first, and decides what becomes of it.
@@ -28,7 +27,4 @@ public:
     /// the system does not let a process hear of another's calls.
     static Ended Run(const std::function<bool()>& p_fnWork, Nameless p_iNameless,
                      const Decide& p_fnDecide);
-
-    /// The calls that p_fnWork makes when all of them pass.
-    static std::vector<Call> Calls(const std::function<bool()>& p_fnWork, Nameless p_iNameless);
 };

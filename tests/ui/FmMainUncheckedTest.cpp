@@ -173,6 +173,7 @@ TEST_F(FmMainUncheckedTest, TheKeyThatLeavesARefusedFieldDoesNothingMore) {
 TEST_F(FmMainUncheckedTest, NoListOfTheSetupOpensByAPressThatWaitedBehindTheRangeBox) {
     ReleaseWhileABoxStands();
     const CModalAnswer objAnswer("FmInterfaceSetup", [this](QWidget& p_objDialog) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&p_objDialog));  // else no field has the focus
         auto* const Se = p_objDialog.findChild<UCSpinEdit*>("SeLan1");
         // Addresses and lists are never enabled together; here they are.
         p_objDialog.findChild<QWidget*>("FrLanSetup")->setEnabled(true);
