@@ -6,8 +6,7 @@
 namespace {
 
 std::string Heading(std::size_t p_iPrinter, std::size_t p_iConnection) {
-    const std::string strPrinter =
-        p_iPrinter == 0 ? "printer" : "printer " + std::to_string(p_iPrinter);
+    std::string strPrinter = p_iPrinter == 0 ? "printer" : "printer " + std::to_string(p_iPrinter);
     const std::string strConnection = "connection " + std::to_string(p_iConnection);
     if (p_iConnection == 0) {
         return strPrinter;
