@@ -43,11 +43,9 @@ std::string FieldError(const MCommandLayout::Field& p_objField, std::string_view
 
 CDecodedCommand::Field Decoded(const MCommandLayout::Field& p_objField,
                                std::string_view p_strValue) {
-    CDecodedCommand::Field objField{p_objField.m_strName,
-                                    std::string(p_strValue),
-                                    {},
-                                    p_objField.m_strAllowed.empty(),
-                                    p_objField.m_objItem};
+    CDecodedCommand::Field objField{
+        p_objField.m_strName, std::string(p_strValue), {}, p_objField.m_strAllowed.empty(),
+        p_strValue.size(),    p_objField.m_objItem};
     if (objField.m_bText) {
         std::erase(objField.m_strValue, MCommand::HostNameFill);
     }

@@ -3,6 +3,7 @@
 #include "model/CItemManager.h"
 #include "simulator/MCommandKind.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@ public:
         std::string m_strValue;    ///< as sent, but a free text without the bytes that fill it up
         std::string m_strMeaning;  ///< in words; empty when there are none
         bool m_bText = false;      ///< free text
+        std::size_t m_iWidth = 0;  ///< how many bytes were sent
         ItemRef m_objItem;         ///< where the value is kept; null: nowhere
     };
 

@@ -3,9 +3,10 @@
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 #include "protocol/MStatus.h"
-#include "simulator/MPrintable.h"
+#include "simulator/MItemNames.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -47,6 +48,34 @@ std::string StatusNote(std::string_view p_strStatus) {
 
 }  // namespace
 
+CPrinter::CPrinter() {
+    KeepFirst();
+}
+
+void CPrinter::SetPlace(const std::array<std::uint8_t, 4>& p_iAddress, std::uint16_t p_iPort) {
+    m_objItems.m_objIpAddress1->SetValue(std::to_string(p_iAddress[0]));
+    m_objItems.m_objIpAddress2->SetValue(std::to_string(p_iAddress[1]));
+    m_objItems.m_objIpAddress3->SetValue(std::to_string(p_iAddress[2]));
+    m_objItems.m_objIpAddress4->SetValue(std::to_string(p_iAddress[3]));
+    m_objItems.m_objSocketPortNumber->SetValue(std::to_string(p_iPort));
+    KeepFirst();
+}
+
+void CPrinter::KeepFirst() {
+    m_vFirst = Values();
+    m_objFirstPlace = CPlace::Of(m_objItems);
+    m_objPlace = m_objFirstPlace;
+}
+
+std::vector<CItemValue> CPrinter::Values() const {
+    std::vector<CItemValue> vValues;
+    vValues.reserve(CItemManager::Rows().size());
+    for (const CItemManager::Row& objRow : CItemManager::Rows()) {
+        vValues.push_back((m_objItems.*objRow.m_objSlot)->m_vValue);
+    }
+    return vValues;
+}
+
 void CPrinter::SetStatus(std::string p_strStatus) {
     if (!IsStatus(p_strStatus)) {
         throw std::invalid_argument("a status code has two printable characters");
@@ -61,67 +90,97 @@ bool CPrinter::IsStatus(std::string_view p_strStatus) {
 }
 
 CPrinter::Reply CPrinter::Handle(std::string_view p_strCommand) {
-    Reply objReply{CDecodedCommand(p_strCommand, m_objItems), {}, {}};
+    Reply objReply{CDecodedCommand(p_strCommand, m_objItems), {}, {}, false, false, {}};
     const CDecodedCommand& objCommand = objReply.m_objCommand;
-    Count& objCount = m_objCounts.at(static_cast<std::size_t>(objCommand.Kind()));
-    if (!objCommand.IsValid()) {
-        ++objCount.m_iRefused;
+    const bool bOnPurpose = RefusesOnPurpose(p_strCommand);
+    objReply.m_bAccepted = objCommand.IsValid() && !bOnPurpose;
+    m_objCounts.Add(objCommand.Kind(), objReply.m_bAccepted);
+    if (!objReply.m_bAccepted) {
         objReply.m_strAnswer = StatusAnswer(CommandError);
         objReply.m_strNote = StatusNote(CommandError);
+        if (bOnPurpose) {
+            objReply.m_objMishaps.push_back({"refused", "refused on purpose"});
+        }
         return objReply;
     }
-    ++objCount.m_iAccepted;
     if (objCommand.Kind() == Kind::ReadSettings) {
         const std::string strGroup = objCommand.Value("Group");
         objReply.m_strAnswer = SettingsAnswer(static_cast<std::int16_t>(strGroup.front() - '0'));
         objReply.m_strNote = "settings of group " + strGroup;
         return objReply;
     }
-    CarryOut(objCommand);
+    objReply.m_objMishaps = CarryOut(objCommand, p_strCommand);
+    if (m_objFaults.m_iMoves == CStateFaults::Moves::AtOnce) {
+        const CPlace objBefore = std::exchange(m_objPlace, CPlace::Of(m_objItems));
+        objReply.m_bMoved = m_objPlace != objBefore;
+    }
     objReply.m_strAnswer = StatusAnswer(m_strStatus);
     objReply.m_strNote = StatusNote(m_strStatus);
     return objReply;
 }
 
-void CPrinter::CarryOut(const CDecodedCommand& p_objCommand) {
+bool CPrinter::RefusesOnPurpose(std::string_view p_strCommand) {
+    const auto& strRefused = m_objFaults.m_strRefused;
+    if (std::none_of(strRefused.begin(), strRefused.end(), [&](const std::string& p_strHead) {
+            return p_strCommand.starts_with(p_strHead);
+        })) {
+        return false;
+    }
+    ++m_iToRefuse;
+    return m_objFaults.m_iRefusedOnly == 0 || m_objFaults.m_iRefusedOnly == m_iToRefuse;
+}
+
+std::vector<MStoring::Mishap> CPrinter::CarryOut(const CDecodedCommand& p_objCommand,
+                                                 std::string_view p_strCommand) {
     if (p_objCommand.Kind() == Kind::RamClear && p_objCommand.Value("Mode") == "0") {
         RestoreDefaults();
     }
-    for (const CDecodedCommand::Field& objField : p_objCommand.Fields()) {
-        if (objField.m_objItem) {
-            objField.m_objItem->SetValue(objField.m_strValue);
-        }
-    }
+    return MStoring::Store(p_objCommand, p_strCommand, m_objFaults);
 }
 
 void CPrinter::RestoreDefaults() {
     for (const CItemManager::Row& objRow : CItemManager::Rows()) {
         // Not by SetValue, which would read the default number as hexadecimal text.
         CItem& objItem = *(m_objItems.*objRow.m_objSlot);
-        objItem.m_vValue = objItem.m_vDefaultValue;
+        if (!MStoring::IsStuck(m_objFaults, MItemNames::Of(objRow))) {
+            objItem.m_vValue = objItem.m_vDefaultValue;
+        }
     }
 }
 
-CPrinter::Count CPrinter::Commands(Kind p_iKind) const {
-    return m_objCounts.at(static_cast<std::size_t>(p_iKind));
+std::size_t CPrinter::MostTaken() const {
+    constexpr std::size_t iEndless = std::numeric_limits<std::size_t>::max();
+    if (!m_bOn) {
+        return 0;
+    }
+    const bool bToGo = m_objFaults.m_iPowerCut && m_iTaken < *m_objFaults.m_iPowerCut;
+    return bToGo ? *m_objFaults.m_iPowerCut - m_iTaken : iEndless;
 }
 
-std::string CPrinter::DescribeCounts() const {
-    std::string strText;
-    for (std::size_t i = 0; i < m_objCounts.size(); ++i) {
-        const Count& objCount = m_objCounts.at(i);
-        const std::size_t iAll = objCount.m_iAccepted + objCount.m_iRefused;
-        if (iAll == 0) {
-            continue;
-        }
-        strText +=
-            std::string(MCommandKind::Name(static_cast<Kind>(i))) + ": " + std::to_string(iAll);
-        if (objCount.m_iRefused != 0) {
-            strText += ", refused " + std::to_string(objCount.m_iRefused);
-        }
-        strText += '\n';
+bool CPrinter::Took(std::size_t p_iBytes) {
+    const bool bGoes = p_iBytes > 0 && p_iBytes == MostTaken();
+    m_iTaken += p_iBytes;
+    if (bGoes) {
+        PowerOff();
     }
-    return strText;
+    return bGoes;
+}
+
+void CPrinter::PowerOff() {
+    m_bOn = false;
+    if (!m_objFaults.m_bForgets) {
+        return;
+    }
+    for (std::size_t i = 0; i < m_vFirst.size(); ++i) {
+        (m_objItems.*CItemManager::Rows()[i].m_objSlot)->m_vValue = m_vFirst[i];
+    }
+}
+
+void CPrinter::PowerOn() {
+    m_bOn = true;
+    if (m_objFaults.m_iMoves != CStateFaults::Moves::Never) {
+        m_objPlace = CPlace::Of(m_objItems);
+    }
 }
 
 std::string CPrinter::StatusAnswer(std::string_view p_strStatus) {
@@ -134,7 +193,7 @@ std::string CPrinter::SettingsAnswer(std::int16_t p_iGroup) const {
         std::string strField = objItem == m_objItems.m_objFontCode
                                    ? MAnswer::MapFontCode(objItem->GetValueString(), false)
                                    : objItem->GetValueString();
-        strField.resize(static_cast<std::size_t>(objItem->m_iLength), ' ');
+        strField.resize(static_cast<std::size_t>(objItem->m_iLength), m_cFill);
         strAnswer += strField;
     }
     return strAnswer + MCommand::CommandEnd;

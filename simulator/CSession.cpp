@@ -32,8 +32,14 @@ std::vector<CWireStep> CSession::Connected() {
 
 std::vector<CWireStep> CSession::Received(std::span<const std::uint8_t> p_objBytes) {
     std::vector<CWireStep> objSteps;
-    m_objReader.Feed(p_objBytes,
+    const std::size_t iTaken = std::min(p_objBytes.size(), m_objPrinter.MostTaken());
+    m_objReader.Feed(p_objBytes.first(iTaken),
                      [&](const CCommandReader::Found& p_objFound) { Found(p_objFound, objSteps); });
+    if (m_objPrinter.Took(iTaken)) {
+        Mishap("power-cut", "power cut");
+        m_objReader = CCommandReader();
+        objSteps.clear();
+    }
     return objSteps;
 }
 
@@ -41,15 +47,32 @@ void CSession::Found(const CCommandReader::Found& p_objFound, std::vector<CWireS
     if (m_bClosed) {
         return;
     }
-    const std::string strBytes = MPrintable::Printable(p_objFound.m_strBytes);
-    if (!p_objFound.m_bCommand) {
-        const bool bAll = p_objFound.m_strBytes.size() == p_objFound.m_iCount;
-        Note("! left out " + MPrintable::ByteCount(p_objFound.m_iCount) +
-             " that are no command: " + strBytes + (bAll ? "" : "..."));
-        return;
+    if (p_objFound.m_bCommand) {
+        Take(p_objFound.m_strBytes, p_objSteps);
+    } else {
+        LeaveOut(p_objFound);
     }
-    CPrinter::Reply objReply = m_objPrinter.Handle(p_objFound.m_strBytes);
-    Note("> " + strBytes + "   " + objReply.m_objCommand.Describe());
+}
+
+void CSession::LeaveOut(const CCommandReader::Found& p_objFound) {
+    const bool bAll = p_objFound.m_strBytes.size() == p_objFound.m_iCount;
+    Note("! left out " + MPrintable::ByteCount(p_objFound.m_iCount) + " that are no command: " +
+         MPrintable::Printable(p_objFound.m_strBytes) + (bAll ? "" : "..."));
+    Event("left-out",
+          CJsonObject().Text("bytes", p_objFound.m_strBytes).Number("count", p_objFound.m_iCount));
+}
+
+void CSession::Take(const std::string& p_strCommand, std::vector<CWireStep>& p_objSteps) {
+    CPrinter::Reply objReply = m_objPrinter.Handle(p_strCommand);
+    const CDecodedCommand& objCommand = objReply.m_objCommand;
+    Note("> " + MPrintable::Printable(p_strCommand) + "   " + objCommand.Describe());
+    Event("received", CJsonObject()
+                          .Text("command", p_strCommand)
+                          .Text("kind", MCommandKind::Name(objCommand.Kind()))
+                          .Flag("accepted", objReply.m_bAccepted));
+    for (const MStoring::Mishap& objMishap : objReply.m_objMishaps) {
+        Mishap(objMishap.m_strWhat, objMishap.m_strText);
+    }
     if (m_iWire == Wire::Usb && objReply.m_strAnswer.front() == SettingsHead) {
         objReply.m_strAnswer.insert(0, UsbFrame);
     }
@@ -57,7 +80,13 @@ void CSession::Found(const CCommandReader::Found& p_objFound, std::vector<CWireS
         MFaultPlan::AtAnswer(m_objFaults, ++m_iCommands, objReply.m_strAnswer, objReply.m_strNote);
     if (std::all_of(objSteps.begin(), objSteps.end(),
                     [](const CWireStep& p_objStep) { return p_objStep.m_strBytes.empty(); })) {
-        Note("! no answer");
+        Mishap("silent", "no answer");
+    }
+    if (objReply.m_bMoved && m_iWire == Wire::Network) {
+        if (objSteps.empty()) {
+            objSteps.emplace_back();
+        }
+        objSteps.back().m_bClose = true;
     }
     m_bClosed = !objSteps.empty() && objSteps.back().m_bClose;
     std::move(objSteps.begin(), objSteps.end(), std::back_inserter(p_objSteps));
@@ -67,10 +96,21 @@ void CSession::Sent(const CWireStep& p_objStep) {
     if (!p_objStep.m_strBytes.empty()) {
         Note("< " + MPrintable::Printable(p_objStep.m_strBytes) + "   " + p_objStep.m_strNote +
              ", " + MPrintable::ByteCount(p_objStep.m_strBytes.size()));
+        Event("answered",
+              CJsonObject().Text("bytes", p_objStep.m_strBytes).Text("note", p_objStep.m_strNote));
     }
     if (p_objStep.m_bClose) {
         Note("! connection closed on purpose");
     }
+}
+
+void CSession::Mishap(std::string_view p_strWhat, std::string_view p_strText) {
+    Note("! " + std::string(p_strText));
+    Event("fault", CJsonObject().Text("what", p_strWhat).Text("text", p_strText));
+}
+
+void CSession::Event(std::string_view p_strName, const CJsonObject& p_objDetails) {
+    m_objLog.Event(m_iNumber, p_strName, p_objDetails);
 }
 
 void CSession::Note(std::string_view p_strLine) {

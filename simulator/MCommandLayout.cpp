@@ -1,10 +1,9 @@
 #include "simulator/MCommandLayout.h"
 
-#include "model/MChoiceLists.h"
 #include "protocol/MCommand.h"
+#include "simulator/MItemNames.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -16,16 +15,6 @@ constexpr std::string_view Digits = "0123456789";
 constexpr std::string_view HexDigits = "0123456789ABCDEFabcdef";
 constexpr std::string_view Signs = "+-";
 constexpr std::string_view FreeText;
-
-/// The catalogue's name of an item, without the prefix that marks a member.
-std::string NameOf(const CItemManager& p_objItems, const ItemRef& p_objItem) {
-    constexpr std::string_view strPrefix = "m_obj";
-    const auto objRows = CItemManager::Rows();
-    const auto objFound = std::find_if(objRows.begin(), objRows.end(), [&](const auto& p_objRow) {
-        return p_objItems.*p_objRow.m_objSlot == p_objItem;
-    });
-    return std::string(objFound->m_strName.substr(strPrefix.size()));
-}
 
 std::string_view AllowedIn(const CItem& p_objItem) {
     switch (p_objItem.m_iDataType) {
@@ -41,7 +30,7 @@ std::string_view AllowedIn(const CItem& p_objItem) {
 
 Field ItemField(const CItemManager& p_objItems, const ItemRef& p_objItem, std::string p_strBefore) {
     return {std::move(p_strBefore),
-            NameOf(p_objItems, p_objItem),
+            std::string(MItemNames::Of(p_objItems, p_objItem)),
             static_cast<std::size_t>(p_objItem->m_iLength),
             AllowedIn(*p_objItem),
             {},
@@ -69,18 +58,23 @@ Field Number(std::string p_strName, std::size_t p_iWidth, std::string p_strBefor
     return {std::move(p_strBefore), std::move(p_strName), p_iWidth, Digits, {}, nullptr};
 }
 
-/// One of the bytes p_strAllowed, which stand for the last entries of the list p_strList.
-Field Choice(std::string p_strName, std::string_view p_strAllowed, std::string_view p_strList,
-             std::string p_strBefore = {}) {
-    const auto& strEntries = MChoiceLists::Get(p_strList).m_strEntries;
-    const auto iEntries = static_cast<std::ptrdiff_t>(p_strAllowed.size());
-    return {std::move(p_strBefore),
-            std::move(p_strName),
-            1,
-            p_strAllowed,
-            {std::prev(strEntries.end(), iEntries), strEntries.end()},
-            nullptr};
+/// One byte of p_strAllowed, each with its meaning; not kept.
+Field Choice(std::string p_strName, std::string_view p_strAllowed,
+             std::vector<std::string_view> p_strMeanings, std::string p_strBefore = {}) {
+    return {std::move(p_strBefore), std::move(p_strName),     1,
+            p_strAllowed,           std::move(p_strMeanings), nullptr};
 }
+
+/// What is cleared, and for which country; printed how and cut how; by which sensor.
+const std::vector<std::string_view> Memories{"PARAMETER", "MANTE.CNT"};
+const std::vector<std::string_view> Destinations{"JA", "CN", "QP", "QQ"};
+const std::vector<std::string_view> Patterns{"FEED",       "SLANT LINE(1DOT)", "SLANT LINE(3DOT)",
+                                             "CHARACTERS", "BARCODE",          "FACTORY TEST"};
+const std::vector<std::string_view> Speeds{"2\"/sec", "4\"/sec"};
+const std::vector<std::string_view> Cuts{"NO CUT", "WITH CUT", "PEEL OFF"};
+const std::vector<std::string_view> Methods{"DIRECT", "TRANSFR"};
+const std::vector<std::string_view> MediaSensors{"NONE", "REFLECT.", "TRANS."};
+const std::vector<std::string_view> CalibratedSensors{"REFLECT.", "TRANS."};
 
 Layout ReadSettings() {
     return {{{"",
@@ -110,11 +104,10 @@ Layout Dhcp(const CItemManager& p_objItems) {
 
 /// The destination is a matter of the parameters: only their clearing can name one.
 std::vector<Layout> RamClear() {
-    const Field objDestination = Choice("Destination", "0123", "ram-clear-destination");
-    Field objParameter = Choice("Mode", "01", "ram-clear-mode");
+    const Field objDestination = Choice("Destination", "0123", Destinations);
+    Field objParameter = Choice("Mode", "01", Memories);
     objParameter.m_strAllowed = "0";
-    return {{{Choice("Mode", "01", "ram-clear-mode")}, {}, {}},
-            {{objParameter, objDestination}, {}, {}}};
+    return {{{Choice("Mode", "01", Memories)}, {}, {}}, {{objParameter, objDestination}, {}, {}}};
 }
 
 /// Both sensors are adjusted one by one, then each once more with the paper away.
@@ -125,12 +118,10 @@ std::vector<Layout> SensorAdjust() {
 
 /// The tool never sends the pattern code 5: its factory test is 6.
 Layout TestPrint() {
-    return {{Choice("Pattern", "012346", "test-print-pattern"), Number("LabelLength", 4),
+    return {{Choice("Pattern", "012346", Patterns), Number("LabelLength", 4),
              Number("PrintLength", 4), Number("IssueCount", 4, MCommand::TestPrintFixedField),
-             Choice("PrintSpeed", "01", "test-print-speed"),
-             Choice("Sensor", "012", "test-print-sensor"),
-             Choice("CutType", "012", "test-print-cut"),
-             Choice("PrintType", "01", "test-print-type")},
+             Choice("PrintSpeed", "01", Speeds), Choice("Sensor", "012", MediaSensors),
+             Choice("CutType", "012", Cuts), Choice("PrintType", "01", Methods)},
             {},
             {}};
 }
@@ -178,13 +169,13 @@ std::vector<Layout> Forms(MCommandKind::Kind p_iKind, const CItemManager& p_objI
     case Kind::RamClear:
         return RamClear();
     case Kind::ThresholdCalib:
-        return {{{Choice("Sensor", "12", "threshold-sensor", "1000,")}, {}, {}}};
+        return {{{Choice("Sensor", "12", CalibratedSensors, "1000,")}, {}, {}}};
     case Kind::SensorAdjust:
         return SensorAdjust();
     case Kind::TestPrint:
         return {TestPrint()};
     case Kind::DiagPrint:
-        return {{{Choice("PrintType", "01", "diag-print-type")}, {}, {}}};
+        return {{{Choice("PrintType", "01", Methods)}, {}, {}}};
     case Kind::Unknown:
         return {};
     default:

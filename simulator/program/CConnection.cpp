@@ -11,10 +11,12 @@ constexpr std::size_t MostSteps = 256;  // waiting steps above which nothing mor
 
 }  // namespace
 
-CConnection::CConnection(QTcpSocket* p_objSocket, CSession p_objSession, QObject* p_objParent)
+CConnection::CConnection(QTcpSocket* p_objSocket, CSession p_objSession,
+                         std::function<void()> p_fnReceived, QObject* p_objParent)
     : QObject(p_objParent)
     , m_objSocket(p_objSocket)
     , m_objSession(std::move(p_objSession))
+    , m_fnReceived(std::move(p_fnReceived))
     , m_objSteps([this] { Work(); }) {
     m_objSocket->setParent(this);
     m_objSocket->setReadBufferSize(MostUnread);
@@ -23,19 +25,36 @@ CConnection::CConnection(QTcpSocket* p_objSocket, CSession p_objSession, QObject
     m_objTurn.setSingleShot(true);
     connect(m_objSocket, &QTcpSocket::readyRead, this, &CConnection::Work);
     connect(m_objSocket, &QTcpSocket::bytesWritten, this, &CConnection::Work);
-    connect(m_objSocket, &QTcpSocket::disconnected, this, [this] {
-        m_bClosing = true;
-        m_objSession.Note("connection ended");
-        deleteLater();
-    });
+    connect(m_objSocket, &QTcpSocket::disconnected, this, &CConnection::End);
     connect(&m_objTurn, &QTimer::timeout, this, &CConnection::Work);
 }
 
 void CConnection::Start() {
-    m_objSession.Note("connected from " + m_objSocket->peerAddress().toString().toStdString() +
-                      " port " + std::to_string(m_objSocket->peerPort()));
+    const std::string strPeer = m_objSocket->peerAddress().toString().toStdString();
+    m_objSession.Note("connected from " + strPeer + " port " +
+                      std::to_string(m_objSocket->peerPort()));
+    m_objSession.Event(
+        "connected",
+        CJsonObject().Text("peer", strPeer).Number("peer-port", m_objSocket->peerPort()));
     m_objSteps.Add(m_objSession.Connected());
     Work();
+    if (m_objSocket->state() == QAbstractSocket::UnconnectedState && !m_bEnded) {
+        End();  // it has ended while it waited to be taken
+    }
+}
+
+void CConnection::End() {
+    m_objSession.Note("connection ended");
+    m_objSession.Event("closed", CJsonObject().Text("by", m_bClosing ? "printer" : "peer"));
+    m_bClosing = true;
+    m_bEnded = true;
+    deleteLater();
+}
+
+void CConnection::Abort() {
+    m_bClosing = true;
+    m_objSteps.Clear();
+    m_objSocket->abort();
 }
 
 void CConnection::Work() {
@@ -59,6 +78,7 @@ void CConnection::Read() {
         m_objSteps.Add(
             m_objSession.Received({reinterpret_cast<const std::uint8_t*>(arrBytes.constData()),
                                    static_cast<std::size_t>(arrBytes.size())}));
+        m_fnReceived();
     }
 }
 

@@ -1,34 +1,31 @@
 #include "simulator/program/COptions.h"
 
-#include "simulator/CPrinter.h"
+#include "simulator/program/COptionReader.h"
+#include "simulator/program/MFaultOptions.h"
 
-#include <QCommandLineParser>
 #include <QFile>
-
-#include <optional>
 
 namespace {
 
-constexpr unsigned LongestWait = 3'600'000;  // milliseconds: an hour
-constexpr unsigned MostBytes = 65'535;
-constexpr unsigned MostCommands = 1'000'000;
-
 constexpr const char* Description =
-    "Plays a Varden label printer on the network or on a serial line: it answers the setting "
-    "tool's\n"
-    "commands, keeps the settings it is sent, and can be told to answer badly. Faults can be\n"
+    "Plays a Varden label printer on the network, on a serial line or on USB, or many on the\n"
+    "network: it answers the setting tool's commands, keeps the settings it is sent, and can be\n"
+    "told to answer badly, to store wrongly, to lose its power and to move. Faults can be "
     "combined.\n"
     "\n"
     "What passes is printed: \"> \" a command received and what it means, \"< \" bytes sent, \"! "
     "\"\n"
     "what went wrong. A byte that cannot be printed is shown by its code, such as <01> or <FF>.\n"
-    "Ctrl-C ends the program and prints how many commands of each kind came.\n"
+    "Ctrl-C ends the program and prints how many commands of each kind came. The signal USR1\n"
+    "writes the settings (see --dump), USR2 takes the power for a while (see --power-back).\n"
     "\n"
     "  varden-printer-simulator                         a printer that behaves, on 127.0.0.1:8000\n"
     "  varden-printer-simulator --serial --alias /dev/com1   a printer on the serial port COM1\n"
     "  varden-printer-simulator --usb varden-setting-tool   the tool, with a printer on USB\n"
+    "  varden-printer-simulator --printers 1000         as many, on 127.0.0.1 and what follows\n"
     "  varden-printer-simulator --status 14             a printer that has run out of ribbon\n"
-    "  varden-printer-simulator --delay 900 --pieces 5  slow answers, bit by bit";
+    "  varden-printer-simulator --delay 900 --pieces 5  slow answers, bit by bit\n"
+    "  varden-printer-simulator --power-cut 40 --forget the power goes in the middle of a SET";
 
 void AddOptions(QCommandLineParser& p_objParser) {
     p_objParser.setApplicationDescription(Description);
@@ -45,121 +42,127 @@ void AddOptions(QCommandLineParser& p_objParser) {
         {"alias", "With --serial: makes a link of that name to the line, and removes it at the end. What is already there stays, and is an error.", "PATH"},
         {"usb", "Runs PROGRAM with its arguments in an emulated system in which the printer is plugged in on USB; ends with it, and with its exit code. The last of the options."},
         {"status", "The two characters of the status code in answers, 00 (ON LINE) unless given; 06 (Command Error) always answers a wrong command.", "CODE"},
-        {"silent", "Carries commands out, but never answers."},
-        {"delay", "Waits so many milliseconds before each answer.", "MS"},
-        {"pieces", "Sends each answer in pieces of so many bytes.", "N"},
-        {"gap", "The milliseconds between two pieces, 10 unless given.", "MS"},
-        {"cut", "Sends only the first so many bytes of each answer, never the rest.", "N"},
-        {"junk", "Sends junk in place of each answer."},
-        {"junk-before", "Sends junk right in front of each answer."},
-        {"close-after", "Closes a connection once so many of its commands are answered; 0 closes it at once. A serial line is pulled out a moment later, and a new one takes its place, also under the alias.", "N"},
+        {"fill", "What fills host name and DHCP client identifier up in answers: blanks, unless given, or ff for the byte 0xFF.", "WITH"},
+        {"printers", "So many printers, each with its own settings and its own address: that of --host and those that follow, all at the same port. One line for each tells where it listens.", "N"},
+        {"by-port", "With --printers: all at the same address, each at its own port, from --port on; with --port 0 any free ones."},
+        {"own-address", "The settings name from the start the address and the port at which the printer listens."},
+        {"faulty", "With --printers: the faults below, and --status, are those of printer N only, the others behave. Can be given several times.", "N"},
+        {"log", "Writes what passes into a file, for programs: one JSON object a line.", "FILE"},
+        {"dump", "Writes the settings of all printers into a file, a JSON object, at the end and whenever the signal USR1 comes.", "FILE"},
     });
     // clang-format on
+    p_objParser.addOptions(MFaultOptions::All());
 }
 
-/// Reads the options of one command line; remembers the first thing that is wrong.
-class CReader {
-public:
-    explicit CReader(const QCommandLineParser& p_objParser)
-        : m_objParser(p_objParser) {}
-
-    /// The option's number, or nothing when it is not given or wrong.
-    std::optional<unsigned> Number(const QString& p_strOption, unsigned p_iLowest,
-                                   unsigned p_iHighest) {
-        if (!m_objParser.isSet(p_strOption)) {
-            return std::nullopt;
-        }
-        const QString strValue = m_objParser.value(p_strOption);
-        bool bNumber = false;
-        const unsigned iNumber = strValue.toUInt(&bNumber);
-        if (!bNumber || iNumber < p_iLowest || iNumber > p_iHighest) {
-            Wrong(p_strOption, QString("a number from %1 to %2").arg(p_iLowest).arg(p_iHighest));
-            return std::nullopt;
-        }
-        return iNumber;
-    }
-
-    void Wrong(const QString& p_strOption, const QString& p_strExpected) {
-        if (m_strError.isEmpty()) {
-            m_strError = QString("--%1 needs %2, not \"%3\".")
-                             .arg(p_strOption, p_strExpected, m_objParser.value(p_strOption));
-        }
-    }
-
-    void Misplaced(const QString& p_strError) {
-        if (m_strError.isEmpty()) {
-            m_strError = p_strError;
-        }
-    }
-
-    [[nodiscard]] const QString& Error() const { return m_strError; }
-
-private:
-    const QCommandLineParser& m_objParser;
-    QString m_strError;
-};
-
-void ReadAddress(const QCommandLineParser& p_objParser, CReader& p_objReader,
-                 COptions& p_objOptions) {
-    if (p_objParser.isSet("host") &&
-        !p_objOptions.m_objHost.setAddress(p_objParser.value("host"))) {
+void ReadAddress(COptionReader& p_objReader, COptions& p_objOptions) {
+    if (p_objReader.IsSet("host") &&
+        !p_objOptions.m_objHost.setAddress(p_objReader.Value("host"))) {
         p_objReader.Wrong("host", "an IP address");
     }
     if (const auto iPort = p_objReader.Number("port", 0, 65'535)) {
         p_objOptions.m_iPort = static_cast<std::uint16_t>(*iPort);
     }
-    if (p_objParser.isSet("status")) {
-        p_objOptions.m_strStatus = p_objParser.value("status").toStdString();
+}
+
+void ReadManner(COptionReader& p_objReader, COptions& p_objOptions) {
+    if (p_objReader.IsSet("status")) {
+        p_objOptions.m_strStatus = p_objReader.Value("status").toStdString();
         if (!CPrinter::IsStatus(p_objOptions.m_strStatus)) {
             p_objReader.Wrong("status", "two printable characters");
         }
     }
+    const QString strFill = p_objReader.Value("fill");
+    if (strFill == "ff") {
+        p_objOptions.m_cFill = CPrinter::Fill;
+    } else if (p_objReader.IsSet("fill") && strFill != "blanks") {
+        p_objReader.Wrong("fill", "blanks or ff");
+    }
 }
 
-void ReadSerial(const QCommandLineParser& p_objParser, CReader& p_objReader,
-                COptions& p_objOptions) {
-    p_objOptions.m_bSerial = p_objParser.isSet("serial");
-    p_objOptions.m_strAlias = QFile::encodeName(p_objParser.value("alias")).toStdString();
-    if (p_objParser.isSet("alias")) {
-        if (p_objOptions.m_strAlias.empty()) {
-            p_objReader.Wrong("alias", "a path");
-        }
-        if (!p_objOptions.m_bSerial) {
-            p_objReader.Misplaced("--alias goes with --serial only.");
-        }
+void ReadFile(COptionReader& p_objReader, const QString& p_strOption, std::string& p_strFile) {
+    p_strFile = QFile::encodeName(p_objReader.Value(p_strOption)).toStdString();
+    if (p_objReader.IsSet(p_strOption) && p_strFile.empty()) {
+        p_objReader.Wrong(p_strOption, "a path");
     }
-    if (p_objOptions.m_bSerial && (p_objParser.isSet("host") || p_objParser.isSet("port"))) {
+}
+
+/// What is wrong with as many printers where they are to be; empty when nothing is.
+QString FleetError(const COptions& p_objOptions) {
+    const auto iLast = static_cast<quint32>(p_objOptions.m_iPrinters - 1);
+    bool bFourNumbers = false;
+    const quint32 iHost = p_objOptions.m_objHost.toIPv4Address(&bFourNumbers);
+    if (p_objOptions.m_bOwnAddress && !bFourNumbers) {
+        return "--own-address needs a --host of four numbers.";
+    }
+    if (iLast == 0) {
+        return {};
+    }
+    if (p_objOptions.m_bByPort) {
+        return p_objOptions.m_iPort > 0 && p_objOptions.m_iPort + iLast > 65'535
+                   ? "There are not so many ports from --port on."
+                   : QString();
+    }
+    if (!bFourNumbers || iHost == 0 || iHost + iLast < iHost) {
+        return "--printers needs a --host of four numbers to count on from, or --by-port.";
+    }
+    return {};
+}
+
+void ReadFleet(COptionReader& p_objReader, COptions& p_objOptions) {
+    p_objOptions.m_iPrinters =
+        p_objReader.Number("printers", 1, COptions::MostPrinters).value_or(1);
+    p_objOptions.m_bByPort = p_objReader.IsSet("by-port");
+    p_objOptions.m_bOwnAddress = p_objReader.IsSet("own-address");
+    if (const QString strError = FleetError(p_objOptions); !strError.isEmpty()) {
+        p_objReader.Misplaced(strError);
+    }
+    for (const QString& strValue : p_objReader.Values("faulty")) {
+        const unsigned iNumber = strValue.toUInt();
+        if (iNumber < 1 || iNumber > p_objOptions.m_iPrinters) {
+            p_objReader.Wrong("faulty", "the number of a printer", strValue);
+        }
+        p_objOptions.m_iFaulty.insert(iNumber);
+    }
+}
+
+/// Whether options are given that only a printer on the network has.
+bool OnNetwork(const COptionReader& p_objReader) {
+    return p_objReader.IsSet("host") || p_objReader.IsSet("port");
+}
+
+bool OfFleet(const COptionReader& p_objReader) {
+    return p_objReader.IsSet("printers") || p_objReader.IsSet("by-port") ||
+           p_objReader.IsSet("own-address") || p_objReader.IsSet("faulty");
+}
+
+void ReadSerial(COptionReader& p_objReader, COptions& p_objOptions) {
+    p_objOptions.m_bSerial = p_objReader.IsSet("serial");
+    ReadFile(p_objReader, "alias", p_objOptions.m_strAlias);
+    if (p_objReader.IsSet("alias") && !p_objOptions.m_bSerial) {
+        p_objReader.Misplaced("--alias goes with --serial only.");
+    }
+    if (p_objOptions.m_bSerial && OnNetwork(p_objReader)) {
         p_objReader.Misplaced("--host and --port do not go with --serial.");
     }
+    if (p_objOptions.m_bSerial && OfFleet(p_objReader)) {
+        p_objReader.Misplaced("Several printers, and printers with addresses, are on the network.");
+    }
 }
 
-void ReadUsb(const QCommandLineParser& p_objParser, CReader& p_objReader, COptions& p_objOptions) {
-    if (!p_objParser.isSet("usb")) {
+void ReadUsb(COptionReader& p_objReader, const QStringList& p_strProgram, COptions& p_objOptions) {
+    if (!p_objReader.IsSet("usb")) {
         return;
     }
-    p_objOptions.m_strUsbProgram = p_objParser.positionalArguments();
-    if (p_objOptions.m_strUsbProgram.isEmpty()) {
+    p_objOptions.m_strUsbProgram = p_strProgram;
+    if (p_strProgram.isEmpty()) {
         p_objReader.Misplaced("--usb needs a program to run.");
     }
-    if (p_objOptions.m_bSerial || p_objParser.isSet("host") || p_objParser.isSet("port")) {
+    if (p_objOptions.m_bSerial || OnNetwork(p_objReader)) {
         p_objReader.Misplaced("--host, --port and --serial do not go with --usb.");
     }
-}
-
-CFaultSettings ReadFaults(const QCommandLineParser& p_objParser, CReader& p_objReader) {
-    CFaultSettings objFaults;
-    objFaults.m_bSilent = p_objParser.isSet("silent");
-    objFaults.m_bJunk = p_objParser.isSet("junk");
-    objFaults.m_bJunkBefore = p_objParser.isSet("junk-before");
-    objFaults.m_iDelay =
-        std::chrono::milliseconds(p_objReader.Number("delay", 0, LongestWait).value_or(0));
-    objFaults.m_iPieces = p_objReader.Number("pieces", 1, MostBytes).value_or(0);
-    if (const auto iGap = p_objReader.Number("gap", 0, LongestWait)) {
-        objFaults.m_iGap = std::chrono::milliseconds(*iGap);
+    if (OfFleet(p_objReader)) {
+        p_objReader.Misplaced("Several printers, and printers with addresses, are on the network.");
     }
-    objFaults.m_iCut = p_objReader.Number("cut", 0, MostBytes);
-    objFaults.m_iCloseAfter = p_objReader.Number("close-after", 0, MostCommands);
-    return objFaults;
 }
 
 }  // namespace
@@ -178,12 +181,38 @@ COptions::COptions(const QStringList& p_strArguments) {
                          .arg(objParser.positionalArguments().constFirst());
         return;
     }
-    CReader objReader(objParser);
-    ReadAddress(objParser, objReader, *this);
-    ReadSerial(objParser, objReader, *this);
-    ReadUsb(objParser, objReader, *this);
-    m_objFaults = ReadFaults(objParser, objReader);
+    COptionReader objReader(objParser);
+    ReadAddress(objReader, *this);
+    ReadManner(objReader, *this);
+    ReadSerial(objReader, *this);
+    ReadUsb(objReader, objParser.positionalArguments(), *this);
+    ReadFleet(objReader, *this);
+    ReadFile(objReader, "log", m_strEvents);
+    ReadFile(objReader, "dump", m_strDump);
+    m_objFaults = MFaultOptions::ReadAnswers(objReader);
+    m_objStateFaults = MFaultOptions::ReadState(objReader);
     m_strError = objReader.Error();
+}
+
+bool COptions::IsFaulty(std::size_t p_iNumber) const {
+    return m_iFaulty.empty() || m_iFaulty.contains(p_iNumber);
+}
+
+void COptions::Prepare(CPrinter& p_objPrinter, std::size_t p_iNumber) const {
+    p_objPrinter.SetFill(m_cFill);
+    if (IsFaulty(p_iNumber)) {
+        p_objPrinter.SetStatus(m_strStatus);
+        p_objPrinter.SetFaults(m_objStateFaults);
+    }
+}
+
+std::string COptions::DescribeFaults() const {
+    std::string strAnswers = m_objFaults.Describe();
+    const std::string strState = m_objStateFaults.Describe();
+    if (strState == CStateFaults().Describe()) {
+        return strAnswers;
+    }
+    return strAnswers == CFaultSettings().Describe() ? strState : strAnswers + "; " + strState;
 }
 
 QString COptions::HelpText() {

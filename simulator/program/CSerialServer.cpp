@@ -20,7 +20,7 @@ constexpr std::size_t MostSteps = 256;      // waiting steps above which nothing
 }  // namespace
 
 CSerialServer::CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults,
-                             ISimulatorLog& p_objLog, Told p_objTold)
+                             CPrinterLog& p_objLog, Told p_objTold)
     : m_objPrinter(p_objPrinter)
     , m_objFaults(std::move(p_objFaults))
     , m_objLog(p_objLog)
@@ -29,8 +29,10 @@ CSerialServer::CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults,
     m_objLook.setInterval(LookInterval);
     m_objPullOut.setInterval(PullOutDelay);
     m_objPullOut.setSingleShot(true);
+    m_objPowerBack.setSingleShot(true);
     connect(&m_objLook, &QTimer::timeout, this, &CSerialServer::Look);
     connect(&m_objPullOut, &QTimer::timeout, this, &CSerialServer::PullOut);
+    connect(&m_objPowerBack, &QTimer::timeout, this, &CSerialServer::ComeBack);
 }
 
 void CSerialServer::Listen(const std::string& p_strAlias) {
@@ -46,11 +48,13 @@ void CSerialServer::PlugIn() {
     m_objArrived->setEnabled(false);  // it would fire all the time while nobody has the port open
     connect(m_objArrived.get(), &QSocketNotifier::activated, this, &CSerialServer::Work);
     m_objLook.start();
+    m_objLog.SetAddress(m_objTerminal->Name());
+    m_objLog.Event(0, "listening", {});
     m_objTold.m_fnListening(m_objTerminal->Name());
 }
 
 void CSerialServer::PullOut() {
-    End();
+    End(true);
     m_objArrived.reset();
     m_objTerminal.reset();
     try {
@@ -70,15 +74,18 @@ void CSerialServer::Look() {
 }
 
 void CSerialServer::Begin() {
-    m_objSession.emplace(++m_iSessions, m_objPrinter, m_objFaults, m_objLog);
+    m_objSession.emplace(++m_iSessions, m_objPrinter, m_objFaults, m_objLog,
+                         CSession::Wire::Serial);
     m_objSession->Note("port opened");
+    m_objSession->Event("connected");
     m_objSteps.Add(m_objSession->Connected());
     Work();
 }
 
-void CSerialServer::End() {
+void CSerialServer::End(bool p_bPulledOut) {
     if (m_objSession) {
         m_objSession->Note("port closed");
+        m_objSession->Event("closed", CJsonObject().Text("by", p_bPulledOut ? "printer" : "peer"));
     }
     m_objSession.reset();
     m_objSteps.Clear();
@@ -95,7 +102,7 @@ void CSerialServer::Work() {
     Run();
     Send();
     if (!m_objTerminal->IsOpened() && !m_objTerminal->HasBytes() && !m_objPullOut.isActive()) {
-        End();
+        End(false);
         return;
     }
     m_objArrived->setEnabled(CanTakeMore());
@@ -113,6 +120,9 @@ void CSerialServer::Read() {
     }
     const std::vector<std::uint8_t> objBytes = m_objTerminal->Read(ReadBlock);
     m_objSteps.Add(m_objSession->Received(objBytes));
+    if (m_bOn && !m_objPrinter.IsOn()) {
+        LosePower();
+    }
 }
 
 void CSerialServer::Run() {
@@ -140,4 +150,34 @@ void CSerialServer::Send() {
         m_strUnsent.clear();  // nobody is there to hear it
     }
     m_strUnsent.erase(0, m_objTerminal->Write(m_strUnsent));
+}
+
+void CSerialServer::PowerCycle() {
+    if (m_objPrinter.IsOn()) {
+        m_objPrinter.PowerOff();
+        LosePower();
+    }
+}
+
+void CSerialServer::LosePower() {
+    m_bOn = false;
+    m_objLog.Line(0, "! power off");
+    m_objLog.Event(0, "power", CJsonObject().Flag("on", false));
+    m_objSteps.Clear();
+    m_strUnsent.clear();
+    if (m_objSession) {
+        // The half of a command that it has got is lost.
+        m_objSession.emplace(m_iSessions, m_objPrinter, m_objFaults, m_objLog,
+                             CSession::Wire::Serial);
+    }
+    if (m_objPrinter.Faults().m_iPowerBack) {
+        m_objPowerBack.start(*m_objPrinter.Faults().m_iPowerBack);
+    }
+}
+
+void CSerialServer::ComeBack() {
+    m_objPrinter.PowerOn();
+    m_bOn = true;
+    m_objLog.Line(0, "! power on");
+    m_objLog.Event(0, "power", CJsonObject().Flag("on", true));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/CPrinterLog.h"
 #include "simulator/CSession.h"
 #include "simulator/program/CPortAlias.h"
 #include "simulator/program/CPseudoTerminal.h"
@@ -17,7 +18,8 @@
 ///
 /// A session lasts from the opening of the port to its closing; answers that are due after that
 /// are lost, as on a line that nobody listens to. The fault that closes a connection pulls the
-/// line out: the port hangs up, and a new one takes its place under the same alias.
+/// line out: the port hangs up, and a new one takes its place under the same alias. Without power
+/// the port stays, and what is sent to it is lost.
 class CSerialServer : public QObject {
 public:
     /// What the server tells: the name of the port, each time there is a new one, and why there
@@ -28,7 +30,7 @@ public:
     };
 
     /// The printer and the log are not owned and must outlive the server.
-    CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults, ISimulatorLog& p_objLog,
+    CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults, CPrinterLog& p_objLog,
                   Told p_objTold);
 
     /// Opens the line and tells its name.
@@ -36,22 +38,28 @@ public:
     ///        empty for none. Throws std::runtime_error when that or the line cannot be had.
     void Listen(const std::string& p_strAlias);
 
+    /// Takes the printer's power, and gives it back after the time that its faults tell. Does
+    /// nothing while there is no power.
+    void PowerCycle();
+
 private:
     void PlugIn();
     void PullOut();
     void Look();
     void Begin();
-    void End();
+    void End(bool p_bPulledOut);
     void Work();
     void Read();
     void Run();
     void CarryOut(const CWireStep& p_objStep);
     void Send();
+    void LosePower();
+    void ComeBack();
     [[nodiscard]] bool CanTakeMore() const;
 
     CPrinter& m_objPrinter;
     CFaultSettings m_objFaults;
-    ISimulatorLog& m_objLog;
+    CPrinterLog& m_objLog;
     Told m_objTold;
     std::unique_ptr<CPortAlias> m_objAlias;
     std::unique_ptr<CPseudoTerminal> m_objTerminal;
@@ -60,6 +68,8 @@ private:
     CStepQueue m_objSteps;
     QTimer m_objLook;
     QTimer m_objPullOut;
+    QTimer m_objPowerBack;
     std::string m_strUnsent;
     std::size_t m_iSessions = 0;  // ever begun
+    bool m_bOn = true;
 };

@@ -1,10 +1,9 @@
 #include "simulator/program/CUsbProgram.h"
 
-#include "simulator/program/CStopSignals.h"
+#include "simulator/program/CSignals.h"
 #include "simulator/usb/CEmulatedPrinter.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <QProcessEnvironment>
 
 #include <cstdlib>
@@ -27,42 +26,92 @@ QProcessEnvironment InsideEnvironment() {
 
 }  // namespace
 
-CUsbProgram::CUsbProgram(CPrinter& p_objPrinter, CFaultSettings p_objFaults,
-                         ISimulatorLog& p_objLog)
+CUsbProgram::CUsbProgram(CPrinter& p_objPrinter, CFaultSettings p_objFaults, CPrinterLog& p_objLog,
+                         std::function<void()> p_fnDump)
     : m_objPrinter(p_objPrinter)
     , m_objFaults(std::move(p_objFaults))
-    , m_objLog(p_objLog) {}
+    , m_objLog(p_objLog)
+    , m_fnDump(std::move(p_fnDump)) {
+    m_objPowerBack.setSingleShot(true);
+    QObject::connect(&m_objPowerBack, &QTimer::timeout, &m_objPowerBack, [this] { ComeBack(); });
+}
+
+CUsbProgram::~CUsbProgram() = default;
 
 int CUsbProgram::Run(const QStringList& p_strCommand) {
-    CUsbWorld objWorld;
-    const CEmulatedPrinter objDevice(objWorld, m_objPrinter, m_objLog, {}, m_objFaults);
-    QProcess objProgram;
-    objProgram.setProcessChannelMode(QProcess::ForwardedChannels);
-    objProgram.setInputChannelMode(QProcess::ForwardedInputChannel);
-    objProgram.setProcessEnvironment(InsideEnvironment());
+    PlugIn();
+    m_objProgram.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_objProgram.setInputChannelMode(QProcess::ForwardedInputChannel);
+    m_objProgram.setProcessEnvironment(InsideEnvironment());
     bool bStopped = false;
-    const CStopSignals objStopSignals([&] {
-        bStopped = true;
-        objProgram.terminate();
-    });
-    QObject::connect(&objProgram, &QProcess::finished, QCoreApplication::instance(),
+    const CSignals objSignals({[&] {
+                                   bStopped = true;
+                                   m_objProgram.terminate();
+                               },
+                               [this] { m_objDevice->Hold(m_fnDump); }, [this] { PowerCycle(); }});
+    QObject::connect(&m_objProgram, &QProcess::finished, QCoreApplication::instance(),
                      [] { QCoreApplication::quit(); });
-    objProgram.start(p_strCommand.constFirst(), p_strCommand.mid(1));
-    if (!objProgram.waitForStarted()) {
+    m_objProgram.start(p_strCommand.constFirst(), p_strCommand.mid(1));
+    if (!m_objProgram.waitForStarted()) {
         m_strError =
-            "Cannot start " + p_strCommand.constFirst() + ": " + objProgram.errorString() + ".";
+            "Cannot start " + p_strCommand.constFirst() + ": " + m_objProgram.errorString() + ".";
         return -1;
     }
-    if (objProgram.state() != QProcess::NotRunning) {
+    if (m_objProgram.state() != QProcess::NotRunning) {
         QCoreApplication::exec();
     }
     QCoreApplication::processEvents();  // Ctrl-C reaches both: its news may be behind the end's
-    if (bStopped) {
+    m_objDevice.reset();
+    return Result(p_strCommand.constFirst(), bStopped);
+}
+
+int CUsbProgram::Result(const QString& p_strProgram, bool p_bStopped) {
+    if (p_bStopped) {
         return EXIT_SUCCESS;  // it has ended as it was told, whichever way
     }
-    if (objProgram.exitStatus() != QProcess::NormalExit) {
-        m_strError = p_strCommand.constFirst() + " has crashed.";
+    if (m_objProgram.exitStatus() != QProcess::NormalExit) {
+        m_strError = p_strProgram + " has crashed.";
         return -1;
     }
-    return objProgram.exitCode();
+    return m_objProgram.exitCode();
+}
+
+void CUsbProgram::PlugIn() {
+    m_objLog.Event(0, "plugged-in", {});
+    m_objDevice = std::make_unique<CEmulatedPrinter>(m_objWorld, m_objPrinter, m_objLog,
+                                                     CUsbBehaviour(), m_objFaults);
+    m_objDevice->OnUnplugged([this] { Gone(); });
+}
+
+void CUsbProgram::Gone() {
+    m_objLog.Event(0, "unplugged", {});
+    if (m_objPrinter.IsOn()) {
+        return;
+    }
+    m_objLog.Line(0, "! power off");
+    m_objLog.Event(0, "power", CJsonObject().Flag("on", false));
+    if (const auto iBack = m_objPrinter.Faults().m_iPowerBack) {
+        // From the emulation's thread as well as from this one.
+        QMetaObject::invokeMethod(
+            &m_objPowerBack, [this, iBack] { m_objPowerBack.start(*iBack); }, Qt::QueuedConnection);
+    }
+}
+
+void CUsbProgram::PowerCycle() {
+    bool bOn = false;
+    m_objDevice->Hold([&] {
+        bOn = m_objPrinter.IsOn();
+        m_objPrinter.PowerOff();
+    });
+    if (bOn) {
+        m_objDevice->Unplug();
+    }
+}
+
+void CUsbProgram::ComeBack() {
+    m_objDevice.reset();
+    m_objPrinter.PowerOn();
+    m_objLog.Line(0, "! power on");
+    m_objLog.Event(0, "power", CJsonObject().Flag("on", true));
+    PlugIn();
 }

@@ -116,10 +116,24 @@ void CEmulatedPrinter::Unplug() {
 }
 
 void CEmulatedPrinter::UnplugNow() {
-    if (!std::exchange(m_bGone, true)) {
-        m_objTransfers.EndAll(m_objBehaviour.m_iUnplugError);
-        m_objWorld.Remove("/sys" + SysPath(m_iNumber));
+    if (std::exchange(m_bGone, true)) {
+        return;
     }
+    m_objTransfers.EndAll(m_objBehaviour.m_iUnplugError);
+    m_objWorld.Remove("/sys" + SysPath(m_iNumber));
+    if (m_fnGone) {
+        m_fnGone();
+    }
+}
+
+void CEmulatedPrinter::OnUnplugged(std::function<void()> p_fnGone) {
+    const std::lock_guard objLock(m_objMutex);
+    m_fnGone = std::move(p_fnGone);
+}
+
+void CEmulatedPrinter::Hold(const std::function<void()>& p_fnCall) const {
+    const std::lock_guard objLock(m_objMutex);
+    p_fnCall();
 }
 
 int CEmulatedPrinter::OnCall(_UMockdevIoctlBase* /*p_objHandler*/,

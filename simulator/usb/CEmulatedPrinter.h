@@ -6,6 +6,7 @@
 #include "simulator/usb/CUsbWire.h"
 #include "simulator/usb/CUsbWorld.h"
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -26,6 +27,12 @@ public:
     ~CEmulatedPrinter();
     CEmulatedPrinter(const CEmulatedPrinter&) = delete;
     CEmulatedPrinter& operator=(const CEmulatedPrinter&) = delete;
+
+    /// Calls p_fnGone once it is off the bus, on whichever thread that comes to pass.
+    void OnUnplugged(std::function<void()> p_fnGone);
+
+    /// Calls p_fnCall while the other thread keeps still and away from the printer.
+    void Hold(const std::function<void()>& p_fnCall) const;
 
     /// Takes it off the bus; transfers under way end with the behaviour's error. It stays off.
     void Unplug();
@@ -79,6 +86,7 @@ private:
     const _UMockdevIoctlClient* m_objOwner = nullptr;  // who has claimed the interface
     bool m_bDriver;
     bool m_bGone = false;
+    std::function<void()> m_fnGone;
     int m_iClaims = 0;
     unsigned m_iAlternate = 0;
     std::vector<Client> m_objClients;  // in the order of their opening

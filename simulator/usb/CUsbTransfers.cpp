@@ -175,11 +175,12 @@ void CUsbTransfers::Take(Urb& p_objUrb) {
     if (m_objBehaviour.m_iMostTaken > 0) {
         objBytes = objBytes.first(std::min(objBytes.size(), m_objBehaviour.m_iMostTaken));
     }
-    m_strTaken.append(objBytes.begin(), objBytes.end());
-    p_objUrb.End(0, objBytes.size());
-    m_objWire.Write(objBytes);
-    if (m_objBehaviour.m_iUnplug == CUsbBehaviour::Unplug::AfterWrite &&
-        m_strTaken.ends_with("|}")) {
+    const std::size_t iTaken = m_objWire.Write(objBytes);
+    m_strTaken.append(objBytes.begin(), objBytes.begin() + static_cast<std::ptrdiff_t>(iTaken));
+    p_objUrb.End(0, iTaken);
+    const bool bLeaves =
+        m_objBehaviour.m_iUnplug == CUsbBehaviour::Unplug::AfterWrite && m_strTaken.ends_with("|}");
+    if (bLeaves || !m_objWire.IsOn()) {
         m_fnUnplug();
     }
 }

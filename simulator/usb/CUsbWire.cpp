@@ -1,13 +1,22 @@
 #include "simulator/usb/CUsbWire.h"
 
+#include <algorithm>
+
 CUsbWire::CUsbWire(CPrinter& p_objPrinter, const CFaultSettings& p_objFaults,
                    ISimulatorLog& p_objLog)
-    : m_objSession(1, p_objPrinter, p_objFaults, p_objLog, CSession::Wire::Usb) {
+    : m_objPrinter(p_objPrinter)
+    , m_objSession(1, p_objPrinter, p_objFaults, p_objLog, CSession::Wire::Usb) {
     Schedule(m_objSession.Connected());
 }
 
-void CUsbWire::Write(std::span<const std::uint8_t> p_objBytes) {
+std::size_t CUsbWire::Write(std::span<const std::uint8_t> p_objBytes) {
+    const std::size_t iTaken = std::min(p_objBytes.size(), m_objPrinter.MostTaken());
     Schedule(m_objSession.Received(p_objBytes));
+    if (!IsOn()) {
+        m_objSteps.clear();
+        m_strDue.clear();
+    }
+    return iTaken;
 }
 
 bool CUsbWire::HasAnswer() {

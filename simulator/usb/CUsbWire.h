@@ -16,8 +16,12 @@ public:
     /// The printer and the log are not owned and outlive this.
     CUsbWire(CPrinter& p_objPrinter, const CFaultSettings& p_objFaults, ISimulatorLog& p_objLog);
 
-    /// Takes bytes that the computer has sent.
-    void Write(std::span<const std::uint8_t> p_objBytes);
+    /// Takes bytes that the computer has sent; how many of them the printer has got. Fewer than
+    /// all when its power has gone meanwhile.
+    std::size_t Write(std::span<const std::uint8_t> p_objBytes);
+
+    /// True while the printer has power.
+    [[nodiscard]] bool IsOn() const { return m_objPrinter.IsOn(); }
 
     /// True when there are bytes to read by now.
     [[nodiscard]] bool HasAnswer();
@@ -35,6 +39,7 @@ private:
     void Advance();
     void Schedule(const std::vector<CWireStep>& p_objSteps);
 
+    CPrinter& m_objPrinter;
     CSession m_objSession;
     std::deque<CWireStep> m_objSteps;
     Clock::time_point m_iStepDue;  // of the first step

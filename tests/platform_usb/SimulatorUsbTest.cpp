@@ -1,5 +1,8 @@
 #include "tests/simulator/CSimulatorProcess.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -106,6 +109,59 @@ TEST_F(SimulatorUsbTest, APrinterThatHangsUpIsUnpluggedBehindItsAnswer) {
               0);
     EXPECT_EQ(ClientLines(), (Texts{"open 0", "send 5", "receive 13 " + Status, "close 0", "open 0",
                                     "receive -1 ", "open -1"}));
+}
+
+TEST_F(SimulatorUsbTest, APrinterThatRefusesAndStoresWrongly) {
+    const QString strSet = "send:{Z2;2,-123-456-00+000+00+00-00-001014|}";
+    EXPECT_EQ(Run({"--refuse", "WS", "--stuck", "FeedDirection", "--half-fields", "3"},
+                  m_strStatus + QStringList{"open", strSet, "receive:13", "close"} + m_strRead),
+              0);
+    EXPECT_EQ(ClientLines().at(2), "receive 13 ..060000000..");
+    EXPECT_EQ(ClientLines().at(6), "receive 13 " + Status);
+    EXPECT_EQ(ClientLines().at(12), "receive 29 .0{0+123-000+00+00+00-00-00|}");
+}
+
+TEST_F(SimulatorUsbTest, WithoutPowerThePrinterIsUnpluggedUntilItIsBack) {
+    const QString strSet = "send:{Z2;2,-123+000+00+000+00+00-00-001014|}";
+    EXPECT_EQ(Run({"--power-cut", "44", "--power-back", "300"},
+                  m_strStatus +
+                      QStringList{"open", strSet, "receive:13", "close", "open", "wait:3000"} +
+                      m_strRead),
+              0);
+    EXPECT_EQ(ClientLines(),
+              (Texts{"open 0", "send 5", "receive 13 " + Status, "close 0", "open 0", "send 39",
+                     "receive -1 ", "close 0", "open -1", "wait ", "open 0", "send 7", "close 0",
+                     "open 0", "receive 29 .0{0-123+000+00+00+00-00-00|}", "close 0"}));
+    EXPECT_TRUE(HasLine("! power off"));
+    EXPECT_TRUE(HasLine("! power on"));
+}
+
+TEST_F(SimulatorUsbTest, ACommandThatThePowerCutsInTwoIsNeitherTakenNorCarriedOut) {
+    EXPECT_EQ(Run({"--power-cut", "36", "--power-back", "0", "--forget"},
+                  QStringList{"open", "send:{Z2;2,-123+000+00+000+00+00-00-001014|}", "close",
+                              "wait:3000"} +
+                      m_strRead),
+              0);
+    EXPECT_EQ(ClientLines().at(1), "send -1");
+    EXPECT_EQ(ClientLines().at(8), "receive 29 " + Settings0);
+}
+
+TEST_F(SimulatorUsbTest, ThePowerGoesAndTheSettingsAreWrittenWhenAsked) {
+    const QTemporaryDir objFolder;
+    const QString strDump = objFolder.filePath("dump");
+    m_objSimulator.Launch(QStringList{"--power-back", "100", "--dump", strDump, "--usb",
+                                      VARDEN_USB_CLIENT, "open", "send:{WS|}", "receive:13",
+                                      "close", "wait:4000"} +
+                          m_strRead);
+    ASSERT_TRUE(m_objSimulator.WaitForLine("client: close 0", PatienceMs));
+    EXPECT_TRUE(m_objSimulator.Dump(PatienceMs));
+    m_objSimulator.PowerCycle();
+    ASSERT_TRUE(m_objSimulator.WaitForLine("! power on", PatienceMs));
+    QFile::remove(strDump);
+    EXPECT_EQ(m_objSimulator.WaitForExit(PatienceMs), 0);
+    EXPECT_EQ(ClientLines().back(), "close 0");
+    EXPECT_TRUE(HasLine("client: receive 29 " + Settings0));
+    EXPECT_TRUE(QFile::exists(strDump)) << "at the end, once more";
 }
 
 TEST_F(SimulatorUsbTest, ItEndsWithTheProgramsExitCode) {

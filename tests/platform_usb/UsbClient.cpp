@@ -10,7 +10,8 @@
 #include <vector>
 
 // Does on USB what its arguments say, in their order, and prints the result of each: "open",
-// "send:TEXT", "receive:LENGTH", "close". Ends with 0 when each could be understood.
+// "send:TEXT", "receive:LENGTH", "close", "wait:MILLISECONDS". Ends with 0 when each could be
+// understood.
 
 namespace {
 
@@ -47,6 +48,9 @@ bool Do(IUsbLibrary& p_objLibrary, std::string_view p_strStep) {
         std::cout << Receive(p_objLibrary, std::stoul(strValue)) << std::endl;
     } else if (strName == "close") {
         std::cout << p_objLibrary.Dll_closeUSB() << std::endl;
+    } else if (strName == "wait") {
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::stoul(strValue)));
+        std::cout << std::endl;
     } else {
         return false;
     }

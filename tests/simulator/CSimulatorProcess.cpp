@@ -5,9 +5,12 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <fstream>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -31,7 +34,7 @@ CSimulatorProcess::~CSimulatorProcess() {
 }
 
 bool CSimulatorProcess::Start(const QStringList& p_strArguments) {
-    if (!LaunchAndListen(QStringList{"--port", "0"} + p_strArguments, "127.0.0.1:")) {
+    if (!LaunchAndListen(QStringList{"--port", "0"} + p_strArguments, "127.")) {
         return false;
     }
     const QString strPort = QString::fromStdString(m_strLines.front()).section(':', -1);
@@ -61,6 +64,16 @@ std::string CSimulatorProcess::Name() const {
         }
     }
     return strName;
+}
+
+std::vector<std::string> CSimulatorProcess::Addresses() const {
+    std::vector<std::string> strAddresses;
+    for (const std::string& strLine : m_strLines) {
+        if (strLine.starts_with(Listening)) {
+            strAddresses.push_back(strLine.substr(Listening.size()));
+        }
+    }
+    return strAddresses;
 }
 
 void CSimulatorProcess::Launch(const QStringList& p_strArguments) {
@@ -117,13 +130,57 @@ bool CSimulatorProcess::WaitUntil(const std::function<bool()>& p_objCondition,
 
 void CSimulatorProcess::Interrupt() {
 #ifdef Q_OS_UNIX
-    if (m_objProcess.processId() > 0) {
-        ::kill(static_cast<pid_t>(m_objProcess.processId()), SIGINT);
-    }
+    Signal(SIGINT);
 #else
     m_objProcess.terminate();
 #endif
 }
+
+#ifdef Q_OS_UNIX
+
+void CSimulatorProcess::Signal(int p_iSignal) {
+    if (m_objProcess.processId() > 0) {
+        ::kill(static_cast<pid_t>(m_objProcess.processId()), p_iSignal);
+    }
+}
+
+void CSimulatorProcess::LimitOpenFiles(std::uint64_t p_iFiles, std::uint64_t p_iMost) {
+    m_objProcess.setChildProcessModifier([p_iFiles, p_iMost] {
+        const rlimit objLimit{p_iFiles, p_iMost};
+        ::setrlimit(RLIMIT_NOFILE, &objLimit);
+    });
+}
+
+bool CSimulatorProcess::Dump(int p_iMilliseconds) {
+    const auto iWritten = [this] {
+        return std::count_if(m_strLines.begin(), m_strLines.end(), [](const std::string& p_str) {
+            return p_str.starts_with("Settings written to ");
+        });
+    };
+    const auto iBefore = iWritten();
+    Signal(SIGUSR1);
+    return WaitUntil([&] { return iWritten() > iBefore; }, p_iMilliseconds);
+}
+
+void CSimulatorProcess::PowerCycle() {
+    Signal(SIGUSR2);
+}
+
+std::chrono::milliseconds CSimulatorProcess::ProcessorTime() const {
+    // Behind the name in brackets: eleven other things, then the program's time and the system's.
+    std::ifstream objFile("/proc/" + std::to_string(m_objProcess.processId()) + "/stat");
+    std::string strText;
+    std::getline(objFile, strText, ')');
+    for (int i = 0; i < 11; ++i) {
+        objFile >> strText;
+    }
+    long iProgram = 0;
+    long iSystem = 0;
+    objFile >> iProgram >> iSystem;
+    return std::chrono::milliseconds((iProgram + iSystem) * 1000 / ::sysconf(_SC_CLK_TCK));
+}
+
+#endif
 
 void CSimulatorProcess::Terminate() {
     m_objProcess.terminate();

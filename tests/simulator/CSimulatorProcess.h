@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QStringList>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -22,7 +23,8 @@ public:
     CSimulatorProcess& operator=(CSimulatorProcess&&) = delete;
 
     /// Starts the program on any free port of 127.0.0.1 and waits until it listens. The further
-    /// arguments are the program's own options. False when it does not get that far.
+    /// arguments are the program's own options, another address of 127.0.0.0/8 among them. False
+    /// when it does not get that far.
     bool Start(const QStringList& p_strArguments = {});
 
     /// Starts the program on a serial line and waits until it listens there. False when it does
@@ -32,12 +34,18 @@ public:
     /// Starts the program with exactly these arguments and waits for nothing.
     void Launch(const QStringList& p_strArguments);
 
-    /// The port it listens on; 0 before Start.
+    /// Beforehand: how many files the program may have open, and how many it may ask for.
+    void LimitOpenFiles(std::uint64_t p_iFiles, std::uint64_t p_iMost);
+
+    /// The port it listens on, the first when there are several; 0 before Start.
     [[nodiscard]] std::uint16_t Port() const { return m_iPort; }
 
     /// The path of the serial line that it listens on, the latest when there were several; empty
     /// before StartSerial.
     [[nodiscard]] std::string Name() const;
+
+    /// Where its printers listen, in their order, such as 127.0.0.1:8000.
+    [[nodiscard]] std::vector<std::string> Addresses() const;
 
     /// The whole lines printed so far, without their ends.
     [[nodiscard]] const std::vector<std::string>& Lines() const { return m_strLines; }
@@ -63,6 +71,14 @@ public:
     /// Asks the program to end as the system does.
     void Terminate();
 
+    /// Asks the program to write its printers' settings, and waits until it says that it has.
+    bool Dump(int p_iMilliseconds);
+    /// Asks the program to take its printers' power for a while.
+    void PowerCycle();
+
+    /// How long the program has kept a processor busy so far.
+    [[nodiscard]] std::chrono::milliseconds ProcessorTime() const;
+
     /// True from its start to its end.
     [[nodiscard]] bool IsRunning() const { return m_objProcess.state() != QProcess::NotRunning; }
 
@@ -75,6 +91,7 @@ public:
 private:
     bool LaunchAndListen(const QStringList& p_strArguments, const std::string& p_strListening);
     void ReadOutput();
+    void Signal(int p_iSignal);
 
     QProcess m_objProcess;
     std::string m_strUnfinished;

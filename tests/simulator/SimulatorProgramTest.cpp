@@ -1,11 +1,14 @@
 #include "simulator/CPrinter.h"
 #include "simulator/MFaultPlan.h"
+#include "simulator/program/COptions.h"
+#include "tests/simulator/CPrinterClient.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QHostAddress>
+#include <QRegularExpression>
 #include <QTcpServer>
-#include <QTcpSocket>
 
 #include <gtest/gtest.h>
 
@@ -19,38 +22,7 @@ namespace {
 constexpr int PatienceMs = 20'000;
 const std::string Settings0 = "{0+000+000+00+00+00-00-00|}";
 
-/// A client of the simulator that notes what arrives, block by block.
-class CClient {
-public:
-    explicit CClient(std::uint16_t p_iPort) {
-        QObject::connect(&m_objSocket, &QTcpSocket::readyRead, &m_objSocket, [this] {
-            m_strBlocks.push_back(m_objSocket.readAll().toStdString());
-            m_strReceived += m_strBlocks.back();
-        });
-        m_objSocket.connectToHost(QHostAddress::LocalHost, p_iPort);
-    }
-
-    void Send(const std::string& p_strBytes) {
-        m_objSocket.write(p_strBytes.data(), static_cast<qint64>(p_strBytes.size()));
-    }
-    bool WaitForConnection() {
-        return CSimulatorProcess::WaitUntil(
-            [this] { return m_objSocket.state() == QAbstractSocket::ConnectedState; }, PatienceMs);
-    }
-    bool WaitForBytes(std::size_t p_iCount) {
-        return CSimulatorProcess::WaitUntil([&] { return m_strReceived.size() >= p_iCount; },
-                                            PatienceMs);
-    }
-    bool WaitForEnd() {
-        return CSimulatorProcess::WaitUntil(
-            [this] { return m_objSocket.state() == QAbstractSocket::UnconnectedState; },
-            PatienceMs);
-    }
-
-    QTcpSocket m_objSocket;
-    std::string m_strReceived;
-    std::vector<std::string> m_strBlocks;
-};
+using CClient = CPrinterClient;
 
 /// A started simulator and one client connected to it.
 class SimulatorProgramTest : public ::testing::Test {
@@ -246,12 +218,56 @@ TEST(SimulatorProgramStartTest, HelpNamesEveryOptionAndEndsWell) {
     for (const std::string& strLine : objSimulator.Lines()) {
         strHelp += strLine + '\n';
     }
-    for (const char* strOption :
-         {"--help", "--host <ADDRESS>", "--port <PORT>", "--status <CODE>", "--silent",
-          "--delay <MS>", "--pieces <N>", "--gap <MS>", "--cut <N>", "--junk ", "--junk-before",
-          "--close-after <N>", "--serial", "--alias <PATH>"}) {
+    for (const char* strOption : {"--help",
+                                  "--host <ADDRESS>",
+                                  "--port <PORT>",
+                                  "--status <CODE>",
+                                  "--silent",
+                                  "--delay <MS>",
+                                  "--pieces <N>",
+                                  "--gap <MS>",
+                                  "--cut <N>",
+                                  "--junk ",
+                                  "--junk-before",
+                                  "--close-after <N>",
+                                  "--serial",
+                                  "--alias <PATH>",
+                                  "--usb ",
+                                  "--printers <N>",
+                                  "--by-port",
+                                  "--own-address",
+                                  "--faulty <N>",
+                                  "--log <FILE>",
+                                  "--dump <FILE>",
+                                  "--fill <WITH>",
+                                  "--refuse <HEAD>",
+                                  "--refuse-only <N>",
+                                  "--stuck <SETTING>",
+                                  "--half-fields <N>",
+                                  "--half-bytes <N>",
+                                  "--half-of <HEAD>",
+                                  "--forget",
+                                  "--power-cut <N>",
+                                  "--power-back <MS>",
+                                  "--moves <WHEN>"}) {
         EXPECT_NE(strHelp.find(strOption), std::string::npos) << strOption << "\n" << strHelp;
     }
+}
+
+TEST(SimulatorProgramStartTest, TheManualsPageNamesEveryOption) {
+    QFile objFile(VARDEN_SIMULATOR_PAGE);
+    ASSERT_TRUE(objFile.open(QFile::ReadOnly));
+    const QString strPage = objFile.readAll();
+    int iOptions = 0;
+    for (const QString& strLine : COptions::HelpText().split('\n')) {
+        const QString strOption = strLine.section("--", 1).section(' ', 0, 0);
+        if (strLine.startsWith("  -") && !strOption.isEmpty()) {
+            ++iOptions;
+            EXPECT_TRUE(strPage.contains(QRegularExpression("`--" + strOption + "[ `]")))
+                << strOption.toStdString();
+        }
+    }
+    EXPECT_EQ(iOptions, 32);
 }
 
 TEST(SimulatorProgramStartTest, APortInUseIsAnErrorThatNamesIt) {
@@ -292,6 +308,32 @@ const std::vector<Wrong> WrongCommandLines{
     {"alias_empty", {"--serial", "--alias", ""}, "--alias needs a path, not \"\"."},
     {"serial_port", {"--serial", "--port", "8000"}, "--host and --port do not go with --serial."},
     {"serial_host", {"--host", "127.0.0.1", "--serial"}, "--host and --port do not go with --serial."},
+    {"no_printers", {"--printers", "0"}, "--printers needs a number from 1 to 10000, not \"0\"."},
+    {"too_many_printers", {"--printers", "10001"}, "--printers needs a number from 1 to 10000, not \"10001\"."},
+    {"printers_serial", {"--serial", "--printers", "2"}, "Several printers, and printers with addresses, are on the network."},
+    {"printers_usb", {"--own-address", "--usb", "x"}, "Several printers, and printers with addresses, are on the network."},
+    {"printers_six", {"--host", "::1", "--printers", "2"}, "--printers needs a --host of four numbers to count on from, or --by-port."},
+    {"printers_everywhere", {"--host", "0.0.0.0", "--printers", "2"}, "--printers needs a --host of four numbers to count on from, or --by-port."},
+    {"printers_end", {"--host", "255.255.255.254", "--printers", "3"}, "--printers needs a --host of four numbers to count on from, or --by-port."},
+    {"ports_end", {"--port", "65534", "--by-port", "--printers", "3"}, "There are not so many ports from --port on."},
+    {"own_address_six", {"--host", "::1", "--own-address"}, "--own-address needs a --host of four numbers."},
+    {"faulty_none", {"--faulty", "0"}, "--faulty needs the number of a printer, not \"0\"."},
+    {"faulty_other", {"--printers", "3", "--faulty", "1", "--faulty", "4"}, "--faulty needs the number of a printer, not \"4\"."},
+    {"fill", {"--fill", "zero"}, "--fill needs blanks or ff, not \"zero\"."},
+    {"log_empty", {"--log", ""}, "--log needs a path, not \"\"."},
+    {"dump_empty", {"--dump", ""}, "--dump needs a path, not \"\"."},
+    {"refuse", {"--refuse", "{Z5;", "--refuse", "{QX"}, "--refuse needs how a command begins, such as {Z2;, not \"{QX\"."},
+    {"refuse_empty", {"--refuse", ""}, "--refuse needs how a command begins, such as {Z2;, not \"\"."},
+    {"refuse_only_none", {"--refuse", "WS", "--refuse-only", "0"}, "--refuse-only needs a number from 1 to 1000000, not \"0\"."},
+    {"refuse_only_alone", {"--refuse-only", "1"}, "--refuse-only goes with --refuse only."},
+    {"stuck", {"--stuck", "m_objFontCode"}, "--stuck needs the name of a setting, such as FeedAdjustment, not \"m_objFontCode\"."},
+    {"half_fields", {"--half-fields", "x"}, "--half-fields needs a number from 0 to 65535, not \"x\"."},
+    {"half_bytes", {"--half-bytes", "-1"}, "--half-bytes needs a number from 0 to 65535, not \"-1\"."},
+    {"half_of", {"--half-bytes", "1", "--half-of", "x"}, "--half-of needs how a command begins, such as {Z2;, not \"x\"."},
+    {"half_of_alone", {"--half-of", "Z2"}, "--half-of goes with --half-fields or --half-bytes only."},
+    {"power_cut", {"--power-cut", "0"}, "--power-cut needs a number from 1 to 1000000000, not \"0\"."},
+    {"power_back", {"--power-back", "soon"}, "--power-back needs a number from 0 to 3600000, not \"soon\"."},
+    {"moves", {"--moves", "later"}, "--moves needs at-once, after-restart or never, not \"later\"."},
     {"stray_argument", {"now"}, "There is nothing to do with \"now\"."},
 };
 // clang-format on

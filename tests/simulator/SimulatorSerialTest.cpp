@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <unistd.h>
@@ -268,6 +269,79 @@ TEST_F(SimulatorSerialTest, OutlivesAFloodThatNobodyReadsTheAnswersOf) {
     OpenPort();
     Exchange("{Z5;0|}", Settings0);
     EXPECT_EQ(m_objSimulator.Stop(), 0);
+}
+
+// Faults of its state.
+
+constexpr const char* SetFeed = "{Z2;2,-123+000+00+000+00+00-00-001014|}";
+const std::string Changed0 = "{0-123+000+00+00+00-00-00|}";
+
+TEST_F(SimulatorSerialTest, RefusesAndStoresWrongly) {
+    Start({"--refuse", "WS", "--stuck", "FeedDirection", "--half-fields", "3"});
+    Exchange("{WS|}", CPrinter::StatusAnswer("06"));
+    Exchange("{Z2;2,-123-456-00+000+00+00-00-001014|}", CPrinter::StatusAnswer("00"));
+    Exchange("{Z5;0|}", "{0+123-000+00+00+00-00-00|}");
+}
+
+TEST_F(SimulatorSerialTest, WithoutPowerThePortStaysAndWhatIsSentIsLost) {
+    Start({"--power-cut", "50", "--power-back", "300"});
+    Exchange(SetFeed, CPrinter::StatusAnswer("00"));
+    m_objClient->Send("{WS|}{WS|}{WS|}");
+    ASSERT_TRUE(m_objSimulator.WaitForLine("! power off", PatienceMs));
+    m_objClient->Send("{WS|}{W");
+    ASSERT_TRUE(m_objSimulator.WaitForLine("! power on", PatienceMs));
+    Exchange("{Z5;0|}", Changed0);
+    EXPECT_EQ(m_objSimulator.Commands().size(), 4U);
+    EXPECT_EQ(m_objClient->Received(), CPrinter::StatusAnswer("00") + Changed0);
+}
+
+TEST_F(SimulatorSerialTest, ThePowerGoesForAWhileWhenAskedAndTakesTheSettingsWithIt) {
+    Start({"--forget", "--delay", "200", "--power-back", "10"});
+    Exchange(SetFeed, CPrinter::StatusAnswer("00"));
+    m_objClient->Send("{Z5;0|}{Z5");
+    ASSERT_TRUE(m_objSimulator.WaitForCommands(2, PatienceMs));
+    m_objSimulator.PowerCycle();
+    ASSERT_TRUE(m_objSimulator.WaitForLine("! power on", PatienceMs));
+    m_objClient->Send(";0|}");
+    ASSERT_TRUE(m_objSimulator.WaitForLine("that are no command: ;0|}", PatienceMs));
+    Exchange("{Z5;0|}", Settings0);
+    EXPECT_EQ(m_objClient->Received(), CPrinter::StatusAnswer("00") + Settings0)
+        << "neither a late answer nor the half of a command outlives the power";
+}
+
+TEST_F(SimulatorSerialTest, AnotherAddressAndAnotherLineFormatChangeNothingHere) {
+    Start({"--moves", "at-once"});
+    Exchange("{IP;2,127,000,000,077|}", CPrinter::StatusAnswer("00"));
+    Exchange("{IS;1,08001|}", CPrinter::StatusAnswer("00"));
+    Exchange("{Z2;1,00410021+0001B0A00000B0000000000100|}", CPrinter::StatusAnswer("00"));
+    Exchange("{Z5;0|}", Settings0);
+}
+
+TEST_F(SimulatorSerialTest, WritesEventsAndItsSettings) {
+    const QString strLog = m_objFolder.filePath("log");
+    const QString strDump = m_objFolder.filePath("dump");
+    Start({"--log", strLog, "--dump", strDump});
+    Exchange("{WS|}", CPrinter::StatusAnswer("00"));
+    ASSERT_TRUE(m_objSimulator.Dump(PatienceMs));
+    m_objClient.reset();
+    const auto strContent = [](const QString& p_strFile) {
+        std::ifstream objFile(p_strFile.toStdString());
+        return std::string(std::istreambuf_iterator<char>(objFile), {});
+    };
+    ASSERT_TRUE(CSimulatorProcess::WaitUntil(
+        [&] { return strContent(strLog).ends_with("\"by\": \"peer\"}\n"); }, PatienceMs));
+    const std::string strWho = "\"address\": \"" + m_objSimulator.Name() + "\", \"link\": \"com\"";
+    EXPECT_NE(strContent(strDump).find(strWho + ", \"power\": true, \"settings\": {"),
+              std::string::npos);
+    const std::string strEvents = strContent(strLog);
+    std::size_t iPosition = 0;
+    for (const char* strEvent : {"listening", "connected", "received", "answered", "closed"}) {
+        iPosition = strEvents.find(std::string("\"event\": \"") + strEvent, iPosition);
+        ASSERT_NE(iPosition, std::string::npos) << strEvent << "\n" << strEvents;
+    }
+    EXPECT_NE(
+        strEvents.find(strWho + ", \"connection\": 1, \"event\": \"closed\", \"by\": \"peer\""),
+        std::string::npos);
 }
 
 // The end.

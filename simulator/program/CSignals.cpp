@@ -1,4 +1,4 @@
-#include "simulator/program/CStopSignals.h"
+#include "simulator/program/CSignals.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -23,18 +23,20 @@ BOOL WINAPI OnConsoleEvent(DWORD p_iEvent) {
 
 }  // namespace
 
-CStopSignals::CStopSignals(std::function<void()> p_objStop)
-    : m_objStop(std::move(p_objStop)) {
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, m_objStop);
+CSignals::CSignals(Asked p_objAsked)
+    : m_objAsked(std::move(p_objAsked)) {
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            m_objAsked.m_fnStop);
     SetConsoleCtrlHandler(&OnConsoleEvent, TRUE);
 }
 
-CStopSignals::~CStopSignals() {
+CSignals::~CSignals() {
     SetConsoleCtrlHandler(&OnConsoleEvent, FALSE);
 }
 
 #else
 
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <fcntl.h>
@@ -47,10 +49,12 @@ namespace {
 std::atomic<int> g_iWriteEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
-void OnSignal(int /*p_iSignal*/) {
-    const char cAny = 0;
+constexpr std::array<int, 4> Signals{SIGINT, SIGTERM, SIGUSR1, SIGUSR2};
+
+void OnSignal(int p_iSignal) {
+    const auto cSignal = static_cast<char>(p_iSignal);
     // A full pipe already holds enough to wake the event loop.
-    [[maybe_unused]] const auto iWritten = ::write(g_iWriteEnd.load(), &cAny, 1);
+    [[maybe_unused]] const auto iWritten = ::write(g_iWriteEnd.load(), &cSignal, 1);
 }
 
 void Install(void (*p_objHandler)(int)) {
@@ -58,17 +62,18 @@ void Install(void (*p_objHandler)(int)) {
     objAction.sa_handler = p_objHandler;
     sigemptyset(&objAction.sa_mask);
     objAction.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &objAction, nullptr);
-    ::sigaction(SIGTERM, &objAction, nullptr);
+    for (const int iSignal : Signals) {
+        ::sigaction(iSignal, &objAction, nullptr);
+    }
 }
 
 }  // namespace
 
-CStopSignals::CStopSignals(std::function<void()> p_objStop)
-    : m_objStop(std::move(p_objStop)) {
+CSignals::CSignals(Asked p_objAsked)
+    : m_objAsked(std::move(p_objAsked)) {
     int iEnds[2]{};
     if (::pipe(iEnds) != 0) {
-        throw std::runtime_error("no pipe for the stop signals");
+        throw std::runtime_error("no pipe for the signals");
     }
     for (const int iEnd : iEnds) {
         ::fcntl(iEnd, F_SETFD, FD_CLOEXEC);
@@ -77,15 +82,29 @@ CStopSignals::CStopSignals(std::function<void()> p_objStop)
     g_iWriteEnd = iEnds[1];
     m_objNotifier = std::make_unique<QSocketNotifier>(iEnds[0], QSocketNotifier::Read);
     connect(m_objNotifier.get(), &QSocketNotifier::activated, this, [this] {
-        char cAny = 0;
-        if (::read(static_cast<int>(m_objNotifier->socket()), &cAny, 1) == 1) {
-            m_objStop();
+        char cSignal = 0;
+        if (::read(static_cast<int>(m_objNotifier->socket()), &cSignal, 1) == 1) {
+            Call(cSignal);
         }
     });
     Install(&OnSignal);
 }
 
-CStopSignals::~CStopSignals() {
+void CSignals::Call(int p_iSignal) const {
+    switch (p_iSignal) {
+    case SIGUSR1:
+        m_objAsked.m_fnDump();
+        break;
+    case SIGUSR2:
+        m_objAsked.m_fnPowerCycle();
+        break;
+    default:
+        m_objAsked.m_fnStop();
+        break;
+    }
+}
+
+CSignals::~CSignals() {
     Install(SIG_DFL);
     const auto iReadEnd = static_cast<int>(m_objNotifier->socket());
     m_objNotifier.reset();
