@@ -30,11 +30,14 @@ struct CUsbBehaviour {
 
     std::uint8_t m_iClass = 7;  ///< of its one interface; 7 is the printer's
     std::string m_strDeviceId = DeviceId("MFG:Varden;CMD:VARDEN;MDL:Label Printer;CLS:PRINTER;");
-    bool m_bStallsDeviceId = false;        ///< does not tell its identification
-    bool m_bHangsOnDeviceId = false;       ///< never answers the request for it
-    bool m_bClaimBusy = false;             ///< another program holds the interface
-    std::string m_strDriver = "usblp";     ///< the system's driver bound to it; may be none
-    bool m_bTakesNothing = false;          ///< whatever is sent waits for ever
+    std::string m_strManufacturer = "Varden";    ///< as the system reads it when it is plugged in
+    std::string m_strProduct = "Label Printer";  ///< the same
+    std::string m_strSerialNumber;               ///< the same; empty: it has none
+    bool m_bStallsDeviceId = false;              ///< does not tell its identification
+    bool m_bHangsOnDeviceId = false;             ///< never answers the request for it
+    bool m_bClaimBusy = false;                   ///< another program holds the interface
+    std::string m_strDriver = "usblp";           ///< the system's driver bound to it; may be none
+    bool m_bTakesNothing = false;                ///< whatever is sent waits for ever
     bool m_bTakesNoBytes = false;          ///< whatever is sent ends at once, without a byte taken
     std::size_t m_iMostTaken = 0;          ///< the most bytes of one transfer; 0: all
     std::chrono::milliseconds m_iSlow{0};  ///< how long each transfer to it takes
