@@ -5,8 +5,10 @@
 # The one list of packages.
 # shellcheck disable=SC2034  # used by the scripts that source this
 {
-    packages_build=(g++ clang cmake ninja-build qt6-base-dev qt6-serialport-dev libgl-dev pkg-config libusb-1.0-0-dev)
-    packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev)
+    packages_build=(g++ clang cmake ninja-build qt6-base-dev qt6-serialport-dev libgl-dev pkg-config libusb-1.0-0-dev
+        libcli11-dev nlohmann-json3-dev scdoc)
+    packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev
+        libvalijson-dev fish zsh)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
     packages_desktop=(xvfb openbox icewm xdotool python3 fontconfig fonts-liberation)
     packages_tour=(xvfb xauth fontconfig fonts-liberation)

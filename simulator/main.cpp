@@ -97,7 +97,8 @@ int ListenOnSerialLine(const COptions& p_objOptions, COutlets& p_objOutlets) {
     p_objOutlets.Watch(objPrinter, objLog);
     CSerialServer objServer(
         objPrinter, p_objOptions.m_objFaults, objLog,
-        {[](const std::string& p_strName) {
+        {[&](const std::string& p_strName) {
+             objLog.SetAddress(p_strName);
              std::cout << "Listening on " << p_strName << std::endl;
          },
          [](const std::string& p_strError) { QCoreApplication::exit(Fail(p_strError)); }});

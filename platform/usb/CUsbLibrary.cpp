@@ -1,5 +1,6 @@
 #include "platform/usb/CUsbLibrary.h"
 
+#include "platform/usb/CUsbDeviceList.h"
 #include "platform/usb/CUsbPrinter.h"
 #include "platform/usb/MDeviceId.h"
 
@@ -23,24 +24,6 @@ CUsbPrinter::Context MakeContext() {
     }
     return {objContext, &libusb_exit};
 }
-
-/// The devices there are now, in the system's order.
-class CDeviceList {
-public:
-    explicit CDeviceList(libusb_context* p_objContext) {
-        const ssize_t iCount = libusb_get_device_list(p_objContext, &m_objDevices);
-        m_iCount = iCount > 0 ? static_cast<std::size_t>(iCount) : 0;
-    }
-    ~CDeviceList() { libusb_free_device_list(m_objDevices, 1); }
-    CDeviceList(const CDeviceList&) = delete;
-    CDeviceList& operator=(const CDeviceList&) = delete;
-
-    [[nodiscard]] std::span<libusb_device*> Devices() const { return {m_objDevices, m_iCount}; }
-
-private:
-    libusb_device** m_objDevices = nullptr;
-    std::size_t m_iCount = 0;
-};
 
 /// Opened for a printer of the right maker; else how far it came.
 std::int32_t Identify(const std::shared_ptr<CUsbPrinter>& p_objPrinter) {
@@ -75,7 +58,7 @@ std::int32_t CUsbLibrary::Dll_openUSB() {
     if (!objContext) {
         return NotReady;
     }
-    const CDeviceList objList(objContext.get());
+    const CUsbDeviceList objList(objContext.get());
     std::int32_t iFurthest = NotReady;
     for (libusb_device* const objDevice : objList.Devices()) {
         if (!CUsbPrinter::IsPrinterClass(objDevice)) {

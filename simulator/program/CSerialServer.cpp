@@ -20,7 +20,7 @@ constexpr std::size_t MostSteps = 256;      // waiting steps above which nothing
 }  // namespace
 
 CSerialServer::CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults,
-                             CPrinterLog& p_objLog, Told p_objTold)
+                             ISimulatorLog& p_objLog, Told p_objTold)
     : m_objPrinter(p_objPrinter)
     , m_objFaults(std::move(p_objFaults))
     , m_objLog(p_objLog)
@@ -48,9 +48,8 @@ void CSerialServer::PlugIn() {
     m_objArrived->setEnabled(false);  // it would fire all the time while nobody has the port open
     connect(m_objArrived.get(), &QSocketNotifier::activated, this, &CSerialServer::Work);
     m_objLook.start();
-    m_objLog.SetAddress(m_objTerminal->Name());
-    m_objLog.Event(0, "listening", {});
     m_objTold.m_fnListening(m_objTerminal->Name());
+    m_objLog.Event(0, "listening", {});
 }
 
 void CSerialServer::PullOut() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "simulator/CPrinterLog.h"
 #include "simulator/CSession.h"
 #include "simulator/program/CPortAlias.h"
 #include "simulator/program/CPseudoTerminal.h"
@@ -30,7 +29,7 @@ public:
     };
 
     /// The printer and the log are not owned and must outlive the server.
-    CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults, CPrinterLog& p_objLog,
+    CSerialServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults, ISimulatorLog& p_objLog,
                   Told p_objTold);
 
     /// Opens the line and tells its name.
@@ -59,7 +58,7 @@ private:
 
     CPrinter& m_objPrinter;
     CFaultSettings m_objFaults;
-    CPrinterLog& m_objLog;
+    ISimulatorLog& m_objLog;
     Told m_objTold;
     std::unique_ptr<CPortAlias> m_objAlias;
     std::unique_ptr<CPseudoTerminal> m_objTerminal;

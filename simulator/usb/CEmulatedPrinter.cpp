@@ -27,6 +27,11 @@ std::string Node(int p_iNumber) {
     return "bus/usb/001/00" + std::to_string(p_iNumber + 1);
 }
 
+/// A line of a device's record; nothing for an empty text.
+std::string Attribute(const char* p_strName, const std::string& p_strText) {
+    return p_strText.empty() ? "" : std::string("\nA: ") + p_strName + "=" + p_strText + "\\n";
+}
+
 void Complete(_UMockdevIoctlClient* p_objClient, int p_iError) {
     umockdev_ioctl_client_complete(p_objClient, p_iError == 0 ? 0 : -1, p_iError);
 }
@@ -106,8 +111,11 @@ std::string CEmulatedPrinter::Record() const {
     return "P: " + SysPath(m_iNumber) + "\nN: " + Node(m_iNumber) +
            "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: BUSNUM=001\nE: DEVNUM=00" + strDevice +
            "\nE: DEVNAME=/dev/" + Node(m_iNumber) + "\nA: busnum=1\nA: devnum=" + strDevice +
-           "\nA: speed=12\nA: bConfigurationValue=1\nH: descriptors=" +
-           MUsbDescriptors::Hex(m_objBehaviour) + "\n";
+           "\nA: speed=12\nA: bConfigurationValue=1" +
+           Attribute("manufacturer", m_objBehaviour.m_strManufacturer) +
+           Attribute("product", m_objBehaviour.m_strProduct) +
+           Attribute("serial", m_objBehaviour.m_strSerialNumber) +
+           "\nH: descriptors=" + MUsbDescriptors::Hex(m_objBehaviour) + "\n";
 }
 
 void CEmulatedPrinter::Unplug() {

@@ -41,11 +41,14 @@ struct CUsbBehaviour {
     bool m_bRefusesAlternate = false;  ///< and cannot be chosen
     bool m_bCannotBeOpened = false;    ///< programs see it, and no more
     std::string m_strDeviceId = DeviceId("MFG:Varden;CMD:VARDEN;MDL:Label Printer;CLS:PRINTER;");
-    bool m_bStallsDeviceId = false;        ///< does not tell its identification
-    bool m_bHangsOnDeviceId = false;       ///< never answers the request for it
-    bool m_bClaimBusy = false;             ///< another program holds the interface
-    std::string m_strDriver = "usblp";     ///< the system's driver bound to it; may be none
-    bool m_bTakesNothing = false;          ///< whatever is sent waits for ever
+    std::string m_strManufacturer = "Varden";    ///< as the system reads it when it is plugged in
+    std::string m_strProduct = "Label Printer";  ///< the same
+    std::string m_strSerialNumber;               ///< the same; empty: it has none
+    bool m_bStallsDeviceId = false;              ///< does not tell its identification
+    bool m_bHangsOnDeviceId = false;             ///< never answers the request for it
+    bool m_bClaimBusy = false;                   ///< another program holds the interface
+    std::string m_strDriver = "usblp";           ///< the system's driver bound to it; may be none
+    bool m_bTakesNothing = false;                ///< whatever is sent waits for ever
     bool m_bTakesNoBytes = false;          ///< whatever is sent ends at once, without a byte taken
     bool m_bHalted = false;                ///< takes nothing until that endpoint is cleared
     bool m_bStaysHalted = false;           ///< which is refused

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "cli/ISettingsSource.h"
+#include "platform/IDeviceAccess.h"
+#include "platform/IFileStore.h"
+#include "platform/ISerialPortLister.h"
+#include "platform/IUsbPrinterLister.h"
+
+#include <vector>
+
+/// What commands are handed of the outside. Nothing is owned; all outlives the commands.
+struct CEnvironment {
+    IFileStore& m_objFiles;
+    ISerialPortLister& m_objSerialPorts;
+    IUsbPrinterLister& m_objUsbPrinters;
+    const IDeviceAccess& m_objAccess;
+    std::vector<ISettingsSource*> m_objSources;  ///< asked in their order for a name
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "cli/ISettingsSource.h"
+#include "platform/IFileStore.h"
+
+/// Settings files. Every name is a file's: the last source to be asked.
+class CFileSource : public ISettingsSource {
+public:
+    /// p_objFiles is not owned and outlives this.
+    explicit CFileSource(IFileStore& p_objFiles)
+        : m_objFiles(p_objFiles) {}
+
+    [[nodiscard]] bool Knows(const std::string& /*p_strName*/) const override { return true; }
+    /// A file in which anything is wrong is refused.
+    CLoadedSettings Load(const std::string& p_strName) override;
+
+private:
+    IFileStore& m_objFiles;
+};

@@ -1,0 +1,77 @@
+#include "cli/COutput.h"
+
+#include "cli/MUtf8.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* Program = "varden: ";
+
+Json TextOrNull(const std::string& p_strText) {
+    return p_strText.empty() ? Json(nullptr) : Json(p_strText);
+}
+
+Json ErrorObject(const CCommandError::Texts& p_objTexts) {
+    return {{"what", p_objTexts.m_strWhat},
+            {"cause", TextOrNull(p_objTexts.m_strCause)},
+            {"target", TextOrNull(p_objTexts.m_strTarget)},
+            {"hint", TextOrNull(p_objTexts.m_strHint)}};
+}
+
+/// The object as it is printed. A file's name may be no UTF-8, and is told all the same.
+std::string Printed(const Json& p_objJson) {
+    constexpr int iIndent = 2;
+    return p_objJson.dump(iIndent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace
+
+COutput::COutput(std::ostream& p_objOut, std::ostream& p_objError, IInterrupt& p_objInterrupt,
+                 std::size_t p_iWidth)
+    : m_objOut(p_objOut)
+    , m_objError(p_objError)
+    , m_objInterrupt(p_objInterrupt)
+    , m_iWidth(p_iWidth) {}
+
+void COutput::ChooseJson() {
+    m_bJson = true;
+    m_objInterrupt.SetLastWords(Printed({{"error", ErrorObject({"Interrupted", {}, {}, {}})}}));
+}
+
+void COutput::Say(std::string_view p_strLine) {
+    People() << MUtf8::Printable(p_strLine) << "\n";
+}
+
+void COutput::Print(std::string_view p_strText) {
+    People() << p_strText;
+}
+
+void COutput::Show(const CTable& p_objTable) {
+    if (!m_bJson) {
+        m_objOut << p_objTable.Text(m_iWidth);
+    }
+}
+
+void COutput::Note(std::string_view p_strLine) {
+    m_objError << Program << MUtf8::Printable(p_strLine) << "\n";
+}
+
+void COutput::Fail(const CCommandError& p_objError) {
+    const CCommandError::Texts& objTexts = p_objError.Words();
+    m_objJson["error"] = ErrorObject(objTexts);
+    std::string strLine = objTexts.m_strWhat;
+    for (const std::string& strFurther : {objTexts.m_strCause, objTexts.m_strHint}) {
+        strLine += strFurther.empty() ? "" : ": " + strFurther;
+    }
+    Note(strLine);
+}
+
+bool COutput::Finish() {
+    if (m_bJson) {
+        m_objInterrupt.SetLastWords({});
+        m_objOut << Printed(m_objJson);
+    }
+    m_objOut.flush();
+    return m_objOut.good();
+}

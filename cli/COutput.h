@@ -1,0 +1,57 @@
+#pragma once
+
+#include "cli/CCommandError.h"
+#include "cli/CTable.h"
+#include "cli/IInterrupt.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+/// What the program tells, and where.
+///
+/// Without JSON people's texts and tables go to standard output, with it texts go to standard error
+/// and tables nowhere: standard output is exactly one JSON object then, whatever happens. Notes and
+/// failures go to standard error in either case. All texts are UTF-8.
+class COutput {
+public:
+    /// None of the references is owned; all outlive this.
+    /// @param p_iWidth how wide the terminal is; 0 when standard output is none.
+    COutput(std::ostream& p_objOut, std::ostream& p_objError, IInterrupt& p_objInterrupt,
+            std::size_t p_iWidth = 0);
+    COutput(const COutput&) = delete;
+    COutput& operator=(const COutput&) = delete;
+
+    /// Turns JSON on, before anything is told.
+    void ChooseJson();
+
+    /// The object that is printed at the end, empty at first. To be filled when JSON is off, too.
+    [[nodiscard]] nlohmann::ordered_json& Json() { return m_objJson; }
+
+    /// A line for people.
+    void Say(std::string_view p_strLine);
+    /// A text that has its line ends, such as a script, as it is.
+    void Print(std::string_view p_strText);
+    void Show(const CTable& p_objTable);
+    /// A line about what people should know besides.
+    void Note(std::string_view p_strLine);
+    /// Why the command ends; becomes the object's "error".
+    void Fail(const CCommandError& p_objError);
+
+    /// Prints the object, where JSON is on. To be called once, at the end. False when standard
+    /// output has not taken everything.
+    bool Finish();
+
+private:
+    [[nodiscard]] std::ostream& People() { return m_bJson ? m_objError : m_objOut; }
+
+    std::ostream& m_objOut;
+    std::ostream& m_objError;
+    IInterrupt& m_objInterrupt;
+    std::size_t m_iWidth;
+    bool m_bJson = false;
+    nlohmann::ordered_json m_objJson = nlohmann::ordered_json::object();
+};

@@ -1,0 +1,44 @@
+#include "cli/MArgumentKind.h"
+
+#include "cli/CDefaultsSource.h"
+#include "cli/CTarget.h"
+#include "cli/MCompletionScript.h"
+#include "model/MSettings.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+std::vector<std::string> SettingNames() {
+    std::vector<std::string> strNames;
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        strNames.emplace_back(objRow.m_strName);
+    }
+    return strNames;
+}
+
+}  // namespace
+
+namespace MArgumentKind {
+
+std::span<const Row> All() {
+    static const std::vector<Row> Rows{
+        {Setting, false, SettingNames()},
+        {File, true, {}},
+        {Side, true, {CDefaultsSource::Name}},
+        {Target, false, CTarget::Beginnings()},
+        {Shell, false, MCompletionScript::Shells()},
+    };
+    return Rows;
+}
+
+const Row& Get(std::string_view p_strName) {
+    const auto objFound = std::ranges::find(All(), p_strName, &Row::m_strName);
+    if (objFound == All().end()) {
+        throw std::logic_error("no argument is a " + std::string(p_strName));
+    }
+    return *objFound;
+}
+
+}  // namespace MArgumentKind

@@ -1,0 +1,81 @@
+#include "cli/CInterrupt.h"
+
+#include "cli/MExitCode.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+struct Ended {
+    int m_iStatus = 0;
+    std::string m_strOut;
+};
+
+/// Runs p_fnDo in a process of its own; how it has ended, and what it has put on standard output.
+template <typename Do>
+Ended InAProcess(const Do& p_fnDo) {
+    int iEnds[2]{};
+    EXPECT_EQ(::pipe(iEnds), 0);
+    const pid_t iChild = ::fork();
+    if (iChild == 0) {
+        ::dup2(iEnds[1], STDOUT_FILENO);
+        p_fnDo();
+        ::_exit(0);
+    }
+    ::close(iEnds[1]);
+    Ended objEnded;
+    char strBlock[256];
+    for (ssize_t iCount = 0; (iCount = ::read(iEnds[0], strBlock, sizeof strBlock)) > 0;) {
+        objEnded.m_strOut.append(strBlock, static_cast<std::size_t>(iCount));
+    }
+    ::close(iEnds[0]);
+    ::waitpid(iChild, &objEnded.m_iStatus, 0);
+    return objEnded;
+}
+
+TEST(CInterrupt, CtrlCEndsTheProgramWithItsOwnCode) {
+    const Ended objEnded = InAProcess([] {
+        const CInterrupt objInterrupt;
+        std::raise(SIGINT);
+    });
+    ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+    EXPECT_EQ(objEnded.m_strOut, "");
+}
+
+TEST(CInterrupt, CtrlCPrintsTheLatestLastWords) {
+    const Ended objEnded = InAProcess([] {
+        CInterrupt objInterrupt;
+        objInterrupt.SetLastWords("first\n");
+        objInterrupt.SetLastWords("{}\n");
+        std::raise(SIGINT);
+    });
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+    EXPECT_EQ(objEnded.m_strOut, "{}\n");
+}
+
+TEST(CInterrupt, WithoutItCtrlCEndsAProgramAsEver) {
+    const Ended objEnded = InAProcess([] {
+        { const CInterrupt objInterrupt; }
+        std::raise(SIGINT);
+    });
+    ASSERT_TRUE(WIFSIGNALED(objEnded.m_iStatus));
+    EXPECT_EQ(WTERMSIG(objEnded.m_iStatus), SIGINT);
+}
+
+TEST(CInterrupt, AProgramThatDoesNotHearCtrlCGoesOn) {
+    const Ended objEnded = InAProcess([] {
+        std::signal(SIGINT, SIG_IGN);
+        const CInterrupt objInterrupt;
+        std::raise(SIGINT);
+    });
+    ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), 0);
+}
+
+}  // namespace
