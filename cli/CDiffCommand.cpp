@@ -84,9 +84,14 @@ std::string Cell(const Row& p_objRow, const CLoadedSettings& p_objSide) {
         strValue ? *strValue : "none of its values: " + MSettingText::Raw(p_objRow, objItems));
 }
 
-std::string Why(const Row& p_objRow, const CLoadedSettings& p_objSide) {
-    const std::string strWhy = p_objSide.WhyUnknown(p_objRow);
-    return strWhy.empty() ? "" : p_objSide.m_strSource + ": " + strWhy;
+/// Why a side does not know a setting, in front of what is to follow.
+std::string Why(const Row& p_objRow, const CLoadedSettings& p_objSide, std::string p_strNext) {
+    std::string strWhy = p_objSide.WhyUnknown(p_objRow);
+    if (strWhy.empty()) {
+        return p_strNext;
+    }
+    strWhy.insert(0, p_objSide.m_strSource + ": ");
+    return p_strNext.empty() ? strWhy : strWhy.append("; ").append(p_strNext);
 }
 
 void Show(const Comparison& p_objResult, COutput& p_objOutput) {
@@ -98,10 +103,8 @@ void Show(const Comparison& p_objResult, COutput& p_objOutput) {
     }
     CTable objUnknown({"NOT COMPARED", "WHY"});
     for (const Row* const objRow : p_objResult.m_objUnknown) {
-        const std::string strA = Why(*objRow, p_objResult.m_objA);
-        const std::string strB = Why(*objRow, p_objResult.m_objB);
         objUnknown.Add({std::string(objRow->m_strName),
-                        strA + (strA.empty() || strB.empty() ? "" : "; ") + strB});
+                        Why(*objRow, p_objResult.m_objA, Why(*objRow, p_objResult.m_objB, {}))});
     }
     for (const CTable* const objTable : {&objDifferent, &objUnknown}) {
         if (!objTable->IsEmpty()) {

@@ -93,13 +93,14 @@ std::string ValueCases(const CWordTable::Command& p_objCommand) {
 
 /// A command's options and arguments.
 std::string WordCases(const CWordTable::Command& p_objCommand) {
-    const std::string& strName = p_objCommand.m_strName;
+    const std::string strBegin = p_objCommand.m_strName + ",";
     std::string strCases =
-        Case(strName + ",*,-*", "_varden_offer words " + Quoted(OptionWords(p_objCommand)));
-    for (std::size_t i = 0; i < p_objCommand.m_objArguments.size(); ++i) {
-        const CWordTable::Argument& objArgument = p_objCommand.m_objArguments[i];
-        const std::string strCount = objArgument.m_bMany ? "*" : std::to_string(i);
-        strCases += Case(strName + "," + strCount + ",*", Offer(objArgument.m_strKind));
+        Case(strBegin + "*,-*", "_varden_offer words " + Quoted(OptionWords(p_objCommand)));
+    std::size_t iCount = 0;
+    for (const CWordTable::Argument& objArgument : p_objCommand.m_objArguments) {
+        std::string strPattern = strBegin;
+        strPattern += objArgument.m_bMany ? "*" : std::to_string(iCount++);
+        strCases += Case(strPattern + ",*", Offer(objArgument.m_strKind));
     }
     return strCases;
 }

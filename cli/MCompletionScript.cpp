@@ -27,6 +27,7 @@ namespace MCompletionScript {
 
 std::vector<std::string> Shells() {
     std::vector<std::string> strShells;
+    strShells.reserve(Rows.size());
     for (const Row& objRow : Rows) {
         strShells.emplace_back(objRow.m_strShell);
     }

@@ -82,6 +82,18 @@ std::string CommandLines(const CWordTable::Command& p_objCommand) {
     return strLines;
 }
 
+/// The options of a command that have a value, as the function looks for them.
+void AddValues(const CWordTable::Command& p_objCommand, std::vector<std::string>& p_strValues) {
+    for (const CWordTable::Option& objOption : p_objCommand.m_objOptions) {
+        if (objOption.m_strKind.empty()) {
+            continue;
+        }
+        for (const std::string& strName : objOption.m_strNames) {
+            p_strValues.push_back(Quoted(p_objCommand.m_strName + "," + strName));
+        }
+    }
+}
+
 }  // namespace
 
 namespace MFishScript {
@@ -91,13 +103,7 @@ std::string Make(const CWordTable& p_objWords) {
     std::string strLines = OptionLines(p_objWords.m_objProgram);
     for (const CWordTable::Command& objCommand : p_objWords.m_objCommands) {
         strLines += CommandLines(objCommand);
-        for (const CWordTable::Option& objOption : objCommand.m_objOptions) {
-            for (const std::string& strName : objOption.m_strNames) {
-                if (!objOption.m_strKind.empty()) {
-                    strValues.push_back(Quoted(objCommand.m_strName + "," + strName));
-                }
-            }
-        }
+        AddValues(objCommand, strValues);
     }
     return Begin + ("set -g __varden_values " + Joined(strValues)) + "\n" + strLines;
 }

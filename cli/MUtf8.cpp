@@ -1,6 +1,8 @@
 #include "cli/MUtf8.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 namespace {
 
@@ -20,37 +22,39 @@ struct Character {
     std::size_t m_iBytes = 1;
 };
 
+/// How characters of so many bytes begin.
+struct Form {
+    unsigned m_iMask;
+    unsigned m_iLead;
+    unsigned m_iLowest;  // a smaller code has a shorter form, which is the only right one
+    std::size_t m_iBytes;
+};
+constexpr Form Forms[]{
+    {0x80, 0x00, 0, 1}, {0xE0, 0xC0, 0x80, 2}, {0xF0, 0xE0, 0x800, 3}, {0xF8, 0xF0, 0x10000, 4}};
+
 /// The character at a position; nothing where none begins.
 std::optional<Character> At(std::string_view p_strText, std::size_t p_iPosition) {
-    struct Form {
-        unsigned m_iMask;
-        unsigned m_iLead;
-        unsigned m_iLowest;  // a smaller code has a shorter form, which is the only right one
-    };
-    constexpr Form Forms[]{
-        {0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}};
     constexpr unsigned Highest = 0x10FFFF;
     constexpr unsigned FirstSurrogate = 0xD800;
     constexpr unsigned LastSurrogate = 0xDFFF;
     const unsigned iLead = Byte(p_strText, p_iPosition);
-    std::size_t iBytes = 1;
-    for (const Form& objForm : Forms) {
-        if ((iLead & objForm.m_iMask) == objForm.m_iLead) {
-            unsigned iCode = iLead & ~objForm.m_iMask;
-            for (std::size_t i = 1; i < iBytes; ++i) {
-                const unsigned iNext = Byte(p_strText, p_iPosition + i);
-                if ((iNext & FollowerMask) != Follower) {
-                    return std::nullopt;
-                }
-                iCode = (iCode << FollowerBits) | (iNext & FollowerPart);
-            }
-            const bool bCharacter = iCode >= objForm.m_iLowest && iCode <= Highest &&
-                                    (iCode < FirstSurrogate || iCode > LastSurrogate);
-            return bCharacter ? std::optional(Character{iCode, iBytes}) : std::nullopt;
-        }
-        ++iBytes;
+    const auto* const objForm = std::ranges::find_if(Forms, [&](const Form& p_objForm) {
+        return (iLead & p_objForm.m_iMask) == p_objForm.m_iLead;
+    });
+    if (objForm == std::end(Forms)) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    unsigned iCode = iLead & ~objForm->m_iMask;
+    for (std::size_t i = 1; i < objForm->m_iBytes; ++i) {
+        const unsigned iNext = Byte(p_strText, p_iPosition + i);
+        if ((iNext & FollowerMask) != Follower) {
+            return std::nullopt;
+        }
+        iCode = (iCode << FollowerBits) | (iNext & FollowerPart);
+    }
+    const bool bCharacter = iCode >= objForm->m_iLowest && iCode <= Highest &&
+                            (iCode < FirstSurrogate || iCode > LastSurrogate);
+    return bCharacter ? std::optional(Character{iCode, objForm->m_iBytes}) : std::nullopt;
 }
 
 std::string CodeOf(unsigned p_iByte) {

@@ -10,7 +10,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 // The real program, in a process of its own.
@@ -133,5 +132,6 @@ TEST(VardenProgram, CtrlCEndsItAtOnceWithItsOwnCode) {
     ::kill(objRunning.m_iProcess, SIGINT);
     const auto iStart = std::chrono::steady_clock::now();
     EXPECT_EQ(objRunning.ExitCode(), MExitCode::Interrupted);
-    EXPECT_LT(std::chrono::steady_clock::now() - iStart, std::chrono::milliseconds(100));
+    // It takes a few milliseconds; the rest is for a busy machine.
+    EXPECT_LT(std::chrono::steady_clock::now() - iStart, std::chrono::seconds(2));
 }
