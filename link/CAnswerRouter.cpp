@@ -124,6 +124,7 @@ void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {
 }
 
 void CAnswerRouter::TakeReply(bool p_bSettings) {
+    ++m_objState.m_iAnswers;
     if (p_bSettings || m_iAwaited == AwaitedAnswer::Any) {
         m_objState.m_iReplyReceived = 1;
         ++m_objState.m_iReplies;

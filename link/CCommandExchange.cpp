@@ -50,11 +50,20 @@ bool CCommandExchange::SendCommand(CInterface& p_objInterface, const Bytes& p_ob
 }
 
 bool CCommandExchange::WaitReply(std::int16_t p_iSeconds) {
-    // A command of a handler inside takes the flag back that this one's answer has set.
-    const std::int64_t iBefore = m_objState.m_iReplies;
+    return WaitAnswer(p_iSeconds, AwaitedAnswer::Settings);
+}
+
+bool CCommandExchange::WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited) {
+    // A command of a handler inside takes the flag back that this one's answer has set, and a read
+    // inside waits past what this one waits for.
+    const std::int64_t iBefore = CountOf(p_iAwaited);
     return WaitUntil(
-        [&] { return m_objState.m_iReplyReceived == 1 || m_objState.m_iReplies != iBefore; },
+        [&] { return m_objState.m_iReplyReceived == 1 || CountOf(p_iAwaited) != iBefore; },
         p_iSeconds);
+}
+
+std::int64_t CCommandExchange::CountOf(AwaitedAnswer p_iAwaited) const {
+    return p_iAwaited == AwaitedAnswer::Settings ? m_objState.m_iReplies : m_objState.m_iAnswers;
 }
 
 bool CCommandExchange::WaitStatusReply(std::int16_t p_iSeconds) {
@@ -114,7 +123,10 @@ CCommandExchange::Outcome CCommandExchange::Attempt(const std::string& p_strComm
                                                     std::string& p_strError) {
     // The active interface may change while the command goes out; the answer comes on its link.
     const std::int16_t iInterface = m_objInterface.GetActiveInterface();
-    const std::int64_t iBefore = m_objState.m_iReplies;
+    if (p_iAwaited != AwaitedAnswer::Settings) {
+        EndReading();  // settings in doubt are a former command's answer and not this one's
+    }
+    const std::int64_t iBefore = CountOf(p_iAwaited);
     std::int16_t iReceivedCount = 0;
     const bool bSent =
         SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError, iReceivedCount);
@@ -128,11 +140,11 @@ CCommandExchange::Outcome CCommandExchange::Attempt(const std::string& p_strComm
     // On USB the link may have words although the command went out: no answer came. To a command
     // that is no read the answer does not matter.
     p_strError.clear();
-    if (m_objState.m_iReplies != iBefore) {
+    if (CountOf(p_iAwaited) != iBefore) {
         m_objState.m_iReplyReceived = 1;  // taken back by a command of a handler inside
     }
     const bool bWaits = iInterface == CInterface::LanInterface;
-    return !bWaits || WaitReply(ReplySeconds) ? Outcome::Done : Outcome::Unanswered;
+    return !bWaits || WaitAnswer(ReplySeconds, p_iAwaited) ? Outcome::Done : Outcome::Unanswered;
 }
 
 CCommandExchange::Outcome CCommandExchange::ReadFromUsb(bool p_bSent,

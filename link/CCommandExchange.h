@@ -83,7 +83,8 @@ public:
     [[nodiscard]] Connection ActiveConnection() const;
 
     /// The same as Request for one of several commands that must not go on over another connection
-    /// than p_objBegun. When that one is gone nothing is sent, and the link's words for it are
+    /// of the link than p_objBegun (an interface chosen meanwhile does take them). When that one is
+    /// gone nothing is sent, and the link's words for it are
     /// shown, if it has any. True also when it has gone while the answer was awaited, which cannot
     /// come any more: the next command will tell.
     bool RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
@@ -113,6 +114,9 @@ private:
 
     Outcome Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
                     AwaitedAnswer p_iAwaited, std::string& p_strError);
+    bool WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited);
+    /// How many answers have come so far that a command with this wait takes for its own.
+    [[nodiscard]] std::int64_t CountOf(AwaitedAnswer p_iAwaited) const;
     Outcome ReadFromUsb(bool p_bSent, std::string& p_strError) const;
     [[nodiscard]] std::int64_t ConnectionNumber(std::int16_t p_iInterface) const;
     [[nodiscard]] bool IsGone(const Connection& p_objConnection) const;

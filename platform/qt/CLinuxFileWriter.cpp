@@ -134,10 +134,14 @@ void CLinuxFileWriter::TakeOverOwner() const {
     const int iFile = m_objFile.Number();
     // Only the administrator may give a file away, but its group may be one of the user's own.
     // None of this is worth a failure: some file systems have neither owners nor permissions.
-    if (!GiveTo(iFile, m_objOld->st_uid, m_objOld->st_gid)) {
-        GiveTo(iFile, AsItIs, m_objOld->st_gid);
+    mode_t iMode = m_objOld->st_mode & Permissions;
+    if (!GiveTo(iFile, m_objOld->st_uid, m_objOld->st_gid) &&
+        !GiveTo(iFile, AsItIs, m_objOld->st_gid)) {
+        // Another group stands in the place of the old one: it may do no more than anybody may.
+        constexpr int iGroupFromOthers = 3;
+        iMode &= ~static_cast<mode_t>(S_IRWXG) | ((iMode & S_IRWXO) << iGroupFromOthers);
     }
-    ::fchmod(iFile, m_objOld->st_mode & Permissions);
+    ::fchmod(iFile, iMode);
 }
 
 void CLinuxFileWriter::RemoveLeftOvers() const {

@@ -220,6 +220,30 @@ TEST_F(CReadWriteFlowInsideLanTest, WithoutAnInnerAnswerItsFiveSecondsAreCounted
     EXPECT_EQ(m_objMessageBox.BeepCount(), 0);
 }
 
+TEST_F(CReadWriteFlowInsideLanTest, ItsOwnAnswerCountsBehindAReadThatGotNothing) {
+    m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
+    ExpectTimeOut();  // the read's
+    m_objEventLoop.After(1000, [this] {
+        m_objFlow.Read();
+        m_objPrinter.m_fnAnswer = CScriptedPrinter::Behave;
+        m_objEventLoop.After(500, [this] { m_objSocket.Arrive(MWire::Status("00")); });
+    });
+    m_objFlow.LanSet();
+    EXPECT_EQ(Sent(), AllWith(1, "{Z5;0|}"));
+}
+
+TEST_F(CReadWriteFlowInsideLanTest, ItsOwnAnswerCountsThatCameWhileAReadInsideWaited) {
+    m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
+    ExpectTimeOut();  // the read's
+    m_objEventLoop.After(1000, [this] {
+        m_objEventLoop.After(500, [this] { m_objSocket.Arrive(MWire::Status("00")); });
+        m_objFlow.Read();
+        m_objPrinter.m_fnAnswer = CScriptedPrinter::Behave;
+    });
+    m_objFlow.LanSet();
+    EXPECT_EQ(Sent(), AllWith(1, "{Z5;0|}"));
+}
+
 TEST_F(CReadWriteFlowInsideLanTest, FiveSecondsBehindTheInnerOneItTimesOut) {
     m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
     std::int64_t iOver = 0;
