@@ -82,15 +82,16 @@ void CSerialServer::Begin() {
 }
 
 void CSerialServer::End(bool p_bPulledOut) {
-    if (m_objSession) {
-        m_objSession->Note("port closed");
-        m_objSession->Event("closed", CJsonObject().Text("by", p_bPulledOut ? "printer" : "peer"));
-    }
-    m_objSession.reset();
     m_objSteps.Clear();
     m_strUnsent.clear();
     m_objArrived->setEnabled(false);
     m_objTerminal->Discard();
+    if (m_objSession) {
+        // Whoever reads this finds nothing of the session on the line.
+        m_objSession->Note("port closed");
+        m_objSession->Event("closed", CJsonObject().Text("by", p_bPulledOut ? "printer" : "peer"));
+    }
+    m_objSession.reset();
 }
 
 void CSerialServer::Work() {

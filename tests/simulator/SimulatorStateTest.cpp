@@ -139,6 +139,7 @@ TEST_F(SimulatorStateTest, APowerCutDropsAllConnectionsAndAnswersNothing) {
     ASSERT_NO_FATAL_FAILURE(ComeBack());
     EXPECT_GE(objTime.elapsed(), 660);
     Exchange("{Z5;0|}", Changed0);
+    EXPECT_TRUE(m_objSimulator.WaitForLine("< " + Changed0, PatienceMs));
     EXPECT_EQ(m_objSimulator.Commands().size(), 3U) << "the rest was not read";
 }
 

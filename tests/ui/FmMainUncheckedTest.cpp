@@ -173,14 +173,18 @@ TEST_F(FmMainUncheckedTest, TheKeyThatLeavesARefusedFieldDoesNothingMore) {
 TEST_F(FmMainUncheckedTest, NoListOfTheSetupOpensByAPressThatWaitedBehindTheRangeBox) {
     ReleaseWhileABoxStands();
     const CModalAnswer objAnswer("FmInterfaceSetup", [this](QWidget& p_objDialog) {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&p_objDialog));  // else no field has the focus
         auto* const Se = p_objDialog.findChild<UCSpinEdit*>("SeLan1");
         // Addresses and lists are never enabled together; here they are.
         p_objDialog.findChild<QWidget*>("FrLanSetup")->setEnabled(true);
         Se->SetEnable(true);
         for (QComboBox* const cmb : p_objDialog.findChildren<QComboBox*>()) {
             SCOPED_TRACE(cmb->objectName().toStdString());
-            Se->setFocus();
+            // The dialog may not have the keyboard yet.
+            ASSERT_TRUE(QTest::qWaitFor([&] {
+                p_objDialog.activateWindow();
+                Se->setFocus();
+                return Se->hasFocus();
+            }));
             Se->selectAll();
             QTest::keyClicks(Se, "256");
             ExpectRangeBox();
