@@ -134,14 +134,15 @@ ui/MUsesOutside.cpp:7: what lies outside belongs in platform/usb: libusb_init'
 
 # --- every pair of rooms: who may know whom ----------------------------------------------------
 rm -rf -- "${tree:?}"/*
-rooms=(model protocol platform platform/qt platform/widgets platform/usb link files flows simulator simulator/usb simulator/program ui app tour tests)
+rooms=(model protocol platform platform/qt platform/widgets platform/usb link files flows jobs cli simulator simulator/usb simulator/program ui app tour tests)
 allowed=' protocol>model platform/qt>platform link>model link>protocol
  link>platform files>model files>protocol files>platform flows>model flows>protocol flows>link
  flows>files flows>platform simulator>model simulator>protocol simulator/program>simulator
  simulator/program>simulator/usb simulator/usb>simulator platform/usb>platform platform/qt>platform/usb
  ui>model ui>protocol ui>platform ui>platform/qt ui>link ui>files ui>flows app>ui
  app>platform/widgets platform/widgets>platform platform/widgets>platform/usb
- platform/widgets>platform/qt '
+ platform/widgets>platform/qt jobs>model jobs>protocol jobs>platform jobs>link cli>model
+ cli>protocol cli>platform cli>platform/qt cli>platform/usb cli>link cli>files cli>jobs '
 allowed=" ${allowed//$'\n'/ } "
 expected=
 for from in "${rooms[@]}"; do
