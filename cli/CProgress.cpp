@@ -7,6 +7,9 @@ void CProgress::OnLinkStatus(const CLinkStatus& p_objStatus) {
 }
 
 void CProgress::OnStep(std::int16_t p_iStep, std::int16_t p_iSteps) {
+    if (p_iSteps == 0) {
+        return;  // the reading is over; what comes now takes the line's place
+    }
     Show("reading " + std::to_string(p_iStep) + " of " + std::to_string(p_iSteps));
 }
 

@@ -83,6 +83,7 @@ private:
                 objReport.m_iAnswered.insert(iGroup);
                 Answer(iGroup, objReport.m_objSnapshot);
             }
+            m_objEvents.OnStep(0, 0);
             return objReport;
         }
 
