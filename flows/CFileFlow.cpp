@@ -31,16 +31,12 @@ CFileFlow::Kind CFileFlow::LanKind() {
 }
 
 CFileFlow::CFileFlow(Kind p_objKind, const CItemManager& p_objItemManager, ISettingsPage& p_objPage,
-                     CWaiter& p_objWaiter, IFileDialog& p_objFileDialog, IFileStore& p_objFileStore,
-                     IMessageBox& p_objMessageBox, std::string p_strFolder)
+                     CWaiter& p_objWaiter, CFilePlatform p_objPlatform)
     : m_objKind(std::move(p_objKind))
-    , m_objFile(m_objKind.m_objFormat, p_objItemManager, p_objFileStore)
+    , m_objFile(m_objKind.m_objFormat, p_objItemManager, p_objPlatform.m_objFileStore)
     , m_objPage(p_objPage)
     , m_objWaiter(p_objWaiter)
-    , m_objFileDialog(p_objFileDialog)
-    , m_objFileStore(p_objFileStore)
-    , m_objMessageBox(p_objMessageBox)
-    , m_strFolder(std::move(p_strFolder)) {}
+    , m_objPlatform(std::move(p_objPlatform)) {}
 
 void CFileFlow::Save() {
     MHandler::Run(m_objWaiter, [this] { Run(&CFileFlow::SaveAs); });
@@ -58,9 +54,9 @@ void CFileFlow::Run(Ending (CFileFlow::*p_fnSteps)()) {
         // Every error ends like a file that cannot be written or read.
     }
     if (iEnding != Ending::Silent) {
-        m_objMessageBox.Show(iEnding == Ending::Normal ? "Normal termination"
-                                                       : "Abnormal termination",
-                             MessageIcon::None);
+        m_objPlatform.m_objMessageBox.Show(iEnding == Ending::Normal ? "Normal termination"
+                                                                     : "Abnormal termination",
+                                           MessageIcon::None);
     }
 }
 
@@ -68,16 +64,17 @@ std::string CFileFlow::ChooseToSave() {
     CFileDialogRecord objRecord;
     MFileDialog::InitFileDialogRecord(
         objRecord, Filter(m_objKind.m_strSaveDisplayName, m_objKind.m_strExtension), "Save File",
-        m_strFolder);
-    return MFileDialog::ShowSaveFileDialog(m_objFileDialog, objRecord, m_objKind.m_strExtension);
+        m_objPlatform.m_strProgramFolder);
+    return MFileDialog::ShowSaveFileDialog(m_objPlatform.m_objFileDialog, objRecord,
+                                           m_objKind.m_strExtension);
 }
 
 std::string CFileFlow::ChooseToLoad() {
     CFileDialogRecord objRecord;
     MFileDialog::InitFileDialogRecord(
         objRecord, Filter(m_objKind.m_strLoadDisplayName, m_objKind.m_strExtension), "Load File",
-        m_strFolder);
-    return MFileDialog::ShowOpenFileDialog(m_objFileDialog, objRecord);
+        m_objPlatform.m_strProgramFolder);
+    return MFileDialog::ShowOpenFileDialog(m_objPlatform.m_objFileDialog, objRecord);
 }
 
 CFileFlow::Ending CFileFlow::SaveAs() {
@@ -85,8 +82,8 @@ CFileFlow::Ending CFileFlow::SaveAs() {
     if (strPath.empty()) {
         return Ending::Silent;
     }
-    if (MFileDialog::FileExists(m_objFileStore, strPath) &&
-        !m_objMessageBox.AskYesNo("The file already exists. Do you overwrite?")) {
+    if (MFileDialog::FileExists(m_objPlatform.m_objFileStore, strPath) &&
+        !m_objPlatform.m_objMessageBox.AskYesNo("The file already exists. Do you overwrite?")) {
         return Ending::Silent;
     }
     return m_objPage.Store() && m_objFile.Save(strPath) ? Ending::Normal : Ending::Abnormal;
@@ -104,6 +101,6 @@ bool CFileFlow::ShowLoaded() {
     if (m_objPage.Refresh()) {
         return true;
     }
-    m_objMessageBox.Show("Error RefreshParameterSettingItem", MessageIcon::None);
+    m_objPlatform.m_objMessageBox.Show("Error RefreshParameterSettingItem", MessageIcon::None);
     return false;
 }

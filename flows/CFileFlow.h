@@ -3,9 +3,7 @@
 #include "files/CSettingsFile.h"
 #include "flows/ISettingsPage.h"
 #include "link/CWaiter.h"
-#include "platform/IFileDialog.h"
-#include "platform/IFileStore.h"
-#include "platform/IMessageBox.h"
+#include "platform/CFilePlatform.h"
 
 #include <cstdint>
 #include <string>
@@ -28,10 +26,9 @@ public:
     static Kind ParameterKind();
     static Kind LanKind();
 
-    /// p_strFolder is where the dialogs open. None of the others is owned; all outlive this.
+    /// None of the references is owned; all outlive this.
     CFileFlow(Kind p_objKind, const CItemManager& p_objItemManager, ISettingsPage& p_objPage,
-              CWaiter& p_objWaiter, IFileDialog& p_objFileDialog, IFileStore& p_objFileStore,
-              IMessageBox& p_objMessageBox, std::string p_strFolder);
+              CWaiter& p_objWaiter, CFilePlatform p_objPlatform);
 
     /// Asks for a name, and before it overwrites; stores the page and writes the file, all or
     /// nothing.
@@ -56,8 +53,5 @@ private:
     CSettingsFile m_objFile;
     ISettingsPage& m_objPage;
     CWaiter& m_objWaiter;
-    IFileDialog& m_objFileDialog;
-    IFileStore& m_objFileStore;
-    IMessageBox& m_objMessageBox;
-    std::string m_strFolder;
+    CFilePlatform m_objPlatform;
 };

@@ -5,19 +5,14 @@
 namespace {
 
 constexpr std::int16_t PauseSeconds = 1;
-constexpr std::int16_t UsbHeadCheckSeconds = 5;
+constexpr std::int16_t AskedForHeadCheckSeconds = 5;
 
 }  // namespace
 
-CMaintenanceFlow::CMaintenanceFlow(const CInterface& p_objInterface,
-                                   CCommandExchange& p_objExchange, CAnswerRouter& p_objRouter,
-                                   CBusy& p_objBusy, CWaiter& p_objWaiter, IExchangeView& p_objView)
-    : m_objInterface(p_objInterface)
-    , m_objExchange(p_objExchange)
-    , m_objRouter(p_objRouter)
-    , m_objBusy(p_objBusy)
-    , m_objWaiter(p_objWaiter)
-    , m_objView(p_objView) {}
+CMaintenanceFlow::CMaintenanceFlow(CPrinterSession& p_objSession)
+    : m_objSession(p_objSession)
+    , m_objExchange(p_objSession.Exchange())
+    , m_objWaiter(p_objSession.Waiter()) {}
 
 void CMaintenanceFlow::GetStatus() {
     MHandler::Run(m_objWaiter, [this] { m_objExchange.RequestStatus(); });
@@ -28,16 +23,17 @@ void CMaintenanceFlow::HeadCheck() {
 }
 
 void CMaintenanceFlow::RunHeadCheck() {
-    const bool bOtherWaits = m_objRouter.ExpectsHeadCheck();
-    m_objRouter.ExpectHeadCheck();
-    m_objView.ShowStatus({});
-    m_objView.ShowHeadCheck({});
-    bool bSent = false;
-    m_objExchange.SendMaintenance(MCommand::HeadCheck, bSent);
+    CAnswerRouter& objRouter = m_objSession.Router();
+    const bool bOtherWaits = objRouter.ExpectsHeadCheck();
+    objRouter.ExpectHeadCheck();
+    m_objSession.Events().OnStatus({});
+    m_objSession.Events().OnHeadCheck({});
+    const bool bSent = m_objExchange.SendMaintenance(MCommand::HeadCheck).m_bSent;
     if (!bSent && !bOtherWaits) {
-        m_objRouter.ForgetHeadCheck();  // what was not asked for has no result
+        objRouter.ForgetHeadCheck();  // what was not asked for has no result
     }
-    if (m_objInterface.GetActiveInterface() != CInterface::UsbInterface) {
+    // A link whose answers come with the exchange has to be asked for the result.
+    if (m_objExchange.ActiveAnswering() != ILink::Answering::AtOnce) {
         m_objExchange.Pause(PauseSeconds);
         return;
     }
@@ -45,10 +41,10 @@ void CMaintenanceFlow::RunHeadCheck() {
         return;
     }
     {
-        const CBusy::Flow objFlow(m_objBusy);
-        m_objExchange.Pause(UsbHeadCheckSeconds);
+        const CBusy::Flow objFlow(m_objSession.Busy());
+        m_objExchange.Pause(AskedForHeadCheckSeconds);
     }
-    m_objRouter.ExpectHeadCheck();
+    objRouter.ExpectHeadCheck();
     m_objExchange.RequestStatus();
 }
 
@@ -99,14 +95,14 @@ void CMaintenanceFlow::SendAsHandler(const std::string& p_strCommand) {
 }
 
 void CMaintenanceFlow::AdjustSensor(const std::string& p_strCommand) {
-    const CBusy::Flow objFlow(m_objBusy);
+    const CBusy::Flow objFlow(m_objSession.Busy());
     if (m_objExchange.Send(p_strCommand)) {
         m_objExchange.Pause(PauseSeconds);
     }
 }
 
 void CMaintenanceFlow::AdjustPaperEnd() {
-    const CBusy::Flow objFlow(m_objBusy);
+    const CBusy::Flow objFlow(m_objSession.Busy());
     for (const std::int16_t iPass : {std::int16_t{0}, std::int16_t{1}}) {
         m_objExchange.Send(MCommand::SensorAdjustPaperEnd(iPass));
     }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "link/CAnswerRouter.h"
-#include "link/CCommandExchange.h"
-#include "link/IExchangeView.h"
+#include "link/CPrinterSession.h"
 #include "protocol/MCommand.h"
 
 #include <functional>
@@ -15,10 +13,8 @@
 /// not just a single digit nothing is sent.
 class CMaintenanceFlow {
 public:
-    /// None is owned; all outlive this.
-    CMaintenanceFlow(const CInterface& p_objInterface, CCommandExchange& p_objExchange,
-                     CAnswerRouter& p_objRouter, CBusy& p_objBusy, CWaiter& p_objWaiter,
-                     IExchangeView& p_objView);
+    /// p_objSession is not owned and outlives this.
+    explicit CMaintenanceFlow(CPrinterSession& p_objSession);
 
     /// Asks for the printer's status and shows it; as the result of a head check that has had none
     /// so far.
@@ -53,10 +49,7 @@ private:
     void AdjustSensor(const std::string& p_strCommand);
     void AdjustPaperEnd();
 
-    const CInterface& m_objInterface;
-    CCommandExchange& m_objExchange;
-    CAnswerRouter& m_objRouter;
-    CBusy& m_objBusy;
+    CPrinterSession& m_objSession;
+    CCommandExchange& m_objExchange;  // the session's, as the next one
     CWaiter& m_objWaiter;
-    IExchangeView& m_objView;
 };

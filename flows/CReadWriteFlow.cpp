@@ -1,5 +1,6 @@
 #include "flows/CReadWriteFlow.h"
 
+#include "flows/CSteps.h"
 #include "flows/MHandler.h"
 #include "model/CConversionError.h"
 #include "protocol/MAnswer.h"
@@ -32,14 +33,13 @@ private:
 
 }  // namespace
 
-CReadWriteFlow::CReadWriteFlow(const CItemManager& p_objItemManager,
-                               CCommandExchange& p_objExchange, CBusy& p_objBusy,
-                               CWaiter& p_objWaiter, IMessageBox& p_objMessageBox,
-                               ISettingsPage& p_objParameterPage, ISettingsPage& p_objLanPage)
+CReadWriteFlow::CReadWriteFlow(const CItemManager& p_objItemManager, CPrinterSession& p_objSession,
+                               IMessageBox& p_objMessageBox, ISettingsPage& p_objParameterPage,
+                               ISettingsPage& p_objLanPage)
     : m_objItemManager(p_objItemManager)
-    , m_objExchange(p_objExchange)
-    , m_objBusy(p_objBusy)
-    , m_objWaiter(p_objWaiter)
+    , m_objSession(p_objSession)
+    , m_objExchange(p_objSession.Exchange())
+    , m_objWaiter(p_objSession.Waiter())
     , m_objMessageBox(p_objMessageBox)
     , m_objParameterPage(p_objParameterPage)
     , m_objLanPage(p_objLanPage) {}
@@ -62,7 +62,7 @@ void CReadWriteFlow::LanSet() {
 }
 
 void CReadWriteFlow::ReadGroups() {
-    const CBusy::Flow objFlow(m_objBusy);
+    const CBusy::Flow objFlow(m_objSession.Busy());
     if (ReadAllGroups() && !m_objWaiter.MustStop()) {
         ShowRead();
     }
@@ -70,7 +70,9 @@ void CReadWriteFlow::ReadGroups() {
 
 bool CReadWriteFlow::ReadAllGroups() {
     const CReading objReading(m_objExchange);
+    CSteps objSteps(m_objSession.Events(), ReadOrder.size());
     for (const std::int16_t iGroup : ReadOrder) {
+        objSteps.Next();
         if (!m_objExchange.ReadGroup(iGroup)) {
             return false;
         }
@@ -98,8 +100,10 @@ void CReadWriteFlow::SetGroups() {
         return;
     }
     const std::vector<std::string> strCommands = MCommand::SetCommands(m_objItemManager);
-    const CBusy::Flow objFlow(m_objBusy);
+    const CBusy::Flow objFlow(m_objSession.Busy());
+    CSteps objSteps(m_objSession.Events(), strCommands.size());
     for (const std::string& strCommand : strCommands) {
+        objSteps.Next();
         if (!m_objExchange.Request(strCommand, MAnswer::StatusLength, AwaitedAnswer::Any)) {
             return;
         }
@@ -107,8 +111,10 @@ void CReadWriteFlow::SetGroups() {
 }
 
 void CReadWriteFlow::ReadLanGroup() {
-    const CBusy::Flow objFlow(m_objBusy);
+    const CBusy::Flow objFlow(m_objSession.Busy());
     const CReading objReading(m_objExchange);
+    CSteps objSteps(m_objSession.Events(), 1);
+    objSteps.Next();
     if (!m_objExchange.ReadGroup(MAnswer::Lan)) {
         return;
     }
@@ -125,7 +131,9 @@ void CReadWriteFlow::SetLanGroups() {
     const std::vector<std::string> strCommands = MCommand::LanSetCommands(m_objItemManager);
     m_objWaiter.TakeOver();  // from a LAN SET that waits further out, whose commands these are too
     const CCommandExchange::Connection objBegun = m_objExchange.ActiveConnection();
+    CSteps objSteps(m_objSession.Events(), strCommands.size());
     for (const std::string& strCommand : strCommands) {
+        objSteps.Next();
         if (!m_objExchange.RequestOver(objBegun, strCommand, MAnswer::StatusLength,
                                        AwaitedAnswer::Any)) {
             break;

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "flows/ISettingsPage.h"
-#include "link/CCommandExchange.h"
+#include "link/CPrinterSession.h"
 #include "model/CItemManager.h"
+#include "platform/IMessageBox.h"
 
 /// READ, SET, LAN READ and LAN SET: the settings' way between the printer and the window.
 ///
@@ -11,9 +12,9 @@
 class CReadWriteFlow {
 public:
     /// None is owned; all outlive this.
-    CReadWriteFlow(const CItemManager& p_objItemManager, CCommandExchange& p_objExchange,
-                   CBusy& p_objBusy, CWaiter& p_objWaiter, IMessageBox& p_objMessageBox,
-                   ISettingsPage& p_objParameterPage, ISettingsPage& p_objLanPage);
+    CReadWriteFlow(const CItemManager& p_objItemManager, CPrinterSession& p_objSession,
+                   IMessageBox& p_objMessageBox, ISettingsPage& p_objParameterPage,
+                   ISettingsPage& p_objLanPage);
 
     /// Reads the groups 0, 1 and 4, a second after each, then refreshes the parameter page, which
     /// settings that still come do not change any more. A group that fails ends it there, the page
@@ -44,9 +45,9 @@ private:
     void SetLanGroups();
 
     const CItemManager& m_objItemManager;
-    CCommandExchange& m_objExchange;
-    CBusy& m_objBusy;
-    CWaiter& m_objWaiter;
+    CPrinterSession& m_objSession;
+    CCommandExchange& m_objExchange;  // the session's
+    CWaiter& m_objWaiter;             // likewise
     IMessageBox& m_objMessageBox;
     ISettingsPage& m_objParameterPage;
     ISettingsPage& m_objLanPage;

@@ -16,10 +16,10 @@ std::span<const std::uint8_t> BehindUsbHead(std::span<const std::uint8_t> p_objR
 }  // namespace
 
 CAnswerRouter::CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p_objState,
-                             IExchangeView& p_objView)
+                             ISessionEvents& p_objEvents)
     : m_objItemManager(p_objItemManager)
     , m_objState(p_objState)
-    , m_objView(p_objView) {}
+    , m_objEvents(p_objEvents) {}
 
 void CAnswerRouter::SetAnswerSelector(std::int16_t p_iGroup) {
     SettleStream();
@@ -39,6 +39,7 @@ void CAnswerRouter::BeginCommand(AwaitedAnswer p_iAwaited) {
     m_objState.m_iReplyReceived = 0;
     m_objState.m_iStatusReceived = 0;
     m_bUsbFilled = false;
+    m_objLearned = {};
 }
 
 void CAnswerRouter::TakeStream(std::span<const std::uint8_t> p_objBytes) {
@@ -125,10 +126,25 @@ void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {
 
 void CAnswerRouter::TakeReply(bool p_bSettings) {
     ++m_objState.m_iAnswers;
-    if (p_bSettings || m_iAwaited == AwaitedAnswer::Any) {
+    if (p_bSettings || m_iAwaited != AwaitedAnswer::Settings) {
         m_objState.m_iReplyReceived = 1;
         ++m_objState.m_iReplies;
     }
+}
+
+bool CAnswerRouter::IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived) const {
+    const bool bSettings =
+        !p_objReceived.empty() && p_objReceived.front() == MAnswer::UsbSettingsHead;
+    const bool bStatus = !p_objReceived.empty() && p_objReceived.front() == MAnswer::StatusHead;
+    switch (m_iAwaited) {
+    case AwaitedAnswer::Settings:
+        return bSettings;
+    case AwaitedAnswer::Status:
+        return bStatus;
+    case AwaitedAnswer::Any:
+        break;
+    }
+    return true;
 }
 
 bool CAnswerRouter::IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
@@ -171,18 +187,37 @@ void CAnswerRouter::RouteStatus(std::span<const std::uint8_t> p_objAnswer) {
     std::string strText;
     bool bReceived = false;
     MStatus::StatusText(strCode, strText, bReceived);
+    m_objLearned.m_strStatusCode = strCode;
+    m_objLearned.m_strStatusText = bReceived ? strText : std::string();
     if (!bReceived) {
         return;  // what is shown stays: an unknown code tells nothing
     }
     m_objState.m_iStatusReceived = 1;
     if (m_bHeadCheck) {
         m_bHeadCheck = false;
-        m_objView.ShowHeadCheck(strText);
+        m_objEvents.OnHeadCheck(strText);
     } else {
-        m_objView.ShowStatus(strText);
+        m_objEvents.OnStatus(strText);
     }
 }
 
 bool CAnswerRouter::RouteSettings(std::span<const std::uint8_t> p_objAnswer) {
-    return MAnswer::DistributeAnswer(m_objItemManager, p_objAnswer, m_iAnswerSelector);
+    const bool bFilled =
+        MAnswer::DistributeAnswer(m_objItemManager, p_objAnswer, m_iAnswerSelector);
+    if (bFilled) {
+        m_objLearned.m_iGroup = m_iAnswerSelector;
+    }
+    return bFilled;
+}
+
+bool CAnswerRouter::HasLearned(AwaitedAnswer p_iAwaited) const {
+    switch (p_iAwaited) {
+    case AwaitedAnswer::Settings:
+        return m_objLearned.m_iGroup.has_value();
+    case AwaitedAnswer::Status:
+        return m_objLearned.m_strStatusCode.has_value();
+    case AwaitedAnswer::Any:
+        break;
+    }
+    return m_objLearned.m_iGroup || m_objLearned.m_strStatusCode;
 }

@@ -2,8 +2,9 @@
 
 #include "link/CAnswerAssembler.h"
 #include "link/CLinkState.h"
+#include "link/COutcome.h"
 #include "link/CSerialReceiver.h"
-#include "link/IExchangeView.h"
+#include "link/ISessionEvents.h"
 #include "model/CItemManager.h"
 #include "protocol/MAnswer.h"
 
@@ -13,10 +14,11 @@
 enum class AwaitedAnswer : std::int16_t {
     Any,       ///< whatever the printer answers
     Settings,  ///< a settings answer; a status that comes in between is shown and waited past
+    Status,    ///< a status; who does not await just that one takes any answer for it
 };
 
 /// Takes the printer's answers as they arrive, asked for or not, and brings each to its place:
-/// a status to the view, settings into the items of the group that was asked for.
+/// a status to who hears of the session, settings into the items of the group that was asked for.
 ///
 /// Settings that show by their end that they are another group's, as a late answer to an earlier
 /// read, go nowhere. Those that show no end are kept until the doubt is over: until more bytes
@@ -25,7 +27,7 @@ class CAnswerRouter {
 public:
     /// None is owned; all outlive this.
     CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p_objState,
-                  IExchangeView& p_objView);
+                  ISessionEvents& p_objEvents);
 
     /// Names the group that the next settings answer fills (MAnswer::Group). One in doubt is
     /// taken for the group named before.
@@ -66,6 +68,9 @@ public:
     [[nodiscard]] bool IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
                                        std::size_t p_iBufferLength) const;
 
+    /// True for an answer from USB of the kind that the command in flight waits for.
+    [[nodiscard]] bool IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived) const;
+
     /// Takes one answer as USB brings it, a byte 0x01 (status) or 0x02 (settings, two bytes before
     /// the answer as the other links have it) in front; any other goes nowhere. Nor does a status
     /// that ends before its code, or settings that are cut or another group's.
@@ -75,6 +80,12 @@ public:
     /// @return false for settings that have filled nothing. Throws std::out_of_range when the
     ///         receive length leaves no room for the fields of the group that was asked for.
     bool TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived, std::int16_t p_iReceiveLength);
+
+    /// What has come since the command began: the status and its code, the group that was filled.
+    [[nodiscard]] const COutcome& Learned() const { return m_objLearned; }
+
+    /// True when the very answer that p_iAwaited names has come since the command began.
+    [[nodiscard]] bool HasLearned(AwaitedAnswer p_iAwaited) const;
 
     /// True when TakeUsbAnswer has filled the group that was asked for since the command began.
     [[nodiscard]] bool HasUsbFilledGroup() const { return m_bUsbFilled; }
@@ -94,13 +105,14 @@ private:
 
     const CItemManager& m_objItemManager;
     CLinkState& m_objState;
-    IExchangeView& m_objView;
+    ISessionEvents& m_objEvents;
     CAnswerAssembler m_objAssembler;
     CSerialReceiver m_objReceiver{m_objState};
     AwaitedAnswer m_iAwaited = AwaitedAnswer::Any;
     std::int16_t m_iAnswerSelector = -1;
     bool m_bHeadCheck = false;
     bool m_bUsbFilled = false;
+    COutcome m_objLearned;  // of answers alone
     // What SettleQuiet goes by: the bytes that have come by now, and by its last call but those
     // that found nothing new; and the time of that one.
     std::uint64_t m_iTaken = 0;

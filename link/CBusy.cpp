@@ -11,12 +11,12 @@ CBusy::Flow::~Flow() {
     m_objBusy.EndBusy();
 }
 
-CBusy::CBusy(IExchangeView& p_objView)
-    : m_objView(p_objView) {}
+CBusy::CBusy(ISessionEvents& p_objEvents)
+    : m_objEvents(p_objEvents) {}
 
 void CBusy::BeginBusy() {
     m_iBusy = -1;
-    m_objView.SetControlsEnabled(false);
+    m_objEvents.OnBusy(true);
 }
 
 void CBusy::EndBusy() {
@@ -24,5 +24,5 @@ void CBusy::EndBusy() {
         return;
     }
     m_iBusy = 0;
-    m_objView.SetControlsEnabled(true);
+    m_objEvents.OnBusy(false);
 }

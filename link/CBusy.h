@@ -1,13 +1,13 @@
 #pragma once
 
-#include "link/IExchangeView.h"
+#include "link/ISessionEvents.h"
 
 #include <cstdint>
 
-/// Whether an exchange with the printer runs, and with it whether the buttons are disabled.
+/// Whether an exchange with the printer runs, and with it whether another one may be begun.
 ///
 /// A flow of several requests holds the busy state by a CBusy::Flow: the EndBusy of a single
-/// request, or of an answer that arrives, then leaves the buttons disabled until the flow's end.
+/// request, or of an answer that arrives, then tells nobody; the flow's end does.
 class CBusy {
 public:
     /// Holds the busy state from construction to destruction, whatever happens between.
@@ -22,19 +22,19 @@ public:
         CBusy& m_objBusy;
     };
 
-    /// p_objView is not owned and outlives this.
-    explicit CBusy(IExchangeView& p_objView);
+    /// p_objEvents is not owned and outlives this.
+    explicit CBusy(ISessionEvents& p_objEvents);
 
-    /// Sets the busy flag and disables the buttons.
+    /// Sets the busy flag and tells it.
     void BeginBusy();
 
-    /// Clears the busy flag and enables the buttons, unless a flow holds them.
+    /// Clears the busy flag and tells it, unless a flow holds the state.
     void EndBusy();
 
     [[nodiscard]] bool IsBusy() const { return m_iBusy != 0; }
 
 private:
-    IExchangeView& m_objView;
+    ISessionEvents& m_objEvents;
     std::int16_t m_iBusy = 0;   // -1 while an exchange runs
     std::int16_t m_iFlows = 0;  // flows that hold the state; they nest
 };

@@ -11,15 +11,14 @@ constexpr std::int16_t SingleCharacter = 1;
 }  // namespace
 
 CComLink::CComLink(ISerialPort& p_objPort, const CInterface& p_objInterface,
-                   CAnswerRouter& p_objRouter, CLinkState& p_objState, IExchangeView& p_objView,
-                   CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
+                   CAnswerRouter& p_objRouter, CLinkState& p_objState, ISessionEvents& p_objEvents,
+                   CWaiter& p_objWaiter)
     : m_objPort(p_objPort)
     , m_objInterface(p_objInterface)
     , m_objRouter(p_objRouter)
     , m_objState(p_objState)
-    , m_objView(p_objView)
-    , m_objWaiter(p_objWaiter)
-    , m_objMessageBox(p_objMessageBox) {
+    , m_objEvents(p_objEvents)
+    , m_objWaiter(p_objWaiter) {
     m_objPort.SetEvents(this);
 }
 
@@ -36,6 +35,7 @@ bool CComLink::Open() {
 
 bool CComLink::Close() {
     CloseComPort();
+    TellState(CLinkStatus::State::Closed);
     return true;
 }
 
@@ -43,6 +43,8 @@ bool CComLink::OpenComPort() {
     CloseComPort();
     const std::string strSettings = m_objInterface.GetSerialInfo();
     const std::int16_t iPort = m_objInterface.GetComPortNumber();
+    m_strPort = "COM" + std::to_string(iPort);
+    m_strLine = strSettings;
     m_objPort.SetSettings(strSettings);
     m_objPort.SetHandshaking(NoHandshaking);
     m_objPort.SetReceiveThreshold(SingleCharacter);
@@ -50,16 +52,22 @@ bool CComLink::OpenComPort() {
     m_objPort.SetSendThreshold(SingleCharacter);
     m_objPort.SetPortNumber(iPort);
     const std::int32_t iResult = m_objPort.Open();
-    if (iResult == ISerialPort::AlreadyOpen) {
-        m_objMessageBox.Show("Already Opened Port by other Application", MessageIcon::Exclamation);
+    if (iResult != ISerialPort::Opened) {
+        Tell(Failure(iResult == ISerialPort::AlreadyOpen ? CFailure::Kind::SerialHeld
+                                                         : CFailure::Kind::SerialNotOpened,
+                     iResult));
+        return false;
     }
-    return iResult == ISerialPort::Opened;
+    m_bOpened = true;
+    TellState(CLinkStatus::State::Open);
+    return true;
 }
 
 void CComLink::CloseComPort() {
     ++m_iConnection;
     FailSendings();
     m_objPort.Close();
+    m_bOpened = false;
 }
 
 bool CComLink::IsComPortOpen() const {
@@ -67,14 +75,23 @@ bool CComLink::IsComPortOpen() const {
 }
 
 bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/,
-                        std::string& /*p_strError*/, std::int16_t& /*p_iReceivedCount*/,
+                        CFailure& p_objFailure, std::int16_t& /*p_iReceivedCount*/,
                         std::int16_t p_iReceiveLength) {
     if (!IsComPortOpen()) {
+        p_objFailure = m_bOpened ? Lost() : Failure(CFailure::Kind::SerialNotOpen);
+        Tell(p_objFailure);
         return false;
     }
     m_iExpectedLength = p_iReceiveLength;
     m_objState.m_iPendingAnswers = 1;
-    return WriteComBytes(p_objCommand);
+    if (WriteComBytes(p_objCommand)) {
+        return true;
+    }
+    if (!m_objWaiter.MustStop()) {
+        p_objFailure = Failure(CFailure::Kind::SerialNotSent);
+        Tell(p_objFailure);
+    }
+    return false;
 }
 
 bool CComLink::WriteComBytes(const Bytes& p_objBytes) {
@@ -110,6 +127,7 @@ void CComLink::WriteNextByte() {
     Sending& objSending = **objNext;  // at least the caller's is not over
     if (m_objPort.Output({&objSending.m_objBytes[objSending.m_iSent], 1})) {
         ++objSending.m_iSent;
+        ++m_objState.m_iHandedOut;
     } else {
         FailSendings();
     }
@@ -142,7 +160,7 @@ void CComLink::HandleEvent(std::int16_t p_iEvent) {
         ShowClearToSend();
         break;
     case SerialReceiveOverrun:
-        m_objMessageBox.Show("HARD ERROR", MessageIcon::Exclamation);
+        m_objEvents.OnFailure(Failure(CFailure::Kind::SerialOverrun));
         break;
     default:
         break;
@@ -161,9 +179,30 @@ void CComLink::ShowClearToSend() {
     const bool bClear = m_objPort.ClearToSend();
     if (!bClear && m_iOfflineShown == 0) {
         m_iOfflineShown = 1;
-        m_objView.ShowStatus("OFF LINE");
+        m_objEvents.OnStatus("OFF LINE");
     } else if (bClear && m_iOfflineShown == 1) {
         m_iOfflineShown = 0;
-        m_objView.ShowStatus("ON LINE");
+        m_objEvents.OnStatus("ON LINE");
     }
+}
+
+CFailure CComLink::Lost() const {
+    return IsComPortOpen() ? CFailure{} : Failure(CFailure::Kind::SerialLost);
+}
+
+CFailure CComLink::Failure(CFailure::Kind p_iKind, std::int32_t p_iNumber) const {
+    CFailure objFailure{p_iKind};
+    objFailure.m_iNumber = p_iNumber;
+    objFailure.m_strDevice = m_strPort;
+    return objFailure;
+}
+
+void CComLink::TellState(CLinkStatus::State p_iState, const CFailure& p_objFailure) {
+    const std::string strWhere = m_strPort.empty() ? "" : m_strPort + " " + m_strLine;
+    m_objEvents.OnLinkStatus({CInterface::SerialInterface, p_iState, strWhere, p_objFailure});
+}
+
+void CComLink::Tell(const CFailure& p_objFailure) {
+    TellState(CLinkStatus::State::Failed, p_objFailure);
+    m_objEvents.OnFailure(p_objFailure);
 }

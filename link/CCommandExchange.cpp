@@ -1,6 +1,5 @@
 #include "link/CCommandExchange.h"
 
-#include "link/CUsbLink.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
@@ -9,16 +8,17 @@
 
 CCommandExchange::CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
                                    CAnswerRouter& p_objRouter, CLinkState& p_objState,
-                                   CBusy& p_objBusy, CWaiter& p_objWaiter, IExchangeView& p_objView,
-                                   IMessageBox& p_objMessageBox)
+                                   CBusy& p_objBusy, CWaiter& p_objWaiter,
+                                   ISessionEvents& p_objEvents,
+                                   const CExchangeManners& p_objManners)
     : m_objInterface(p_objInterface)
     , m_objLinks(p_objLinks)
     , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objBusy(p_objBusy)
     , m_objWaiter(p_objWaiter)
-    , m_objView(p_objView)
-    , m_objMessageBox(p_objMessageBox) {}
+    , m_objEvents(p_objEvents)
+    , m_objManners(p_objManners) {}
 
 bool CCommandExchange::TextToBytes(const std::string& p_strText, Bytes& p_objBytes) {
     p_objBytes.assign(p_strText.begin(), p_strText.end());
@@ -26,20 +26,23 @@ bool CCommandExchange::TextToBytes(const std::string& p_strText, Bytes& p_objByt
 }
 
 bool CCommandExchange::SendCommand(CInterface& p_objInterface, const Bytes& p_objCommand,
-                                   Bytes& p_objReceiveBuffer, std::string& p_strError,
+                                   Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                                    std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength,
                                    AwaitedAnswer p_iAwaited) {
     if (m_objWaiter.MustStop()) {
         return false;
     }
     m_objRouter.BeginCommand(p_iAwaited);
-    const std::int16_t iInterface = p_objInterface.GetActiveInterface();
-    ILink* const objLink = m_objLinks.Find(iInterface);
-    if (objLink == nullptr || !objLink->Exchange(p_objCommand, p_objReceiveBuffer, p_strError,
-                                                 p_iReceivedCount, p_iReceiveLength)) {
+    ILink* const objLink = m_objLinks.Find(p_objInterface.GetActiveInterface());
+    if (objLink == nullptr) {
+        p_objFailure = {CFailure::Kind::NoLink};
         return false;
     }
-    if (iInterface != CInterface::UsbInterface) {
+    if (!objLink->Exchange(p_objCommand, p_objReceiveBuffer, p_objFailure, p_iReceivedCount,
+                           p_iReceiveLength)) {
+        return false;
+    }
+    if (objLink->HowItAnswers() != ILink::Answering::AtOnce) {
         return true;
     }
     // Only what was received: behind it the buffer holds nothing of the printer's.
@@ -50,16 +53,18 @@ bool CCommandExchange::SendCommand(CInterface& p_objInterface, const Bytes& p_ob
 }
 
 bool CCommandExchange::WaitReply(std::int16_t p_iSeconds) {
-    return WaitAnswer(p_iSeconds, AwaitedAnswer::Settings);
+    CFailure objFailure;
+    return WaitAnswer(p_iSeconds, AwaitedAnswer::Settings, objFailure);
 }
 
-bool CCommandExchange::WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited) {
+bool CCommandExchange::WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited,
+                                  CFailure& p_objFailure) {
     // A command of a handler inside takes the flag back that this one's answer has set, and a read
     // inside waits past what this one waits for.
     const std::int64_t iBefore = CountOf(p_iAwaited);
     return WaitUntil(
         [&] { return m_objState.m_iReplyReceived == 1 || CountOf(p_iAwaited) != iBefore; },
-        p_iSeconds);
+        p_iSeconds, nullptr, p_objFailure);
 }
 
 std::int64_t CCommandExchange::CountOf(AwaitedAnswer p_iAwaited) const {
@@ -67,11 +72,13 @@ std::int64_t CCommandExchange::CountOf(AwaitedAnswer p_iAwaited) const {
 }
 
 bool CCommandExchange::WaitStatusReply(std::int16_t p_iSeconds) {
-    return WaitUntil([this] { return m_objState.m_iStatusReceived == 1; }, p_iSeconds);
+    CFailure objFailure;
+    return WaitUntil([this] { return m_objState.m_iStatusReceived == 1; }, p_iSeconds, nullptr,
+                     objFailure);
 }
 
-bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere,
-                                 std::int16_t p_iSeconds) {
+bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere, std::int16_t p_iSeconds,
+                                 const ILink* p_objLink, CFailure& p_objFailure) {
     const Connection objLan{CInterface::LanInterface, ConnectionNumber(CInterface::LanInterface)};
     CWaiter::Stopwatch objWaited(m_objWaiter);
     while (m_objWaiter.Yield() && !IsGone(objLan)) {
@@ -79,12 +86,17 @@ bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere,
         // What came in time is in time, also when nothing has shown its end by now.
         const bool bSettled = m_objRouter.SettleQuiet(m_objWaiter.Now(), bOver ? 0 : QuietSeconds);
         if (bOver && !bSettled) {
-            m_objMessageBox.Beep();
-            m_objMessageBox.Show("Device Time Out !!", MessageIcon::Critical, "Failure");
+            p_objFailure = {CFailure::Kind::NoReply};
+            m_objEvents.OnFailure(p_objFailure);
             return false;
         }
         if (p_fnIsThere()) {
             return true;
+        }
+        if (p_objLink != nullptr && !p_objLink->Lost().IsNone()) {
+            p_objFailure = p_objLink->Lost();
+            m_objEvents.OnFailure(p_objFailure);
+            return false;
         }
     }
     return false;
@@ -99,64 +111,85 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
 }
 
 bool CCommandExchange::SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                                AwaitedAnswer p_iAwaited, std::string& p_strError,
+                                AwaitedAnswer p_iAwaited, CFailure& p_objFailure,
                                 std::int16_t& p_iReceivedCount) {
     if (p_iAwaited != AwaitedAnswer::Settings) {
         EndReading();
     }
     Bytes objCommand;
     return TextToBytes(p_strCommand, objCommand) &&
-           SendCommand(m_objInterface, objCommand, m_objReceiveBuffer, p_strError, p_iReceivedCount,
-                       p_iReceiveLength, p_iAwaited);
+           SendCommand(m_objInterface, objCommand, m_objReceiveBuffer, p_objFailure,
+                       p_iReceivedCount, p_iReceiveLength, p_iAwaited);
 }
 
-bool CCommandExchange::Send(const std::string& p_strCommand) {
-    std::string strError;
+COutcome CCommandExchange::Send(const std::string& p_strCommand) {
+    COutcome objOutcome;
+    const std::int64_t iHandedOut = m_objState.m_iHandedOut;
     std::int16_t iReceivedCount = 0;
-    return SendText(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError,
-                    iReceivedCount);
+    objOutcome.m_bSent = SendText(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any,
+                                  objOutcome.m_objFailure, iReceivedCount);
+    objOutcome.m_bTouched = m_objState.m_iHandedOut != iHandedOut;
+    objOutcome.m_bDone = objOutcome.m_bSent;
+    return objOutcome;
 }
 
-CCommandExchange::Outcome CCommandExchange::Attempt(const std::string& p_strCommand,
-                                                    std::int16_t p_iReceiveLength,
-                                                    AwaitedAnswer p_iAwaited,
-                                                    std::string& p_strError) {
+COutcome CCommandExchange::Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                                   AwaitedAnswer p_iAwaited) {
     // The active interface may change while the command goes out; the answer comes on its link.
-    const std::int16_t iInterface = m_objInterface.GetActiveInterface();
+    const ILink* const objLink = m_objLinks.Find(m_objInterface.GetActiveInterface());
     if (p_iAwaited != AwaitedAnswer::Settings) {
         EndReading();  // settings in doubt are a former command's answer and not this one's
     }
+    COutcome objOutcome;
     const std::int64_t iBefore = CountOf(p_iAwaited);
+    const std::int64_t iHandedOut = m_objState.m_iHandedOut;
     std::int16_t iReceivedCount = 0;
-    const bool bSent =
-        SendText(p_strCommand, p_iReceiveLength, p_iAwaited, p_strError, iReceivedCount);
-    if (p_iAwaited == AwaitedAnswer::Settings && iInterface == CInterface::UsbInterface) {
-        return ReadFromUsb(bSent, p_strError);
+    const bool bSent = SendText(p_strCommand, p_iReceiveLength, p_iAwaited, objOutcome.m_objFailure,
+                                iReceivedCount);
+    // An answer that has no place to go is an answer: the command has gone out.
+    objOutcome.m_bSent = bSent || iReceivedCount > 0;
+    objOutcome.m_bTouched = m_objState.m_iHandedOut != iHandedOut;
+    const bool bAtOnce = objLink != nullptr && objLink->HowItAnswers() == ILink::Answering::AtOnce;
+    if (bAtOnce && p_iAwaited == AwaitedAnswer::Settings) {
+        JudgeUsbRead(bSent, objOutcome);
+    } else if (bSent) {
+        if (CountOf(p_iAwaited) != iBefore) {
+            m_objState.m_iReplyReceived = 1;  // taken back by a command of a handler inside
+        }
+        objOutcome.m_bDone = IsAnswered(objLink, p_iAwaited, objOutcome);
+    } else if (objOutcome.m_bSent) {
+        objOutcome.m_objFailure = {CFailure::Kind::UsbStrayAnswer};
     }
-    if (!bSent) {
-        // An answer that has no place to go is an answer: the command has gone out.
-        return iReceivedCount > 0 ? Outcome::Unanswered : Outcome::NotSent;
-    }
-    // On USB the link may have words although the command went out: no answer came. To a command
-    // that is no read the answer does not matter.
-    p_strError.clear();
-    if (CountOf(p_iAwaited) != iBefore) {
-        m_objState.m_iReplyReceived = 1;  // taken back by a command of a handler inside
-    }
-    const bool bWaits = iInterface == CInterface::LanInterface;
-    return !bWaits || WaitAnswer(ReplySeconds, p_iAwaited) ? Outcome::Done : Outcome::Unanswered;
+    const COutcome& objLearned = m_objRouter.Learned();
+    objOutcome.m_strStatusCode = objLearned.m_strStatusCode;
+    objOutcome.m_strStatusText = objLearned.m_strStatusText;
+    objOutcome.m_iGroup = objLearned.m_iGroup;
+    return objOutcome;
 }
 
-CCommandExchange::Outcome CCommandExchange::ReadFromUsb(bool p_bSent,
-                                                        std::string& p_strError) const {
-    if (p_bSent && m_objRouter.HasUsbFilledGroup()) {
-        return Outcome::Done;
+bool CCommandExchange::IsAnswered(const ILink* p_objLink, AwaitedAnswer p_iAwaited,
+                                  COutcome& p_objOutcome) {
+    const ILink::Answering iAnswering = p_objLink->HowItAnswers();
+    const std::int16_t iSeconds = m_objManners.m_iReplySeconds;
+    if (m_objManners.m_bAwaitsItsAnswer && iAnswering == ILink::Answering::AtOnce) {
+        return m_objRouter.HasLearned(p_iAwaited);
     }
+    if (m_objManners.m_bAwaitsItsAnswer) {
+        return WaitUntil([&] { return m_objRouter.HasLearned(p_iAwaited); }, iSeconds, p_objLink,
+                         p_objOutcome.m_objFailure);
+    }
+    // On USB the link may have told that no answer came, which to a command that is no read does
+    // not matter.
+    return iAnswering != ILink::Answering::Awaited ||
+           WaitAnswer(iSeconds, p_iAwaited, p_objOutcome.m_objFailure);
+}
+
+void CCommandExchange::JudgeUsbRead(bool p_bSent, COutcome& p_objOutcome) const {
+    p_objOutcome.m_bDone = p_bSent && m_objRouter.HasUsbFilledGroup();
     // An answer that has filled nothing is none to a read.
-    if (m_objState.m_iReplyReceived == 1 && !m_objWaiter.MustStop()) {
-        p_strError = CUsbLink::NoAnswer;
+    if (!p_objOutcome.m_bDone && m_objState.m_iReplyReceived == 1 && !m_objWaiter.MustStop()) {
+        p_objOutcome.m_objFailure = {CFailure::Kind::UsbNoAnswer};
     }
-    return p_bSent ? Outcome::Unanswered : Outcome::NotSent;
 }
 
 std::int64_t CCommandExchange::ConnectionNumber(std::int16_t p_iInterface) const {
@@ -173,68 +206,65 @@ bool CCommandExchange::IsGone(const Connection& p_objConnection) const {
     return ConnectionNumber(p_objConnection.m_iInterface) != p_objConnection.m_iNumber;
 }
 
-void CCommandExchange::ShowFailure(const std::string& p_strError) {
-    if (!p_strError.empty()) {
-        m_objMessageBox.Show(p_strError, MessageIcon::Exclamation);
+ILink::Answering CCommandExchange::ActiveAnswering() const {
+    const ILink* const objLink = m_objLinks.Find(m_objInterface.GetActiveInterface());
+    return objLink != nullptr ? objLink->HowItAnswers() : ILink::Answering::Later;
+}
+
+void CCommandExchange::TellFailure(const COutcome& p_objOutcome) {
+    if (!p_objOutcome.m_bDone && !p_objOutcome.m_objFailure.IsNone()) {
+        m_objEvents.OnCommandFailed(p_objOutcome.m_objFailure);
     }
 }
 
-bool CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                               AwaitedAnswer p_iAwaited) {
-    std::string strError;
-    const Outcome iOutcome = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
-    ShowFailure(strError);
-    return iOutcome == Outcome::Done;
+COutcome CCommandExchange::Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                                   AwaitedAnswer p_iAwaited) {
+    COutcome objOutcome = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited);
+    TellFailure(objOutcome);
+    return objOutcome;
 }
 
-bool CCommandExchange::RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
-                                   std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited) {
+COutcome CCommandExchange::RequestOver(const Connection& p_objBegun,
+                                       const std::string& p_strCommand,
+                                       std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited) {
+    COutcome objOutcome;
     if (m_objWaiter.MustStop()) {
-        return false;
+        return objOutcome;
     }
     if (IsGone(p_objBegun)) {
-        ShowFailure(m_objLinks.Find(p_objBegun.m_iInterface)->WordsWithoutConnection());
-        return false;
+        objOutcome.m_objFailure = m_objLinks.Find(p_objBegun.m_iInterface)->WithoutConnection();
+        TellFailure(objOutcome);
+        return objOutcome;
     }
-    std::string strError;
-    const Outcome iOutcome = Attempt(p_strCommand, p_iReceiveLength, p_iAwaited, strError);
-    ShowFailure(strError);
-    return iOutcome == Outcome::Done || (iOutcome == Outcome::Unanswered && IsGone(p_objBegun));
+    objOutcome = Request(p_strCommand, p_iReceiveLength, p_iAwaited);
+    objOutcome.m_bDone |= objOutcome.m_bSent && IsGone(p_objBegun);
+    return objOutcome;
 }
 
-bool CCommandExchange::ReadGroup(std::int16_t p_iGroup) {
+COutcome CCommandExchange::ReadGroup(std::int16_t p_iGroup) {
     m_objRouter.SetAnswerSelector(p_iGroup);
-    std::string strError;
-    const Outcome iOutcome =
-        Attempt(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
-                AwaitedAnswer::Settings, strError);
+    COutcome objOutcome = Attempt(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup),
+                                  AwaitedAnswer::Settings);
     EndBusy();
-    ShowFailure(strError);
-    return iOutcome == Outcome::Done;
+    TellFailure(objOutcome);
+    return objOutcome;
 }
 
 void CCommandExchange::EndReading() {
     m_objRouter.SetAnswerSelector(MAnswer::NoGroup);
 }
 
-bool CCommandExchange::RequestStatus() {
-    m_objView.ShowStatus({});
+COutcome CCommandExchange::RequestStatus() {
+    m_objEvents.OnStatus({});
     return SendMaintenance(MCommand::StatusRequest);
 }
 
-bool CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
-    bool bSent = false;
-    return SendMaintenance(p_strCommand, bSent);
-}
-
-bool CCommandExchange::SendMaintenance(const std::string& p_strCommand, bool& p_bSent) {
-    std::string strError;
-    Outcome iOutcome = Outcome::NotSent;
+COutcome CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
+    COutcome objOutcome;
     {
         const CBusy::Flow objFlow(m_objBusy);
-        iOutcome = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any, strError);
+        objOutcome = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any);
     }
-    p_bSent = iOutcome != Outcome::NotSent;
-    ShowFailure(strError);
-    return iOutcome == Outcome::Done;
+    TellFailure(objOutcome);
+    return objOutcome;
 }

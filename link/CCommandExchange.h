@@ -2,10 +2,12 @@
 
 #include "link/CAnswerRouter.h"
 #include "link/CBusy.h"
+#include "link/CExchangeManners.h"
 #include "link/CInterface.h"
+#include "link/COutcome.h"
 #include "link/CPrinterLinks.h"
 #include "link/CWaiter.h"
-#include "platform/IMessageBox.h"
+#include "link/ISessionEvents.h"
 
 #include <functional>
 #include <string>
@@ -16,8 +18,6 @@
 /// once the turn is over or the program closes.
 class CCommandExchange {
 public:
-    /// How long a reply on the LAN link may take, in seconds.
-    static constexpr std::int16_t ReplySeconds = 5;
     /// How long nothing may come, in seconds, until settings that show no end are taken as they
     /// are: longer than the gaps that an adapter or a slow line leaves between characters.
     static constexpr double QuietSeconds = 0.25;
@@ -31,7 +31,8 @@ public:
     /// None is owned; all outlive this.
     CCommandExchange(CInterface& p_objInterface, CPrinterLinks& p_objLinks,
                      CAnswerRouter& p_objRouter, CLinkState& p_objState, CBusy& p_objBusy,
-                     CWaiter& p_objWaiter, IExchangeView& p_objView, IMessageBox& p_objMessageBox);
+                     CWaiter& p_objWaiter, ISessionEvents& p_objEvents,
+                     const CExchangeManners& p_objManners = {});
 
     /// Fills p_objBytes with the code of each character. False for an empty text.
     static bool TextToBytes(const std::string& p_strText, Bytes& p_objBytes);
@@ -41,7 +42,7 @@ public:
 
     /// Sends over the active link.
     ///
-    /// @param p_strError the link's words for what went wrong; empty when it has none.
+    /// @param p_objFailure as ILink::Exchange gives it.
     /// @param p_iReceivedCount as ILink::Exchange gives it.
     /// @param p_iReceiveLength as ILink::Exchange takes it.
     /// @param p_iAwaited what WaitReply waits for afterwards.
@@ -50,12 +51,12 @@ public:
     /// On USB the answer, if one came, is in its place when this returns. Throws std::out_of_range
     /// when p_iReceiveLength leaves no room for the settings that came.
     bool SendCommand(CInterface& p_objInterface, const Bytes& p_objCommand,
-                     Bytes& p_objReceiveBuffer, std::string& p_strError,
+                     Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                      std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength,
                      AwaitedAnswer p_iAwaited);
 
-    /// Waits until the answer is in; true when it is. After p_iSeconds it beeps, shows
-    /// "Device Time Out !!" and returns false, also when the answer has come meanwhile while a
+    /// Waits until the answer is in; true when it is. After p_iSeconds it tells NoReply and returns
+    /// false, also when the answer has come meanwhile while a
     /// box or dialog stood: the time is looked at first. Behind a handler that has run inside of
     /// it the wait begins anew, if the answer has not come by then; what such a handler was
     /// answered counts, because answers come in the order of their commands. False at once, without
@@ -69,62 +70,61 @@ public:
     /// Lets p_iSeconds pass with the window alive. A pause over midnight does not end by itself.
     void Pause(std::int16_t p_iSeconds);
 
-    /// Sends p_strCommand and waits for nothing; a failure shows nothing. Leaves the busy state
-    /// alone. On USB the answer, if one comes, is in when this returns.
-    bool Send(const std::string& p_strCommand);
+    /// Sends p_strCommand and waits for nothing; the handler tells nobody of a failure. Leaves the
+    /// busy state alone. On USB the answer, if one comes, is in when this returns.
+    COutcome Send(const std::string& p_strCommand);
 
-    /// Sends p_strCommand and, on the LAN link, waits for the answer. A failure of the link that
-    /// has a text is shown; on USB it is such a failure when settings are awaited and none come
-    /// whole, while to any other command no answer is fine. Leaves the busy state alone.
-    bool Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                 AwaitedAnswer p_iAwaited);
+    /// Sends p_strCommand and, on a link whose answers are awaited, waits for the answer. What has
+    /// made it fail is told as the command's failure; on USB it is one when settings are awaited
+    /// and none come whole, while to any other command no answer is fine. Leaves the busy state
+    /// alone.
+    COutcome Request(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                     AwaitedAnswer p_iAwaited);
 
     /// The active link as it is connected now.
     [[nodiscard]] Connection ActiveConnection() const;
 
     /// The same as Request for one of several commands that must not go on over another connection
     /// of the link than p_objBegun (an interface chosen meanwhile does take them). When that one is
-    /// gone nothing is sent, and the link's words for it are
-    /// shown, if it has any. True also when it has gone while the answer was awaited, which cannot
-    /// come any more: the next command will tell.
-    bool RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
-                     std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited);
+    /// gone nothing is sent, and the link tells what that is. Done also when it has gone while the
+    /// answer was awaited, which cannot come any more: the next command will tell.
+    COutcome RequestOver(const Connection& p_objBegun, const std::string& p_strCommand,
+                         std::int16_t p_iReceiveLength, AwaitedAnswer p_iAwaited);
 
     /// Asks for the settings of group p_iGroup, which fill that group's items when they come.
-    /// On the LAN link and on USB they have come when this returns true. Runs EndBusy, then shows
-    /// what the link says of a failure.
-    bool ReadGroup(std::int16_t p_iGroup);
+    /// On the LAN link and on USB they have come when it is done. Runs EndBusy, then tells of a
+    /// failure.
+    COutcome ReadGroup(std::int16_t p_iGroup);
 
     /// No more settings are awaited: those that still come fill no item.
     void EndReading();
 
     /// Clears the status shown and asks for it as SendMaintenance does.
-    bool RequestStatus();
+    COutcome RequestStatus();
 
-    /// Sends a maintenance command; the buttons are disabled meanwhile, and enabled again when a
-    /// failure of the link is shown.
-    bool SendMaintenance(const std::string& p_strCommand);
+    /// Sends a maintenance command; busy meanwhile, and not any more when a failure is told.
+    COutcome SendMaintenance(const std::string& p_strCommand);
 
-    /// The same; p_bSent tells whether the command has gone out, answered or not.
-    bool SendMaintenance(const std::string& p_strCommand, bool& p_bSent);
+    /// How the active link answers; Later when there is none.
+    [[nodiscard]] ILink::Answering ActiveAnswering() const;
 
 private:
-    /// What has become of a command.
-    enum class Outcome : std::uint8_t { NotSent, Unanswered, Done };
-
-    Outcome Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                    AwaitedAnswer p_iAwaited, std::string& p_strError);
-    bool WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited);
+    COutcome Attempt(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
+                     AwaitedAnswer p_iAwaited);
+    /// Whether what was sent over p_objLink (null: none) is answered as it has to be, after a wait
+    /// where there is one.
+    bool IsAnswered(const ILink* p_objLink, AwaitedAnswer p_iAwaited, COutcome& p_objOutcome);
+    bool WaitAnswer(std::int16_t p_iSeconds, AwaitedAnswer p_iAwaited, CFailure& p_objFailure);
     /// How many answers have come so far that a command with this wait takes for its own.
     [[nodiscard]] std::int64_t CountOf(AwaitedAnswer p_iAwaited) const;
-    Outcome ReadFromUsb(bool p_bSent, std::string& p_strError) const;
+    void JudgeUsbRead(bool p_bSent, COutcome& p_objOutcome) const;
     [[nodiscard]] std::int64_t ConnectionNumber(std::int16_t p_iInterface) const;
     [[nodiscard]] bool IsGone(const Connection& p_objConnection) const;
-    void ShowFailure(const std::string& p_strError);
+    void TellFailure(const COutcome& p_objOutcome);
     bool SendText(const std::string& p_strCommand, std::int16_t p_iReceiveLength,
-                  AwaitedAnswer p_iAwaited, std::string& p_strError,
-                  std::int16_t& p_iReceivedCount);
-    bool WaitUntil(const std::function<bool()>& p_fnIsThere, std::int16_t p_iSeconds);
+                  AwaitedAnswer p_iAwaited, CFailure& p_objFailure, std::int16_t& p_iReceivedCount);
+    bool WaitUntil(const std::function<bool()>& p_fnIsThere, std::int16_t p_iSeconds,
+                   const ILink* p_objLink, CFailure& p_objFailure);
 
     CInterface& m_objInterface;
     CPrinterLinks& m_objLinks;
@@ -132,7 +132,7 @@ private:
     CLinkState& m_objState;
     CBusy& m_objBusy;
     CWaiter& m_objWaiter;
-    IExchangeView& m_objView;
-    IMessageBox& m_objMessageBox;
+    ISessionEvents& m_objEvents;
+    CExchangeManners m_objManners;
     Bytes m_objReceiveBuffer;
 };

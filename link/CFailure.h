@@ -15,6 +15,7 @@ struct CFailure {
         SerialNotOpened,  ///< it could not be opened for another reason
         SerialNotOpen,    ///< a command was to go out while the port was not open
         SerialNotSent,    ///< the port was lost or closed while a command went out
+        SerialLost,       ///< the port went away while an answer was awaited
         SerialOverrun,    ///< the hardware has lost characters
         // Network.
         LanError,         ///< the socket has reported an error, which m_objSocket tells
@@ -22,12 +23,13 @@ struct CFailure {
         LanNotSent,       ///< a command could not be sent, or not in time
         LanClosed,        ///< the connection went away while an answer was awaited
         // USB.
-        UsbNotOpened,   ///< the printer could not be had in the middle of an exchange
-        UsbNotReady,    ///< no printer there, or it cannot be had
-        UsbNoDeviceId,  ///< its identification cannot be read
-        UsbMismatch,    ///< its identification names another maker
-        UsbNotSent,     ///< it did not take the command in time
-        UsbNoAnswer,    ///< no answer, or none that was asked for
+        UsbNotOpened,    ///< the printer could not be had in the middle of an exchange
+        UsbNotReady,     ///< no printer there, or it cannot be had
+        UsbNoDeviceId,   ///< its identification cannot be read
+        UsbMismatch,     ///< its identification names another maker
+        UsbNotSent,      ///< it did not take the command in time
+        UsbNoAnswer,     ///< no answer, or none that was asked for
+        UsbStrayAnswer,  ///< settings came to a command that asks for none
         // Any link.
         NoReply,  ///< no answer within the time
         NoLink,   ///< there is no such interface

@@ -5,31 +5,19 @@
 namespace {
 
 constexpr double SendLimitSeconds = 2;
-constexpr const char* OpenError = "'LAN' Open Error !!";
-constexpr const char* SendError = "'LAN' Send Error !!";
-
-std::string Describe(const SocketError& p_objError) {
-    const std::string strLineEnd = "\r\n";
-    return "Number=" + std::to_string(p_objError.m_iNumber) + "  " + p_objError.m_strDescription +
-           strLineEnd + "Scode=" + std::to_string(p_objError.m_iScode) + strLineEnd +
-           "Source=" + p_objError.m_strSource + strLineEnd +
-           "HelpFile=" + p_objError.m_strHelpFile + strLineEnd +
-           "HelpContext=" + std::to_string(p_objError.m_iHelpContext) + strLineEnd +
-           "CancelDisplay=" + (p_objError.m_bCancelDisplay ? "True" : "False");
-}
 
 }  // namespace
 
 CLanLink::CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface,
                    CAnswerRouter& p_objRouter, CLinkState& p_objState, CBusy& p_objBusy,
-                   CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
+                   CWaiter& p_objWaiter, ISessionEvents& p_objEvents)
     : m_objSocket(p_objSocket)
     , m_objInterface(p_objInterface)
     , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objBusy(p_objBusy)
     , m_objWaiter(p_objWaiter)
-    , m_objMessageBox(p_objMessageBox) {
+    , m_objEvents(p_objEvents) {
     m_objSocket.SetEvents(this);
 }
 
@@ -48,15 +36,17 @@ bool CLanLink::Open() {
     m_objState.m_iLinkError = 0;
     m_objState.m_iReplyReceived = 0;
     m_objState.m_iStatusReceived = 0;
+    m_objError = {};
     SetRemote();
     m_objSocket.Connect();
     const CBusy::Flow objFlow(m_objBusy);
+    TellState(CLinkStatus::State::Opening);
     while (m_objWaiter.Yield()) {
         if (m_bHasConnected) {
             return true;
         }
         if (m_objState.m_iLinkError == -1) {
-            m_objMessageBox.Show(OpenError, MessageIcon::Critical);
+            m_objEvents.OnFailure(Failure(CFailure::Kind::LanNotConnected));
             return false;
         }
     }
@@ -67,6 +57,7 @@ bool CLanLink::Open() {
 bool CLanLink::Close() {
     ++m_iConnection;
     Disconnect();
+    TellState(CLinkStatus::State::Closed);
     return true;
 }
 
@@ -75,28 +66,37 @@ void CLanLink::Disconnect() {
     m_objState.m_iConnected = 0;
 }
 
-std::string CLanLink::WordsWithoutConnection() const {
-    return SendError;
+CFailure CLanLink::WithoutConnection() const {
+    return Failure(CFailure::Kind::LanNotSent);
+}
+
+CFailure CLanLink::Lost() const {
+    if (m_objState.m_iConnected == 1) {
+        return {};
+    }
+    return Failure(m_objState.m_iLinkError == -1 ? CFailure::Kind::LanError
+                                                 : CFailure::Kind::LanClosed);
 }
 
 bool CLanLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
-                        std::string& p_strError, std::int16_t& /*p_iReceivedCount*/,
+                        CFailure& p_objFailure, std::int16_t& /*p_iReceivedCount*/,
                         std::int16_t p_iReceiveLength) {
     p_objReceiveBuffer.assign(static_cast<std::size_t>(p_iReceiveLength), 0);
     while (!m_objSocket.GetData().empty()) {
         // What a former exchange has left must not pass for this command's answer.
     }
     m_objState.m_iSendComplete = 0;  // what an earlier command has set says nothing of this one
-    if (m_objState.m_iConnected != 1 || !m_objSocket.SendData(p_objCommand)) {
-        p_strError = SendError;
-        return false;
+    if (m_objState.m_iConnected == 1 && m_objSocket.SendData(p_objCommand)) {
+        ++m_objState.m_iHandedOut;
+        if (WaitSent()) {
+            return true;
+        }
+        if (m_objWaiter.MustStop()) {
+            return false;
+        }
     }
-    if (WaitSent()) {
-        return true;
-    }
-    if (!m_objWaiter.MustStop()) {
-        p_strError = SendError;
-    }
+    p_objFailure = Failure(CFailure::Kind::LanNotSent);
+    m_objEvents.OnFailure(p_objFailure);
     return false;
 }
 
@@ -124,17 +124,21 @@ bool CLanLink::WaitSent() {
 }
 
 void CLanLink::SetRemote() {
-    m_objSocket.SetRemote(m_objInterface.GetIpAddress(),
-                          MNumber::ToInt32(m_objInterface.GetSocketPortNumber()));
+    const std::string strHost = m_objInterface.GetIpAddress();
+    const std::int32_t iPort = MNumber::ToInt32(m_objInterface.GetSocketPortNumber());
+    m_objSocket.SetRemote(strHost, iPort);
+    m_strRemote = strHost + ":" + std::to_string(iPort);
 }
 
 void CLanLink::OnConnect() {
     m_bHasConnected = true;
     m_objState.m_iConnected = 1;
+    TellState(CLinkStatus::State::Open);
 }
 
 void CLanLink::OnClose() {
     m_objState.m_iConnected = 0;
+    TellState(CLinkStatus::State::ClosedByPrinter);
 }
 
 void CLanLink::OnSendComplete() {
@@ -154,7 +158,10 @@ void CLanLink::OnDataArrival() {
 void CLanLink::OnError(const SocketError& p_objError) {
     try {
         Disconnect();
-        m_objMessageBox.Show(Describe(p_objError), MessageIcon::None);
+        m_objError = p_objError;
+        const CFailure objFailure = Failure(CFailure::Kind::LanError);
+        TellState(CLinkStatus::State::Failed, objFailure);
+        m_objEvents.OnFailure(objFailure);
         Disconnect();
         SetRemote();
     } catch (...) {
@@ -162,4 +169,17 @@ void CLanLink::OnError(const SocketError& p_objError) {
     }
     m_objBusy.EndBusy();
     m_objState.m_iLinkError = -1;
+}
+
+CFailure CLanLink::Failure(CFailure::Kind p_iKind) const {
+    return {p_iKind, m_objError, m_objError.m_iNumber, m_strRemote};
+}
+
+void CLanLink::TellState(CLinkStatus::State p_iState, const CFailure& p_objFailure) {
+    try {
+        m_objEvents.OnLinkStatus({CInterface::LanInterface, p_iState, m_strRemote, p_objFailure});
+    } catch (...) {
+        // No exception may leave an event; the handler that waits, if one does, gets it.
+        m_objWaiter.StoreFault();
+    }
 }

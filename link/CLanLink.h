@@ -6,7 +6,7 @@
 #include "link/CLinkState.h"
 #include "link/CWaiter.h"
 #include "link/ILink.h"
-#include "platform/IMessageBox.h"
+#include "link/ISessionEvents.h"
 #include "platform/ITcpClient.h"
 
 /// The printer over the network: a TCP connection that stays open between commands.
@@ -15,28 +15,31 @@ public:
     /// None is owned; all outlive this. Takes the socket's events for its own lifetime.
     CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface, CAnswerRouter& p_objRouter,
              CLinkState& p_objState, CBusy& p_objBusy, CWaiter& p_objWaiter,
-             IMessageBox& p_objMessageBox);
+             ISessionEvents& p_objEvents);
     ~CLanLink() override;
     CLanLink(const CLanLink&) = delete;
     CLanLink& operator=(const CLanLink&) = delete;
 
-    /// Connects to the address and port of CInterface, the buttons disabled meanwhile. Has no
-    /// time limit of its own: the socket's failure to connect ends it, with "'LAN' Open Error !!".
+    [[nodiscard]] Answering HowItAnswers() const override { return Answering::Awaited; }
+
+    /// Connects to the address and port of CInterface, busy meanwhile. Has no time limit of its
+    /// own: the socket's failure to connect ends it, with LanNotConnected.
     /// True also when the printer has taken the connection and closed it at once.
     bool Open() override;
 
     bool Close() override;
 
     /// Ends when the socket has sent everything. A socket that is not connected, an error of it,
-    /// or no end within 2 seconds gives "'LAN' Send Error !!", and so does another connection that
+    /// or no end within 2 seconds gives LanNotSent, and so does another connection that
     /// a handler inside of the wait has made; after the 2 seconds the connection is closed, so that
     /// what was not sent by then never is. A clock that starts again at midnight makes the limit
     /// longer, never shorter.
-    bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, std::string& p_strError,
+    bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
 
     [[nodiscard]] std::int64_t Connection() const override { return m_iConnection; }
-    [[nodiscard]] std::string WordsWithoutConnection() const override;
+    [[nodiscard]] CFailure WithoutConnection() const override;
+    [[nodiscard]] CFailure Lost() const override;
 
 private:
     void OnConnect() override;
@@ -48,6 +51,8 @@ private:
     void SetRemote();
     void Disconnect();
     [[nodiscard]] bool WaitSent();
+    [[nodiscard]] CFailure Failure(CFailure::Kind p_iKind) const;
+    void TellState(CLinkStatus::State p_iState, const CFailure& p_objFailure = {});
 
     ITcpClient& m_objSocket;
     const CInterface& m_objInterface;
@@ -55,8 +60,10 @@ private:
     CLinkState& m_objState;
     CBusy& m_objBusy;
     CWaiter& m_objWaiter;
-    IMessageBox& m_objMessageBox;
+    ISessionEvents& m_objEvents;
     /// Also when the printer has closed again since: one yield holds both where a box stood in it.
     bool m_bHasConnected = false;
     std::int64_t m_iConnection = 0;  // how often it was opened or closed
+    std::string m_strRemote;         // where Connect goes
+    SocketError m_objError;          // the last one since it was opened
 };

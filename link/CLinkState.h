@@ -17,4 +17,5 @@ struct CLinkState {
     std::int16_t m_iPendingAnswers = 0;  ///< answers that are outstanding, as told above
     std::int64_t m_iReplies = 0;         ///< how many answers have set the reply flag so far
     std::int64_t m_iAnswers = 0;         ///< how many of a stream's answers have come, of any kind
+    std::int64_t m_iHandedOut = 0;       ///< how often bytes were handed to the system to send
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/ILink.h"
-#include "platform/IMessageBox.h"
+#include "link/ISessionEvents.h"
 #include "platform/IParallelLibrary.h"
 
 /// The printer on the parallel port: sends and receives nothing. No interface of CInterface leads
@@ -12,15 +12,13 @@ public:
     static constexpr std::int32_t TimeoutMilliseconds = 5000;
 
     /// Neither is owned; both outlive this.
-    CLptLink(IParallelLibrary& p_objLibrary, IMessageBox& p_objMessageBox);
+    CLptLink(IParallelLibrary& p_objLibrary, ISessionEvents& p_objEvents);
 
-    /// Opens the port, sends one command and closes the port. False, after a box, when the port
+    /// Opens the port, sends one command and closes the port. False, and told, when the port
     /// cannot be had or does not take every byte.
     bool ExchangeLpt(const Bytes& p_objCommand);
 
 private:
-    void ShowFailure(const char* p_strText);
-
     IParallelLibrary& m_objLibrary;
-    IMessageBox& m_objMessageBox;
+    ISessionEvents& m_objEvents;
 };

@@ -10,13 +10,19 @@
 #include "link/CWaiter.h"
 #include "platform/CPrinterPlatform.h"
 
-/// The link room put together: one printer, its links, and the exchange that uses them.
+/// The link room put together: one printer, its links, and the exchange that uses them. What
+/// happens in it is told to one ISessionEvents.
 class CPrinterSession {
 public:
-    /// None is owned; all outlive this.
+    /// None of the references is owned; all outlive this.
     CPrinterSession(const CItemManager& p_objItemManager, CInterface& p_objInterface,
-                    IExchangeView& p_objView, const CPrinterPlatform& p_objPlatform);
+                    ISessionEvents& p_objEvents, const CPrinterPlatform& p_objPlatform,
+                    const CExchangeManners& p_objManners = {});
+    CPrinterSession(const CPrinterSession&) = delete;
+    CPrinterSession& operator=(const CPrinterSession&) = delete;
 
+    [[nodiscard]] ISessionEvents& Events() { return m_objEvents; }
+    [[nodiscard]] CLinkState& State() { return m_objState; }
     [[nodiscard]] CBusy& Busy() { return m_objBusy; }
     [[nodiscard]] CWaiter& Waiter() { return m_objWaiter; }
     [[nodiscard]] CAnswerRouter& Router() { return m_objRouter; }
@@ -24,6 +30,7 @@ public:
     [[nodiscard]] CCommandExchange& Exchange() { return m_objExchange; }
 
 private:
+    ISessionEvents& m_objEvents;
     CLinkState m_objState;
     CBusy m_objBusy;
     CWaiter m_objWaiter;

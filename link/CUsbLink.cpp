@@ -1,44 +1,48 @@
 #include "link/CUsbLink.h"
 
+#include "link/CInterface.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr const char* OpenError = "'USB' Open Error !!";
-constexpr const char* SendTimeOut = "Device Time Out !!";
-
-/// What an exchange says about a printer that cannot be opened; empty when there are no words.
-const char* OpenFailure(std::int32_t p_iResult) {
+/// What an exchange says about a printer that cannot be opened; None when it says nothing.
+CFailure::Kind OpenFailure(std::int32_t p_iResult) {
     switch (p_iResult) {
     case IUsbLibrary::Mismatch:
-        return "USB DeviceID mismatch error";
+        return CFailure::Kind::UsbMismatch;
     case IUsbLibrary::NoDeviceId:
-        return "USB DeviceID receive error";
+        return CFailure::Kind::UsbNoDeviceId;
     case IUsbLibrary::NotReady:
-        return "USB Device not ready !!";
+        return CFailure::Kind::UsbNotReady;
     default:
-        return "";
+        return CFailure::Kind::None;
     }
 }
 
 }  // namespace
 
 CUsbLink::CUsbLink(IUsbLibrary& p_objLibrary, const CAnswerRouter& p_objRouter,
-                   CLinkState& p_objState, CWaiter& p_objWaiter, IMessageBox& p_objMessageBox)
+                   CLinkState& p_objState, CWaiter& p_objWaiter, ISessionEvents& p_objEvents,
+                   const CExchangeManners& p_objManners)
     : m_objLibrary(p_objLibrary)
     , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objWaiter(p_objWaiter)
-    , m_objMessageBox(p_objMessageBox) {}
+    , m_objEvents(p_objEvents)
+    , m_objManners(p_objManners) {}
 
 bool CUsbLink::Open() {
     if (m_objWaiter.MustStop()) {
         return false;
     }
-    if (m_objLibrary.Dll_openUSB() < IUsbLibrary::Opened) {
-        return Fail(OpenError);
+    const std::int32_t iResult = m_objLibrary.Dll_openUSB();
+    if (iResult < IUsbLibrary::Opened) {
+        CFailure objFailure;
+        return Fail(CFailure::Kind::UsbNotOpened, iResult, objFailure);
     }
+    TellState(CLinkStatus::State::Open);
     if (!m_objWaiter.Yield() || !m_objWaiter.Yield()) {
         Close();
         return false;
@@ -48,29 +52,43 @@ bool CUsbLink::Open() {
 
 bool CUsbLink::Close() {
     m_objLibrary.Dll_closeUSB();
+    TellState(CLinkStatus::State::Closed);
     return true;
 }
 
 bool CUsbLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
-                        std::string& p_strError, std::int16_t& p_iReceivedCount,
+                        CFailure& p_objFailure, std::int16_t& p_iReceivedCount,
                         std::int16_t p_iReceiveLength) {
     const auto iLength = static_cast<std::size_t>(std::max<std::int16_t>(p_iReceiveLength, 0));
     p_objReceiveBuffer.assign(iLength, 0);
     p_iReceivedCount = 0;
     m_objState.m_iReplyReceived = 0;
-    const std::string strFailure = OpenFailure(OpenLibrary());
-    if (!strFailure.empty()) {
+    TellState(CLinkStatus::State::Opening);
+    const std::int32_t iResult = OpenLibrary();
+    const CFailure::Kind iFailure = OpenFailure(iResult);
+    if (iFailure != CFailure::Kind::None) {
         // Events run while it opens: whoever must stop has nothing to say any more.
         if (!m_objWaiter.MustStop()) {
-            p_strError = strFailure;
+            p_objFailure = {iFailure, {}, iResult};
+            Tell(p_objFailure);
         }
         return false;
     }
+    TellState(CLinkStatus::State::Open);
+    const bool bSent = Transfer(p_objCommand, p_objReceiveBuffer, p_objFailure, p_iReceivedCount);
+    if (p_objFailure.IsNone()) {
+        TellState(CLinkStatus::State::Closed);
+    }
+    return bSent;
+}
+
+bool CUsbLink::Transfer(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
+                        CFailure& p_objFailure, std::int16_t& p_iReceivedCount) {
     try {
-        return SendUsb(p_objCommand) &&
-               ReceiveAnswer(p_objReceiveBuffer, p_strError, p_iReceivedCount);
+        return SendUsb(p_objCommand, p_objFailure) &&
+               ReceiveAnswer(p_objReceiveBuffer, p_objFailure, p_iReceivedCount);
     } catch (...) {
-        Close();  // other programs must get at the printer
+        m_objLibrary.Dll_closeUSB();  // other programs must get at the printer
         throw;
     }
 }
@@ -87,32 +105,35 @@ std::int32_t CUsbLink::OpenLibrary() {
     }
 }
 
-bool CUsbLink::SendUsb(const Bytes& p_objBytes) {
+bool CUsbLink::SendUsb(const Bytes& p_objBytes, CFailure& p_objFailure) {
     if (!m_objWaiter.Yield()) {
-        Close();
+        m_objLibrary.Dll_closeUSB();
         return false;
     }
     for (;;) {
         const CWaiter::Stopwatch objInside(m_objWaiter);
-        if (OpenLibrary() < IUsbLibrary::Opened) {
-            return Fail(OpenError);
+        const std::int32_t iResult = OpenLibrary();
+        if (iResult < IUsbLibrary::Opened) {
+            return Fail(CFailure::Kind::UsbNotOpened, iResult, p_objFailure);
         }
         m_objState.m_iPendingAnswers = 1;
         m_objState.m_iReplyReceived = 0;  // what a handler inside was answered came before this
-        if (m_objLibrary.Dll_sendUSB(p_objBytes) >= 0) {
+        ++m_objState.m_iHandedOut;
+        const std::int32_t iSent = m_objLibrary.Dll_sendUSB(p_objBytes);
+        if (iSent >= 0) {
             break;
         }
         // A handler that has used the printer meanwhile has ended the sending further out before
         // the command has left.
         if (!objInside.IsInterrupted() || m_objWaiter.MustStop()) {
-            return Fail(SendTimeOut);
+            return Fail(CFailure::Kind::UsbNotSent, iSent, p_objFailure);
         }
     }
-    Close();
+    m_objLibrary.Dll_closeUSB();
     return m_objWaiter.Yield();
 }
 
-bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
+bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                              std::int16_t& p_iReceivedCount) {
     const std::size_t iLength = p_objReceiveBuffer.size();
     CWaiter::Stopwatch objWaited(m_objWaiter);
@@ -124,12 +145,15 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
         }
         // Events run while it waits, and may use the caller's buffer for another command.
         Bytes objAnswer(iLength, 0);
-        std::int16_t iCount = ReceiveUsb(objAnswer);
+        std::int16_t iCount = ReceiveUsb(objAnswer, p_objFailure);
         if (m_objWaiter.MustStop()) {
             return false;
         }
+        if (m_objManners.m_bAwaitsItsAnswer && !p_objFailure.IsNone()) {
+            return true;  // it went out, and the printer has gone since
+        }
         const auto objReceived = std::span(objAnswer).first(static_cast<std::size_t>(iCount));
-        const bool bDropped = m_objRouter.IsAnotherGroups(objReceived, iLength);
+        const bool bDropped = IsDropped(objReceived, iLength);
         if (bDropped) {
             objAnswer.assign(iLength, 0);
             iCount = 0;
@@ -146,37 +170,58 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, std::string& p_strError,
             return true;
         }
         if (!MayReceiveAgain(bDropped, objWaited.Elapsed())) {
-            m_objMessageBox.Beep();
-            p_strError = NoAnswer;
+            p_objFailure = {CFailure::Kind::UsbNoAnswer};
+            Tell(p_objFailure);
             return true;
         }
     }
     return false;
 }
 
-bool CUsbLink::MayReceiveAgain(bool p_bDropped, double p_dElapsed) {
+bool CUsbLink::IsDropped(std::span<const std::uint8_t> p_objReceived,
+                         std::size_t p_iBufferLength) const {
+    return m_objRouter.IsAnotherGroups(p_objReceived, p_iBufferLength) ||
+           (m_objManners.m_bAwaitsItsAnswer && !p_objReceived.empty() &&
+            !m_objRouter.IsOfAwaitedKind(p_objReceived));
+}
+
+bool CUsbLink::MayReceiveAgain(bool p_bDropped, double p_dElapsed) const {
+    if (m_objManners.m_bAwaitsItsAnswer) {
+        return p_dElapsed >= 0 && p_dElapsed < m_objManners.m_iReplySeconds;
+    }
     // A printer that has only wrong answers is not listened to over midnight.
     const bool bBehindDropped = p_bDropped && p_dElapsed >= 0 && p_dElapsed < DroppedAnswerSeconds;
     // The library has done the waiting: once is enough, unless the clock stands still.
     return bBehindDropped || (!p_bDropped && p_dElapsed <= 0);
 }
 
-std::int16_t CUsbLink::ReceiveUsb(Bytes& p_objBuffer) {
-    if (OpenLibrary() < IUsbLibrary::Opened) {
-        Fail(OpenError);
+std::int16_t CUsbLink::ReceiveUsb(Bytes& p_objBuffer, CFailure& p_objFailure) {
+    const std::int32_t iResult = OpenLibrary();
+    if (iResult < IUsbLibrary::Opened) {
+        Fail(CFailure::Kind::UsbNotOpened, iResult, p_objFailure);
         return 0;
     }
     const std::int32_t iCount = m_objLibrary.Dll_rcvUSB(p_objBuffer);
-    Close();
+    m_objLibrary.Dll_closeUSB();
     m_objWaiter.Yield();
     const std::int32_t iMost = static_cast<std::int32_t>(p_objBuffer.size());
     return static_cast<std::int16_t>(std::clamp(iCount, 0, iMost));
 }
 
-bool CUsbLink::Fail(const char* p_strText) {
+void CUsbLink::TellState(CLinkStatus::State p_iState, const CFailure& p_objFailure) {
+    m_objEvents.OnLinkStatus({CInterface::UsbInterface, p_iState, {}, p_objFailure});
+}
+
+void CUsbLink::Tell(const CFailure& p_objFailure) {
+    TellState(CLinkStatus::State::Failed, p_objFailure);
+    m_objEvents.OnFailure(p_objFailure);
+}
+
+bool CUsbLink::Fail(CFailure::Kind p_iKind, std::int32_t p_iResult, CFailure& p_objFailure) {
     if (!m_objWaiter.MustStop()) {
-        m_objMessageBox.Show(p_strText, MessageIcon::Critical);
+        p_objFailure = {p_iKind, {}, p_iResult};
+        Tell(p_objFailure);
     }
-    Close();
+    m_objLibrary.Dll_closeUSB();
     return false;
 }

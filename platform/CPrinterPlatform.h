@@ -2,7 +2,6 @@
 
 #include "platform/IClock.h"
 #include "platform/IEventLoop.h"
-#include "platform/IMessageBox.h"
 #include "platform/ISerialPort.h"
 #include "platform/ITcpClient.h"
 #include "platform/IUsbLibrary.h"
@@ -12,7 +11,6 @@
 struct CPrinterPlatform {
     IEventLoop& m_objEventLoop;
     const IClock& m_objClock;
-    IMessageBox& m_objMessageBox;
     ITcpClient& m_objTcpClient;
     ISerialPort& m_objSerialPort;
     IUsbLibrary& m_objUsbLibrary;

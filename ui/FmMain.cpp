@@ -50,10 +50,10 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     : m_objPlatform(p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
-    , m_objSession(*m_objItemManager, *m_objInterface, *this, p_objPlatform)
+    , m_objSessionView(*this, p_objPlatform.m_objMessageBox)
+    , m_objSession(*m_objItemManager, *m_objInterface, m_objSessionView, p_objPlatform)
     , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
-    , m_objMaintenance(*m_objInterface, m_objSession.Exchange(), m_objSession.Router(),
-                       m_objSession.Busy(), m_objSession.Waiter(), *this) {
+    , m_objMaintenance(m_objSession) {
     setObjectName("FmMain");
     setWindowTitle(IMessageBox::ProgramTitle);
     QFont objFont = font();
@@ -169,14 +169,12 @@ void FmMain::FillInterfaces() {
 }
 
 void FmMain::MakeFlows() {
-    m_objReadWrite = std::make_unique<CReadWriteFlow>(
-        *m_objItemManager, m_objSession.Exchange(), m_objSession.Busy(), m_objSession.Waiter(),
-        m_objPlatform.m_objMessageBox, *m_objParameterPage, *m_objLanPage);
+    m_objReadWrite = std::make_unique<CReadWriteFlow>(*m_objItemManager, m_objSession,
+                                                      m_objPlatform.m_objMessageBox,
+                                                      *m_objParameterPage, *m_objLanPage);
     const auto Files = [this](CFileFlow::Kind p_objKind, ISettingsPage& p_objPage) {
-        return std::make_unique<CFileFlow>(
-            std::move(p_objKind), *m_objItemManager, p_objPage, m_objSession.Waiter(),
-            m_objPlatform.m_objFileDialog, m_objPlatform.m_objFileStore,
-            m_objPlatform.m_objMessageBox, m_objPlatform.m_strProgramFolder);
+        return std::make_unique<CFileFlow>(std::move(p_objKind), *m_objItemManager, p_objPage,
+                                           m_objSession.Waiter(), m_objPlatform);
     };
     m_objParameterFile = Files(CFileFlow::ParameterKind(), *m_objParameterPage);
     m_objLanFile = Files(CFileFlow::LanKind(), *m_objLanPage);

@@ -3,6 +3,7 @@
 #include "flows/CFileFlow.h"
 #include "flows/CMaintenanceFlow.h"
 #include "flows/CReadWriteFlow.h"
+#include "flows/CSessionView.h"
 #include "link/CInterface.h"
 #include "link/CPrinterSession.h"
 #include "model/CItemManager.h"
@@ -77,6 +78,7 @@ private:
     CPlatform m_objPlatform;
     std::unique_ptr<CItemManager> m_objItemManager;
     std::unique_ptr<CInterface> m_objInterface;
+    CSessionView m_objSessionView;
     CPrinterSession m_objSession;
     CListGuard m_objListGuard;
     CPageBuilder m_objBuilder;

@@ -32,11 +32,9 @@ public:
 
     /// The interfaces, valid as long as this lives.
     [[nodiscard]] CPlatform Interfaces() {
-        return {{m_objEventLoop, m_objClock, m_objMessageBox, m_objTcpClient, m_objSerialPort,
-                 m_objUsbLibrary},
-                m_objFileDialog,
-                m_objFileStore,
-                QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString()};
+        return {{m_objEventLoop, m_objClock, m_objTcpClient, m_objSerialPort, m_objUsbLibrary},
+                {m_objMessageBox, m_objFileDialog, m_objFileStore,
+                 QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString()}};
     }
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/IExchangeView.h"
+#include "flows/IExchangeView.h"
 
 #include <functional>
 #include <string>

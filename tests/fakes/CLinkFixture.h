@@ -1,11 +1,9 @@
 #pragma once
 
-#include "link/CAnswerRouter.h"
-#include "link/CBusy.h"
-#include "link/CCommandExchange.h"
-#include "link/CLanLink.h"
-#include "link/CPrinterLinks.h"
-#include "link/CWaiter.h"
+#include "flows/CSessionView.h"
+#include "link/CPrinterSession.h"
+#include "tests/fakes/CAbsentSerialPort.h"
+#include "tests/fakes/CAbsentUsbLibrary.h"
 #include "tests/fakes/CFakeClock.h"
 #include "tests/fakes/CFakeEventLoop.h"
 #include "tests/fakes/CFakeExchangeView.h"
@@ -19,10 +17,7 @@
 /// side. The LAN is the active interface, no link is open and the printer behaves.
 class CLinkFixture : public ::testing::Test {
 protected:
-    CLinkFixture() {
-        m_objInterface.SetActiveInterface(CInterface::LanInterface);
-        m_objLinks.SetLink(CInterface::LanInterface, m_objLanLink);
-    }
+    CLinkFixture() { m_objInterface.SetActiveInterface(CInterface::LanInterface); }
 
     /// Opens the LAN link.
     void Connect() { ASSERT_TRUE(m_objLanLink.Open()); }
@@ -32,16 +27,20 @@ protected:
     CFakeMessageBox m_objMessageBox;
     CFakeTcpClient m_objSocket{m_objEventLoop};
     CScriptedPrinter m_objPrinter{m_objEventLoop, m_objSocket};
+    CAbsentSerialPort m_objSerialPort;
+    CAbsentUsbLibrary m_objUsbLibrary;
     CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
     CItemManager m_objItemManager;
     CInterface m_objInterface;
-    CLinkState m_objState;
-    CBusy m_objBusy{m_objView};
-    CWaiter m_objWaiter{m_objEventLoop, m_objClock};
-    CAnswerRouter m_objRouter{m_objItemManager, m_objState, m_objView};
-    CLanLink m_objLanLink{m_objSocket, m_objInterface, m_objRouter,    m_objState,
-                          m_objBusy,   m_objWaiter,    m_objMessageBox};
-    CPrinterLinks m_objLinks;
-    CCommandExchange m_objExchange{m_objInterface, m_objLinks,  m_objRouter, m_objState,
-                                   m_objBusy,      m_objWaiter, m_objView,   m_objMessageBox};
+    CPrinterSession m_objSession{m_objItemManager, m_objInterface, m_objEvents,
+                                 CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket,
+                                                  m_objSerialPort, m_objUsbLibrary}};
+    CLinkState& m_objState = m_objSession.State();
+    CBusy& m_objBusy = m_objSession.Busy();
+    CWaiter& m_objWaiter = m_objSession.Waiter();
+    CAnswerRouter& m_objRouter = m_objSession.Router();
+    CPrinterLinks& m_objLinks = m_objSession.Links();
+    ILink& m_objLanLink = *m_objLinks.Find(CInterface::LanInterface);
+    CCommandExchange& m_objExchange = m_objSession.Exchange();
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flows/CSessionView.h"
 #include "link/CPrinterSession.h"
 #include "tests/fakes/CAbsentSerialPort.h"
 #include "tests/fakes/CAbsentUsbLibrary.h"
@@ -37,9 +38,10 @@ protected:
     CAbsentSerialPort m_objSerialPort;
     CAbsentUsbLibrary m_objUsbLibrary;
     CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
     CItemManager m_objItemManager;
     CInterface m_objInterface;
-    CPrinterSession m_objSession{m_objItemManager, m_objInterface, m_objView,
-                                 CPrinterPlatform{m_objEventLoop, m_objClock, m_objMessageBox,
-                                                  m_objSocket, m_objSerialPort, m_objUsbLibrary}};
+    CPrinterSession m_objSession{m_objItemManager, m_objInterface, m_objEvents,
+                                 CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket,
+                                                  m_objSerialPort, m_objUsbLibrary}};
 };

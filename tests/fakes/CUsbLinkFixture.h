@@ -36,7 +36,7 @@ protected:
     };
 
     CFakeUsbLibrary m_objLibrary{m_objEventLoop};
-    CUsbLink m_objUsbLink{m_objLibrary, m_objRouter, m_objState, m_objWaiter, m_objMessageBox};
+    CUsbLink m_objUsbLink{m_objLibrary, m_objRouter, m_objState, m_objWaiter, m_objEvents};
     CNoLog m_objLog;
     CPrinter m_objUsbPrinter;
     CSession m_objWire{1, m_objUsbPrinter, {}, m_objLog, CSession::Wire::Usb};

@@ -81,8 +81,8 @@ protected:
     CFakeFileDialog m_objFileDialog;
     CFakeFileStore m_objFileStore;
     CFakeMessageBox m_objMessageBox;
-    CFileFlow m_objFlow{GetParam().m_fnKind(), m_objItems,     m_objPage,       m_objWaiter,
-                        m_objFileDialog,       m_objFileStore, m_objMessageBox, Folder};
+    CFilePlatform m_objFiles{m_objMessageBox, m_objFileDialog, m_objFileStore, Folder};
+    CFileFlow m_objFlow{GetParam().m_fnKind(), m_objItems, m_objPage, m_objWaiter, m_objFiles};
 };
 
 INSTANTIATE_TEST_SUITE_P(, CFileFlowTest, ::testing::ValuesIn(Kinds),
@@ -338,8 +338,7 @@ TEST_P(CFileFlowTest, LoadsWhatItHasSaved) {
     m_objMessageBox.Expect(Normal);
     m_objFlow.Save();
     CItemManager objOther;
-    CFileFlow objOtherFlow(GetParam().m_fnKind(), objOther, m_objPage, m_objWaiter, m_objFileDialog,
-                           m_objFileStore, m_objMessageBox, Folder);
+    CFileFlow objOtherFlow(GetParam().m_fnKind(), objOther, m_objPage, m_objWaiter, m_objFiles);
     m_objMessageBox.Expect(Normal);
     objOtherFlow.Load();
     EXPECT_EQ(Bytes(objOther), GetParam().m_strChanged);

@@ -2,6 +2,7 @@
 
 #include "flows/CMaintenanceFlow.h"
 #include "flows/CReadWriteFlow.h"
+#include "flows/CSessionView.h"
 #include "flows/MHandler.h"
 #include "link/CPrinterSession.h"
 #include "tests/fakes/CFakeClock.h"
@@ -105,17 +106,15 @@ public:
     CFakeSerialPort m_objPort{m_objEventLoop};
     CFakeUsbLibrary m_objLibrary{m_objEventLoop};
     CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
     CItemManager m_objItemManager;
     CInterface m_objInterface;
-    CPrinterSession m_objSession{m_objItemManager, m_objInterface, m_objView,
-                                 CPrinterPlatform{m_objEventLoop, m_objClock, m_objMessageBox,
-                                                  m_objSocket, m_objPort, m_objLibrary}};
+    CPrinterSession m_objSession{
+        m_objItemManager, m_objInterface, m_objEvents,
+        CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary}};
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager,      m_objSession.Exchange(), m_objSession.Busy(),
-                             m_objSession.Waiter(), m_objMessageBox,         m_objParameterPage,
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
                              m_objLanPage};
-    CMaintenanceFlow m_objMaintenance{m_objInterface,        m_objSession.Exchange(),
-                                      m_objSession.Router(), m_objSession.Busy(),
-                                      m_objSession.Waiter(), m_objView};
+    CMaintenanceFlow m_objMaintenance{m_objSession};
 };

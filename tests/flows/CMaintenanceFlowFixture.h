@@ -15,7 +15,11 @@
 /// The maintenance functions over the LAN (active, not open), the serial port and a double of USB.
 class CMaintenanceFlowFixture : public CLinkFixture {
 protected:
-    CMaintenanceFlowFixture() { m_objLinks.SetLink(CInterface::SerialInterface, m_objComLink); }
+    CMaintenanceFlowFixture() {
+        m_objLinks.SetLink(CInterface::SerialInterface, m_objComLink);
+        m_objNoUsbLink.m_bSends = false;
+        m_objLinks.SetLink(CInterface::UsbInterface, m_objNoUsbLink);
+    }
 
     /// Opens the LAN link and forgets what the buttons have been told meanwhile.
     void ConnectQuietly() {
@@ -57,12 +61,12 @@ protected:
     }
 
     CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                          m_objView, m_objWaiter,    m_objMessageBox};
+    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
+                          m_objState, m_objEvents,    m_objWaiter};
     CUsbLinkDouble m_objUsbLink{m_objClock};
-    CMaintenanceFlow m_objFlow{m_objInterface, m_objExchange, m_objRouter,
-                               m_objBusy,      m_objWaiter,   m_objView};
+    CUsbLinkDouble m_objNoUsbLink{m_objClock};  ///< sends nothing and says nothing
+    CMaintenanceFlow m_objFlow{m_objSession};
     CFakeSettingsPage m_objPage;
-    CReadWriteFlow m_objReadWriteFlow{m_objItemManager, m_objExchange, m_objBusy, m_objWaiter,
-                                      m_objMessageBox,  m_objPage,     m_objPage};
+    CReadWriteFlow m_objReadWriteFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objPage,
+                                      m_objPage};
 };

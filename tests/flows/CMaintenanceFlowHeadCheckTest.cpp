@@ -221,7 +221,7 @@ TEST_F(CMaintenanceFlowHeadCheckTest, AUsbHeadCheckWithoutALinkEndsAtOnceQuietly
 TEST_F(CMaintenanceFlowHeadCheckTest, AUsbHeadCheckThatCannotSendShowsItsFailureAndEnds) {
     UseUsb();
     m_objUsbLink.m_bSends = false;
-    m_objUsbLink.m_strWords = "USB Device not ready !!";
+    m_objUsbLink.m_iFailure = CFailure::Kind::UsbNotReady;
     m_objMessageBox.WhileShown(
         [this](const auto& /*p_objBox*/) { EXPECT_TRUE(m_objView.AreControlsEnabled()); });
     m_objMessageBox.Expect("USB Device not ready !!", MessageIcon::Exclamation,

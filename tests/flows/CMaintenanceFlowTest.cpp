@@ -176,7 +176,7 @@ TEST_F(CMaintenanceFlowTest, PaperEndPausesAlsoWhenItCannotSend) {
 TEST_F(CMaintenanceFlowTest, PaperEndSendsItsSecondCommandWhenTheFirstIsRefused) {
     UseUsb();
     m_objUsbLink.m_bSends = false;
-    m_objUsbLink.m_strWords = "USB Device not ready !!";
+    m_objUsbLink.m_iFailure = CFailure::Kind::UsbNotReady;
     m_objFlow.SensorAdjustPaperEnd();
     EXPECT_EQ(m_objUsbLink.m_strSent, (Texts{"{Z6;01|}", "{Z6;11|}"}));
     EXPECT_EQ(m_objUsbLink.m_iSentTimes, (std::vector<std::int64_t>{0, 0}));

@@ -9,7 +9,6 @@ class CReadWriteFlowFixture : public CSessionFixture {
 protected:
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager,      m_objSession.Exchange(), m_objSession.Busy(),
-                             m_objSession.Waiter(), m_objMessageBox,         m_objParameterPage,
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
                              m_objLanPage};
 };

@@ -42,8 +42,8 @@ protected:
 
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager, m_objExchange,      m_objBusy,   m_objWaiter,
-                             m_objMessageBox,  m_objParameterPage, m_objLanPage};
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
+                             m_objLanPage};
 };
 
 TEST_P(CReadWriteFlowReadingTest, EndsWithTheLastAnswer) {

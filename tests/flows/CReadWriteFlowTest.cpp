@@ -236,10 +236,9 @@ TEST_P(CReadWriteFlowEachTest, ClosingInAnyYieldEndsItThereWithoutABox) {
         const CScriptedPrinter objPrinter(objLoop, objSocket);
         CFakeSettingsPage objPage;
         CPrinterSession objSession(
-            m_objItemManager, m_objInterface, m_objView,
-            {objLoop, objClock, m_objMessageBox, objSocket, m_objSerialPort, m_objUsbLibrary});
-        CReadWriteFlow objFlow(m_objItemManager, objSession.Exchange(), objSession.Busy(),
-                               objSession.Waiter(), m_objMessageBox, objPage, objPage);
+            m_objItemManager, m_objInterface, m_objEvents,
+            {objLoop, objClock, objSocket, m_objSerialPort, m_objUsbLibrary});
+        CReadWriteFlow objFlow(m_objItemManager, objSession, m_objMessageBox, objPage, objPage);
         ASSERT_TRUE(objSession.Links().OpenLink(CInterface::LanInterface));
         const std::int64_t iClosing = objLoop.Yields() + iYield;
         std::size_t iSent = 0;

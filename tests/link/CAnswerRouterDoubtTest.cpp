@@ -1,7 +1,9 @@
 #include "link/CAnswerRouter.h"
 
+#include "flows/CSessionView.h"
 #include "protocol/MAnswer.h"
 #include "tests/fakes/CFakeExchangeView.h"
+#include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/MWire.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +69,9 @@ protected:
     CItemManager m_objItemManager;
     CLinkState m_objState;
     CFakeExchangeView m_objView;
-    CAnswerRouter m_objRouter{m_objItemManager, m_objState, m_objView};
+    CFakeMessageBox m_objMessageBox;  // none is expected
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
+    CAnswerRouter m_objRouter{m_objItemManager, m_objState, m_objEvents};
 };
 
 // Another group's answer.

@@ -1,6 +1,8 @@
 #include "link/CBusy.h"
 
+#include "flows/CSessionView.h"
 #include "tests/fakes/CFakeExchangeView.h"
+#include "tests/fakes/CFakeMessageBox.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +17,9 @@ using Told = std::vector<bool>;
 class CBusyTest : public ::testing::Test {
 protected:
     CFakeExchangeView m_objView;
-    CBusy m_objBusy{m_objView};
+    CFakeMessageBox m_objMessageBox;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
+    CBusy m_objBusy{m_objEvents};
 };
 
 TEST_F(CBusyTest, IsNotBusyAndTellsNothingAtFirst) {

@@ -1,6 +1,7 @@
 #include "link/CComLink.h"
 
 #include "flows/CReadWriteFlow.h"
+#include "flows/MFailureBox.h"
 #include "flows/MHandler.h"
 #include "model/CConversionError.h"
 #include "protocol/MAnswer.h"
@@ -41,8 +42,11 @@ protected:
         m_strError.clear();
         Bytes objBuffer;
         std::int16_t iCount = 0;
-        return m_objComLink.Exchange(MWire::ToBytes(p_strCommand), objBuffer, m_strError, iCount,
-                                     p_iLength);
+        CFailure objFailure;
+        const bool bSent = m_objComLink.Exchange(MWire::ToBytes(p_strCommand), objBuffer,
+                                                 objFailure, iCount, p_iLength);
+        m_strError = MFailureBox::HandlerText(objFailure);
+        return bSent;
     }
 
     void BeginRead(std::int16_t p_iGroup) {
@@ -63,8 +67,8 @@ protected:
 
     std::string m_strError;
     CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                          m_objView, m_objWaiter,    m_objMessageBox};
+    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
+                          m_objState, m_objEvents,    m_objWaiter};
 };
 
 // Opening and closing.
@@ -152,14 +156,14 @@ TEST(CComLinkLifetimeTest, TakesThePortsEventsForItsOwnLifetime) {
     CFakeSerialPort objPort(objEventLoop);
     CFakeMessageBox objMessageBox;
     CFakeExchangeView objView;
+    CSessionView objEvents(objView, objMessageBox);
     CLinkState objState;
     const CItemManager objItemManager;
     const CInterface objInterface;
     CWaiter objWaiter(objEventLoop, objClock);
-    CAnswerRouter objRouter(objItemManager, objState, objView);
+    CAnswerRouter objRouter(objItemManager, objState, objEvents);
     {
-        const CComLink objLink(objPort, objInterface, objRouter, objState, objView, objWaiter,
-                               objMessageBox);
+        const CComLink objLink(objPort, objInterface, objRouter, objState, objEvents, objWaiter);
         EXPECT_TRUE(objPort.HasEvents());
     }
     EXPECT_FALSE(objPort.HasEvents());
@@ -543,8 +547,8 @@ class CComLinkReadTest : public CComLinkTest {
 protected:
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager, m_objExchange,      m_objBusy,   m_objWaiter,
-                             m_objMessageBox,  m_objParameterPage, m_objLanPage};
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
+                             m_objLanPage};
 };
 
 TEST_F(CComLinkReadTest, ReadTakesItsThreeGroupsCharacterByCharacter) {

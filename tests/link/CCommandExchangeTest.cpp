@@ -1,3 +1,5 @@
+#include "flows/CSessionView.h"
+#include "flows/MFailureBox.h"
 #include "link/CPrinterSession.h"
 #include "tests/fakes/CAbsentSerialPort.h"
 #include "tests/fakes/CAbsentUsbLibrary.h"
@@ -19,7 +21,7 @@ using Told = std::vector<bool>;
 using Texts = std::vector<std::string>;
 
 constexpr std::int64_t Step = CFakeEventLoop::StepMilliseconds;
-constexpr std::int64_t ReplyMilliseconds = 1000 * CCommandExchange::ReplySeconds;
+constexpr std::int64_t ReplyMilliseconds = 1000 * CExchangeManners{}.m_iReplySeconds;
 
 /// One of the exchange's own operations, and what it waits for once its bytes are out.
 struct Operation {
@@ -36,21 +38,21 @@ void PrintTo(const Operation& p_objCase, std::ostream* p_objStream) {
 // clang-format off
 const Operation Operations[] = {
     {"Request", "{Z4;1|}", -1, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.Request("{Z4;1|}", 13, AwaitedAnswer::Any); }},
+        return p_objExchange.Request("{Z4;1|}", 13, AwaitedAnswer::Any).m_bDone; }},
     {"RequestStatus", "{WS|}", -1, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.RequestStatus(); }},
+        return p_objExchange.RequestStatus().m_bDone; }},
     {"SendMaintenance", "{HD001,A|}", -1, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.SendMaintenance(MCommand::HeadCheck); }},
+        return p_objExchange.SendMaintenance(MCommand::HeadCheck).m_bDone; }},
     {"ReadAdjustment", "{Z5;0|}", 0, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.ReadGroup(0); }},
+        return p_objExchange.ReadGroup(0).m_bDone; }},
     {"ReadParameter", "{Z5;1|}", 1, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.ReadGroup(1); }},
+        return p_objExchange.ReadGroup(1).m_bDone; }},
     {"ReadSensor", "{Z5;2|}", 2, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.ReadGroup(2); }},
+        return p_objExchange.ReadGroup(2).m_bDone; }},
     {"ReadLan", "{Z5;3|}", 3, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.ReadGroup(3); }},
+        return p_objExchange.ReadGroup(3).m_bDone; }},
     {"ReadExpansion", "{Z5;4|}", 4, [](CCommandExchange& p_objExchange) {
-        return p_objExchange.ReadGroup(4); }},
+        return p_objExchange.ReadGroup(4).m_bDone; }},
 };
 // clang-format on
 
@@ -226,11 +228,12 @@ TEST_P(CCommandExchangeOperationTest, ClosingInAnyYieldEndsTheWaitWithoutABox) {
         CFakeEventLoop objEventLoop(objClock);
         CFakeTcpClient objSocket(objEventLoop);
         CFakeExchangeView objView;
+        CSessionView objEvents(objView, m_objMessageBox);
         CAbsentSerialPort objSerialPort;
         CAbsentUsbLibrary objUsbLibrary;
         CPrinterSession objSession(
-            m_objItemManager, m_objInterface, objView,
-            {objEventLoop, objClock, m_objMessageBox, objSocket, objSerialPort, objUsbLibrary});
+            m_objItemManager, m_objInterface, objEvents,
+            {objEventLoop, objClock, objSocket, objSerialPort, objUsbLibrary});
         ASSERT_TRUE(objSession.Links().OpenLink(CInterface::LanInterface));
         const std::int64_t iClosing = objEventLoop.Yields() + iLater;
         objEventLoop.AtYield(iClosing, [&] { objEventLoop.RequestClose(); });
@@ -308,11 +311,11 @@ TEST_F(CCommandExchangeTest, SendCommandDoesNotWaitForTheAnswer) {
     Connect();
     m_objPrinter.m_fnAnswer = CScriptedPrinter::KeepSilent;
     Bytes objBuffer;
-    std::string strError;
+    CFailure objFailure;
     std::int16_t iCount = 0;
     const std::int64_t iBefore = m_objClock.Elapsed();
     EXPECT_TRUE(m_objExchange.SendCommand(m_objInterface, MWire::ToBytes("{WS|}"), objBuffer,
-                                          strError, iCount, 13, AwaitedAnswer::Any));
+                                          objFailure, iCount, 13, AwaitedAnswer::Any));
     EXPECT_EQ(m_objClock.Elapsed() - iBefore, Step);
     EXPECT_EQ(objBuffer.size(), 13U);
     EXPECT_EQ(m_objState.m_iReplyReceived, 0);
@@ -320,11 +323,11 @@ TEST_F(CCommandExchangeTest, SendCommandDoesNotWaitForTheAnswer) {
 
 TEST_F(CCommandExchangeTest, SendCommandLeavesTheLinksWordsWithItsCaller) {
     Bytes objBuffer;
-    std::string strError;
+    CFailure objFailure;
     std::int16_t iCount = 0;
     EXPECT_FALSE(m_objExchange.SendCommand(m_objInterface, MWire::ToBytes("{WS|}"), objBuffer,
-                                           strError, iCount, 13, AwaitedAnswer::Any));
-    EXPECT_EQ(strError, "'LAN' Send Error !!");
+                                           objFailure, iCount, 13, AwaitedAnswer::Any));
+    EXPECT_EQ(MFailureBox::HandlerText(objFailure), "'LAN' Send Error !!");
 }
 
 TEST_F(CCommandExchangeTest, BusyIsBegunAndEnded) {
@@ -361,11 +364,11 @@ TEST_F(CCommandExchangeTest, WaitStatusReplyIsNotContentWithTheStatusBeforeTheCo
     m_objSocket.Arrive(MWire::Status("00"));
     m_objPrinter.m_iDelay = 3000;
     Bytes objBuffer;
-    std::string strError;
+    CFailure objFailure;
     std::int16_t iCount = 0;
     const std::int64_t iBefore = m_objClock.Elapsed();
     EXPECT_TRUE(m_objExchange.SendCommand(m_objInterface, MWire::ToBytes("{WS|}"), objBuffer,
-                                          strError, iCount, 13, AwaitedAnswer::Any));
+                                          objFailure, iCount, 13, AwaitedAnswer::Any));
     EXPECT_TRUE(m_objExchange.WaitStatusReply(5));
     EXPECT_EQ(m_objClock.Elapsed() - iBefore, 3000);
 }

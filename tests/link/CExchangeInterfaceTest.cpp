@@ -1,3 +1,4 @@
+#include "flows/CSessionView.h"
 #include "link/CPrinterSession.h"
 #include "protocol/MCommand.h"
 #include "tests/fakes/CFakeClock.h"
@@ -69,11 +70,12 @@ protected:
     CFakeSerialPort m_objPort{m_objEventLoop};
     CFakeUsbLibrary m_objLibrary{m_objEventLoop};
     CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objBoxes};
     CItemManager m_objItemManager;
     CInterface m_objInterface;
-    CPrinterSession m_objSession{m_objItemManager, m_objInterface, m_objView,
-                                 CPrinterPlatform{m_objEventLoop, m_objClock, m_objBoxes,
-                                                  m_objSocket, m_objPort, m_objLibrary}};
+    CPrinterSession m_objSession{
+        m_objItemManager, m_objInterface, m_objEvents,
+        CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary}};
 };
 
 TEST_P(CExchangeInterfaceTest, EveryOperationGoesOverTheActiveLinkAndNoOther) {

@@ -44,10 +44,10 @@ TEST_P(CExchangeLateAnswerTest, FillsNoItemOnceAnotherCommandIsOut) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(, CExchangeLateAnswerTest, ::testing::Values(
-    LaterCase{"Send", [](CCommandExchange& p_objExchange) { return p_objExchange.Send(MCommand::SensorAdjustReflect); }},
-    LaterCase{"Request", [](CCommandExchange& p_objExchange) { return p_objExchange.Request("{Z2;1,0|}", 13, AwaitedAnswer::Any); }},
-    LaterCase{"Maintenance", [](CCommandExchange& p_objExchange) { return p_objExchange.SendMaintenance("{Z11|}"); }},
-    LaterCase{"Status", [](CCommandExchange& p_objExchange) { return p_objExchange.RequestStatus(); }}),
+    LaterCase{"Send", [](CCommandExchange& p_objExchange) { return p_objExchange.Send(MCommand::SensorAdjustReflect).m_bDone; }},
+    LaterCase{"Request", [](CCommandExchange& p_objExchange) { return p_objExchange.Request("{Z2;1,0|}", 13, AwaitedAnswer::Any).m_bDone; }},
+    LaterCase{"Maintenance", [](CCommandExchange& p_objExchange) { return p_objExchange.SendMaintenance("{Z11|}").m_bDone; }},
+    LaterCase{"Status", [](CCommandExchange& p_objExchange) { return p_objExchange.RequestStatus().m_bDone; }}),
     [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
 // clang-format on
 
@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(, CExchangeLateAnswerTest, ::testing::Values(
 using Texts = std::vector<std::string>;
 
 constexpr std::int64_t Step = CFakeEventLoop::StepMilliseconds;
-constexpr std::int64_t ReplyMilliseconds = 1000 * CCommandExchange::ReplySeconds;
+constexpr std::int64_t ReplyMilliseconds = 1000 * CExchangeManners{}.m_iReplySeconds;
 constexpr std::int64_t QuietMilliseconds = 250;
 
 /// A settings answer that does not show where it ends.
@@ -76,7 +76,7 @@ protected:
 
     bool ReadGroup(std::int16_t p_iGroup) {
         const CWaiter::Turn objTurn(m_objWaiter);
-        return m_objExchange.ReadGroup(p_iGroup);
+        return m_objExchange.ReadGroup(p_iGroup).m_bDone;
     }
 
     void ExpectTimeOut() {
@@ -93,8 +93,8 @@ protected:
 
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager, m_objExchange,      m_objBusy,   m_objWaiter,
-                             m_objMessageBox,  m_objParameterPage, m_objLanPage};
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
+                             m_objLanPage};
 };
 
 TEST_F(CExchangeLateReadTest, AnotherGroupsAnswerIsWaitedPast) {
@@ -208,8 +208,8 @@ protected:
     }
 
     CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                          m_objView, m_objWaiter,    m_objMessageBox};
+    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
+                          m_objState, m_objEvents,    m_objWaiter};
 };
 
 TEST_F(CExchangeLateSerialTest, AnAnswerOneGroupTooLateFillsNothing) {

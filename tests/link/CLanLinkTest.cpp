@@ -1,3 +1,4 @@
+#include "flows/MFailureBox.h"
 #include "model/CConversionError.h"
 #include "tests/fakes/CLinkFixture.h"
 
@@ -22,8 +23,11 @@ protected:
     bool Exchange(const std::string& p_strCommand = "{WS|}") {
         const CWaiter::Turn objTurn(m_objWaiter);
         m_strError.clear();
-        return m_objLanLink.Exchange(MWire::ToBytes(p_strCommand), m_objBuffer, m_strError,
-                                     m_iReceivedCount, ReceiveLength);
+        CFailure objFailure;
+        const bool bSent = m_objLanLink.Exchange(MWire::ToBytes(p_strCommand), m_objBuffer,
+                                                 objFailure, m_iReceivedCount, ReceiveLength);
+        m_strError = MFailureBox::HandlerText(objFailure);
+        return bSent;
     }
 
     static SocketError Refused() {
@@ -228,7 +232,7 @@ TEST_F(CLanLinkTest, TakesTheSocketsEventsForItsLifetime) {
     EXPECT_TRUE(m_objSocket.HasEvents());
     {
         const CLanLink objOther(m_objSocket, m_objInterface, m_objRouter, m_objState, m_objBusy,
-                                m_objWaiter, m_objMessageBox);
+                                m_objWaiter, m_objEvents);
         EXPECT_TRUE(m_objSocket.HasEvents());
     }
     EXPECT_FALSE(m_objSocket.HasEvents());

@@ -1,3 +1,4 @@
+#include "flows/MFailureBox.h"
 #include "tests/fakes/CFakeSerialPort.h"
 #include "tests/fakes/CUsbLinkFixture.h"
 
@@ -54,8 +55,11 @@ protected:
     /// One exchange of the link; what it says is in m_strError.
     bool Exchange(ILink& p_objLink, const std::string& p_strCommand) {
         m_strError.clear();
-        return p_objLink.Exchange(MWire::ToBytes(p_strCommand), m_objBuffer, m_strError, m_iCount,
-                                  13);
+        CFailure objFailure;
+        const bool bSent =
+            p_objLink.Exchange(MWire::ToBytes(p_strCommand), m_objBuffer, objFailure, m_iCount, 13);
+        m_strError = MFailureBox::HandlerText(objFailure);
+        return bSent;
     }
 
     /// The same in a turn of its own, as a handler does.
@@ -77,11 +81,10 @@ protected:
     Bytes m_objBuffer;
     std::int16_t m_iCount = 0;
     CDisturbedUsbLibrary m_objDisturbed{m_objEventLoop};
-    CUsbLink m_objDisturbedLink{m_objDisturbed, m_objRouter, m_objState, m_objWaiter,
-                                m_objMessageBox};
+    CUsbLink m_objDisturbedLink{m_objDisturbed, m_objRouter, m_objState, m_objWaiter, m_objEvents};
     CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                          m_objView, m_objWaiter,    m_objMessageBox};
+    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
+                          m_objState, m_objEvents,    m_objWaiter};
 };
 
 // USB.
@@ -290,9 +293,9 @@ TEST_F(CLinkInsideTest, OnlyOpeningAndClosingMakeAnotherConnection) {
     EXPECT_TRUE(m_objUsbLink.Open());
     m_objUsbLink.Close();
     EXPECT_EQ(m_objUsbLink.Connection(), 0);
-    EXPECT_EQ(m_objUsbLink.WordsWithoutConnection(), "");
-    EXPECT_EQ(m_objComLink.WordsWithoutConnection(), "");
-    EXPECT_EQ(m_objLanLink.WordsWithoutConnection(), "'LAN' Send Error !!");
+    EXPECT_EQ(MFailureBox::HandlerText(m_objUsbLink.WithoutConnection()), "");
+    EXPECT_EQ(MFailureBox::HandlerText(m_objComLink.WithoutConnection()), "");
+    EXPECT_EQ(MFailureBox::HandlerText(m_objLanLink.WithoutConnection()), "'LAN' Send Error !!");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "link/CLptLink.h"
 
+#include "flows/CSessionView.h"
+#include "tests/fakes/CFakeExchangeView.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/CFakeParallelLibrary.h"
 
@@ -20,7 +22,9 @@ protected:
 
     CFakeParallelLibrary m_objLibrary;
     CFakeMessageBox m_objMessageBox;
-    CLptLink m_objLink{m_objLibrary, m_objMessageBox};
+    CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
+    CLptLink m_objLink{m_objLibrary, m_objEvents};
 };
 
 TEST_F(CLptLinkTest, OpensSetsTheTimeOutWritesAndCloses) {

@@ -12,6 +12,8 @@ public:
     int m_iOpens = 0;
     int m_iCloses = 0;
 
+    [[nodiscard]] Answering HowItAnswers() const override { return Answering::Later; }
+
     bool Open() override {
         ++m_iOpens;
         return m_bOpens;
@@ -23,7 +25,7 @@ public:
     }
 
     bool Exchange(const Bytes& /*p_objCommand*/, Bytes& /*p_objReceiveBuffer*/,
-                  std::string& /*p_strError*/, std::int16_t& /*p_iReceivedCount*/,
+                  CFailure& /*p_objFailure*/, std::int16_t& /*p_iReceivedCount*/,
                   std::int16_t /*p_iReceiveLength*/) override {
         return false;
     }

@@ -32,9 +32,9 @@ TEST_F(CPrinterSessionTest, OpensNothingByItself) {
 TEST_F(CPrinterSessionTest, LetsTheSocketGoAtItsEnd) {
     CFakeTcpClient objSocket(m_objEventLoop);
     {
-        const CPrinterSession objSession(m_objItemManager, m_objInterface, m_objView,
-                                         {m_objEventLoop, m_objClock, m_objMessageBox, objSocket,
-                                          m_objSerialPort, m_objUsbLibrary});
+        const CPrinterSession objSession(
+            m_objItemManager, m_objInterface, m_objEvents,
+            {m_objEventLoop, m_objClock, objSocket, m_objSerialPort, m_objUsbLibrary});
         EXPECT_TRUE(objSocket.HasEvents());
     }
     EXPECT_FALSE(objSocket.HasEvents());
@@ -71,7 +71,7 @@ TEST_F(CPrinterSessionTest, AFailureInAnUnaskedAnswerIsDropped) {
     EXPECT_NO_THROW(m_objSocket.Arrive(MWire::Status("11")));
     m_objView.m_fnShowStatus = nullptr;
     bool bDone = false;
-    MHandler::Run(m_objSession.Waiter(), [&] { bDone = Exchange().RequestStatus(); });
+    MHandler::Run(m_objSession.Waiter(), [&] { bDone = Exchange().RequestStatus().m_bDone; });
     EXPECT_TRUE(bDone);
     EXPECT_EQ(m_objView.m_strStatuses, (Texts{"", "ON LINE"}));
 }

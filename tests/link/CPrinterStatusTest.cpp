@@ -96,8 +96,8 @@ protected:
     }
 
     CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                          m_objView, m_objWaiter,    m_objMessageBox};
+    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
+                          m_objState, m_objEvents,    m_objWaiter};
 };
 
 INSTANTIATE_TEST_SUITE_P(, CPrinterStatusTest,

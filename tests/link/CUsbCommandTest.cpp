@@ -1,5 +1,6 @@
 #include "flows/CMaintenanceFlow.h"
 #include "flows/CReadWriteFlow.h"
+#include "flows/MFailureBox.h"
 #include "protocol/MAnswer.h"
 #include "tests/fakes/CFakeSettingsPage.h"
 #include "tests/fakes/CUsbLinkFixture.h"
@@ -28,13 +29,17 @@ protected:
         m_objRouter.SetAnswerSelector(p_iGroup);
         Bytes objBuffer;
         std::int16_t iCount = 0;
-        return m_objExchange.SendCommand(m_objInterface, MWire::ToBytes("{Z5;1|}"), objBuffer,
-                                         m_strError, iCount, p_iLength, AwaitedAnswer::Any);
+        CFailure objFailure;
+        const bool bSent =
+            m_objExchange.SendCommand(m_objInterface, MWire::ToBytes("{Z5;1|}"), objBuffer,
+                                      objFailure, iCount, p_iLength, AwaitedAnswer::Any);
+        m_strError = MFailureBox::HandlerText(objFailure);
+        return bSent;
     }
 
     bool ReadGroup(std::int16_t p_iGroup) {
         const CWaiter::Turn objTurn(m_objWaiter);
-        return m_objExchange.ReadGroup(p_iGroup);
+        return m_objExchange.ReadGroup(p_iGroup).m_bDone;
     }
 
     std::string m_strError;
@@ -189,10 +194,9 @@ class CUsbFlowTest : public CUsbLinkFixture {
 protected:
     CFakeSettingsPage m_objParameterPage;
     CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager, m_objExchange,      m_objBusy,   m_objWaiter,
-                             m_objMessageBox,  m_objParameterPage, m_objLanPage};
-    CMaintenanceFlow m_objMaintenance{m_objInterface, m_objExchange, m_objRouter,
-                                      m_objBusy,      m_objWaiter,   m_objView};
+    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
+                             m_objLanPage};
+    CMaintenanceFlow m_objMaintenance{m_objSession};
 };
 
 TEST_F(CUsbFlowTest, ReadFillsThreeGroupsAndRefreshesThePage) {

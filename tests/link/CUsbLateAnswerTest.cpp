@@ -1,4 +1,5 @@
 #include "flows/CReadWriteFlow.h"
+#include "flows/MFailureBox.h"
 #include "protocol/MAnswer.h"
 #include "tests/fakes/CFakeSettingsPage.h"
 #include "tests/fakes/CUsbLinkFixture.h"
@@ -32,7 +33,7 @@ class CUsbLateAnswerTest : public CUsbLinkFixture {
 protected:
     bool ReadGroup(std::int16_t p_iGroup) {
         const CWaiter::Turn objTurn(m_objWaiter);
-        return m_objExchange.ReadGroup(p_iGroup);
+        return m_objExchange.ReadGroup(p_iGroup).m_bDone;
     }
 
     /// These come so many milliseconds from now, one behind the other.
@@ -136,12 +137,13 @@ TEST_F(CUsbLateAnswerTest, ADroppedAnswerLeavesNothingInTheBuffer) {
     m_objRouter.SetAnswerSelector(MAnswer::Parameter);
     const CWaiter::Turn objTurn(m_objWaiter);
     Bytes objBuffer;
-    std::string strError;
+    CFailure objFailure;
     std::int16_t iCount = -7;
-    EXPECT_TRUE(m_objUsbLink.Exchange(MWire::ToBytes("{Z5;1|}"), objBuffer, strError, iCount, 50));
+    EXPECT_TRUE(
+        m_objUsbLink.Exchange(MWire::ToBytes("{Z5;1|}"), objBuffer, objFailure, iCount, 50));
     EXPECT_EQ(objBuffer, Bytes(50, 0));
     EXPECT_EQ(iCount, 0);
-    EXPECT_EQ(strError, NoAnswer);
+    EXPECT_EQ(MFailureBox::HandlerText(objFailure), NoAnswer);
     EXPECT_EQ(m_objState.m_iReplyReceived, 0);
     EXPECT_EQ(m_objMessageBox.BeepCount(), 1);
     EXPECT_EQ(Receives(), 2);
@@ -245,8 +247,8 @@ TEST_F(CUsbLateAnswerTest, ReadAgainAfterAFailureMixesNoGroups) {
     constexpr std::int64_t iLate = 1200;
     CFakeSettingsPage objParameterPage;
     CFakeSettingsPage objLanPage;
-    CReadWriteFlow objFlow{m_objItemManager, m_objExchange,    m_objBusy, m_objWaiter,
-                           m_objMessageBox,  objParameterPage, objLanPage};
+    CReadWriteFlow objFlow{m_objItemManager, m_objSession, m_objMessageBox, objParameterPage,
+                           objLanPage};
     m_objLibrary.m_fnSent = [&](const std::string& p_strCommand) {
         const auto iGroup = static_cast<std::int16_t>(p_strCommand[4] - '0');
         AnswerAfter(iLate, Head + MWire::Settings(iGroup));

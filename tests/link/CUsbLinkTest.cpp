@@ -1,3 +1,4 @@
+#include "flows/MFailureBox.h"
 #include "tests/fakes/CUsbLinkFixture.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +23,11 @@ protected:
     bool Exchange(std::int16_t p_iLength = 13) {
         const CWaiter::Turn objTurn(m_objWaiter);
         m_strError.clear();
-        return m_objUsbLink.Exchange(MWire::ToBytes("{WS|}"), m_objBuffer, m_strError, m_iCount,
-                                     p_iLength);
+        CFailure objFailure;
+        const bool bSent = m_objUsbLink.Exchange(MWire::ToBytes("{WS|}"), m_objBuffer, objFailure,
+                                                 m_iCount, p_iLength);
+        m_strError = MFailureBox::HandlerText(objFailure);
+        return bSent;
     }
 
     Bytes m_objBuffer{9, 9, 9};
@@ -61,7 +65,7 @@ TEST_F(CUsbLinkTest, ClosingTheProgramWhileItOpensClosesThePrinter) {
         SCOPED_TRACE(iYield);
         CFakeEventLoop objEventLoop(m_objClock);
         CWaiter objWaiter(objEventLoop, m_objClock);
-        CUsbLink objLink(m_objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
+        CUsbLink objLink(m_objLibrary, m_objRouter, m_objState, objWaiter, m_objEvents);
         objEventLoop.AtYield(iYield, [&] { objEventLoop.RequestClose(); });
         EXPECT_FALSE(objLink.Open());
         EXPECT_EQ(objEventLoop.Yields(), iYield);
@@ -299,12 +303,12 @@ TEST_F(CUsbLinkTest, ClosingInAnyYieldSendsNothingMoreAndShowsNoBox) {
         CFakeEventLoop objEventLoop(m_objClock);
         CFakeUsbLibrary objLibrary(objEventLoop);
         CWaiter objWaiter(objEventLoop, m_objClock);
-        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
+        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objEvents);
         objEventLoop.AtYield(iYield, [&objEventLoop] { objEventLoop.RequestClose(); });
-        m_strError.clear();
-        EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, m_strError, m_iCount, 13));
+        CFailure objFailure;
+        EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, objFailure, m_iCount, 13));
         EXPECT_LE(objEventLoop.Yields(), iYield + 1);
-        EXPECT_EQ(m_strError, "");
+        EXPECT_TRUE(objFailure.IsNone());
         Texts strExpected = strCalls;
         std::ranges::replace(strExpected, std::string("send {WS|}"), std::string("send \x01"));
         EXPECT_EQ(objLibrary.m_strCalls, strExpected);
@@ -347,9 +351,10 @@ TEST_F(CUsbLinkTest, WhatEndsBecauseTheProgramClosesSaysNothing) {
         CFakeEventLoop objEventLoop(m_objClock);
         CWaiter objWaiter(objEventLoop, m_objClock);
         CClosingUsbLibrary objLibrary(objEventLoop, iIn);
-        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objMessageBox);
-        EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, m_strError, m_iCount, 13));
-        EXPECT_EQ(m_strError, "");
+        CUsbLink objLink(objLibrary, m_objRouter, m_objState, objWaiter, m_objEvents);
+        CFailure objFailure;
+        EXPECT_FALSE(objLink.Exchange({1}, m_objBuffer, objFailure, m_iCount, 13));
+        EXPECT_TRUE(objFailure.IsNone());
         EXPECT_FALSE(objLibrary.IsOpen());
     }
 }

@@ -1,3 +1,5 @@
+#include "flows/CSessionView.h"
+#include "flows/MFailureBox.h"
 #include "link/CComLink.h"
 #include "platform/qt/CQtClock.h"
 #include "platform/qt/CQtEventLoop.h"
@@ -37,7 +39,7 @@ protected:
         m_objServer = std::make_unique<CSerialServer>(
             m_objPrinter, p_objFaults, *this,
             CSerialServer::Told{[this](const std::string&) { ++m_iLines; },
-                                [](const std::string& p_strError) { FAIL() << p_strError; }});
+                                [](const std::string& p_objFailure) { FAIL() << p_objFailure; }});
         m_objServer->Listen(m_objDevices.filePath("com1").toStdString());
     }
 
@@ -48,11 +50,11 @@ protected:
 
     bool Exchange(const std::string& p_strCommand, std::int16_t p_iLength = StatusLength) {
         Bytes objBuffer;
-        std::string strError;
+        CFailure objFailure;
         std::int16_t iCount = 0;
-        const bool bSent = m_objLink.Exchange(MWire::ToBytes(p_strCommand), objBuffer, strError,
+        const bool bSent = m_objLink.Exchange(MWire::ToBytes(p_strCommand), objBuffer, objFailure,
                                               iCount, p_iLength);
-        EXPECT_EQ(strError, "");
+        EXPECT_EQ(MFailureBox::HandlerText(objFailure), "");
         return bSent;
     }
 
@@ -90,15 +92,16 @@ protected:
     CInterface m_objInterface;
     CFakeMessageBox m_objMessageBox;
     CFakeExchangeView m_objView;
+    CSessionView m_objEvents{m_objView, m_objMessageBox};
     CLinkState m_objState;
     CQtEventLoop m_objEventLoop;
     CQtClock m_objClock;
     CSystemLineState m_objLineState;
     CQtSerialPort m_objPort{m_objLineState, m_objDevices.path().toStdString()};
     CWaiter m_objWaiter{m_objEventLoop, m_objClock};
-    CAnswerRouter m_objRouter{m_objItems, m_objState, m_objView};
-    CComLink m_objLink{m_objPort, m_objInterface, m_objRouter,    m_objState,
-                       m_objView, m_objWaiter,    m_objMessageBox};
+    CAnswerRouter m_objRouter{m_objItems, m_objState, m_objEvents};
+    CComLink m_objLink{m_objPort,  m_objInterface, m_objRouter,
+                       m_objState, m_objEvents,    m_objWaiter};
 
 private:
     void Line(std::size_t /*p_iConnection*/, std::string_view /*p_strLine*/) override {}

@@ -36,11 +36,8 @@ const IClock& CPrinterFixture::Clock(Pace p_iPace) const {
 }
 
 CPlatform CPrinterFixture::Platform(Pace p_iPace) {
-    return {{m_objEventLoop, Clock(p_iPace), m_objBoxes, m_objNetwork, m_objSerialPort,
-             m_objUsbLibrary},
-            m_objFileDialog,
-            m_objFileStore,
-            QDir::tempPath().toStdString()};
+    return {{m_objEventLoop, Clock(p_iPace), m_objNetwork, m_objSerialPort, m_objUsbLibrary},
+            {m_objBoxes, m_objFileDialog, m_objFileStore, QDir::tempPath().toStdString()}};
 }
 
 void CPrinterFixture::WatchArrivals() {

@@ -68,11 +68,10 @@ CUsbWindowFixture::CUsbWindowFixture(Pace p_iPace)
 CPlatform CUsbWindowFixture::Platform(Pace p_iPace) {
     const CPlatform objReal = m_objPlatform.Interfaces();
     const IClock& objClock = p_iPace == Pace::Real ? objReal.m_objClock : m_objHastyClock;
-    return {{objReal.m_objEventLoop, objClock, m_objBoxes, objReal.m_objTcpClient,
-             objReal.m_objSerialPort, objReal.m_objUsbLibrary},
-            objReal.m_objFileDialog,
-            objReal.m_objFileStore,
-            objReal.m_strProgramFolder};
+    return {
+        {objReal.m_objEventLoop, objClock, objReal.m_objTcpClient, objReal.m_objSerialPort,
+         objReal.m_objUsbLibrary},
+        {m_objBoxes, objReal.m_objFileDialog, objReal.m_objFileStore, objReal.m_strProgramFolder}};
 }
 
 void CUsbWindowFixture::SetUp() {

@@ -103,11 +103,10 @@ protected:
     }
 
     static CPlatform WithBoxes(const CPlatform& p_objReal, IMessageBox& p_objBoxes) {
-        return {{p_objReal.m_objEventLoop, p_objReal.m_objClock, p_objBoxes,
-                 p_objReal.m_objTcpClient, p_objReal.m_objSerialPort, p_objReal.m_objUsbLibrary},
-                p_objReal.m_objFileDialog,
-                p_objReal.m_objFileStore,
-                p_objReal.m_strProgramFolder};
+        return {{p_objReal.m_objEventLoop, p_objReal.m_objClock, p_objReal.m_objTcpClient,
+                 p_objReal.m_objSerialPort, p_objReal.m_objUsbLibrary},
+                {p_objBoxes, p_objReal.m_objFileDialog, p_objReal.m_objFileStore,
+                 p_objReal.m_strProgramFolder}};
     }
 
     QString Shown(const QString& p_strName) { return m_objWindow.Shown(p_strName); }

@@ -218,13 +218,11 @@ int main(int p_iCount, char** p_strArguments) {
     if (bStuck) {
         objStuck.emplace(objInterfaces.m_objTcpClient);
     }
-    CMainWindow objWindow(
-        CPlatform{{objInterfaces.m_objEventLoop, objInterfaces.m_objClock,
-                   objInterfaces.m_objMessageBox, bStuck ? *objStuck : objInterfaces.m_objTcpClient,
-                   objInterfaces.m_objSerialPort, objInterfaces.m_objUsbLibrary},
-                  objInterfaces.m_objFileDialog,
-                  objInterfaces.m_objFileStore,
-                  objFolder.Path()});
+    CMainWindow objWindow(CPlatform{{objInterfaces.m_objEventLoop, objInterfaces.m_objClock,
+                                     bStuck ? *objStuck : objInterfaces.m_objTcpClient,
+                                     objInterfaces.m_objSerialPort, objInterfaces.m_objUsbLibrary},
+                                    {objInterfaces.m_objMessageBox, objInterfaces.m_objFileDialog,
+                                     objInterfaces.m_objFileStore, objFolder.Path()}});
     objWindow.Form().Interface().m_objSocketPort->SetValue(strArguments[2].toInt());
     QObject::connect(&objWindow.Form(), &FmMain::Closed, &objApplication,
                      [] { QCoreApplication::exit(0); });
