@@ -14,7 +14,6 @@
 namespace {
 
 constexpr std::string_view Maker = "Varden";
-constexpr std::chrono::seconds ReceiveLimit{1};
 
 CUsbPrinter::Context MakeContext() {
     libusb_context* objContext = nullptr;
@@ -41,11 +40,14 @@ std::int32_t Identify(const std::shared_ptr<CUsbPrinter>& p_objPrinter) {
 
 }  // namespace
 
+CUsbLibrary::CUsbLibrary(IEventLoop& p_objEventLoop)
+    : CUsbLibrary(p_objEventLoop, {}, {}) {}
+
 CUsbLibrary::CUsbLibrary(IEventLoop& p_objEventLoop, std::optional<CUsbPort> p_objPort,
-                         std::chrono::milliseconds p_iSendLimit)
+                         const Limits& p_objLimits)
     : m_objEventLoop(p_objEventLoop)
     , m_objPort(std::move(p_objPort))
-    , m_iSendLimit(p_iSendLimit) {}
+    , m_objLimits(p_objLimits) {}
 
 CUsbLibrary::~CUsbLibrary() {
     CUsbLibrary::Dll_closeUSB();
@@ -93,7 +95,7 @@ std::int32_t CUsbLibrary::Dll_sendUSB(std::span<const std::uint8_t> p_objBytes) 
     if (!objPrinter) {
         return Failed;
     }
-    const CUsbPrinter::Result objResult = objPrinter->Send(p_objBytes, m_iSendLimit);
+    const CUsbPrinter::Result objResult = objPrinter->Send(p_objBytes, m_objLimits.m_iSend);
     if (objResult.m_bLost) {
         GiveUp(objPrinter);
     }
@@ -107,7 +109,7 @@ std::int32_t CUsbLibrary::Dll_rcvUSB(std::span<std::uint8_t> p_objBuffer) {
         return Failed;
     }
     const auto objBuffer = p_objBuffer.first(std::min(p_objBuffer.size(), iMost));
-    const CUsbPrinter::Result objResult = objPrinter->Receive(objBuffer, ReceiveLimit);
+    const CUsbPrinter::Result objResult = objPrinter->Receive(objBuffer, m_objLimits.m_iReceive);
     if (objResult.m_bLost) {
         GiveUp(objPrinter);
     }

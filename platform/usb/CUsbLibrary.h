@@ -26,13 +26,17 @@ class CUsbPrinter;
 /// One that is made for a certain port knows no other device than the one that is plugged in there.
 class CUsbLibrary : public IUsbLibrary {
 public:
-    /// How long a Dll_sendUSB may take.
-    static constexpr std::chrono::milliseconds SendLimit{5000};
+    /// How long a transfer may take.
+    struct Limits {
+        std::chrono::milliseconds m_iSend{5000};
+        std::chrono::milliseconds m_iReceive{1000};
+    };
 
     /// p_objEventLoop runs while a transfer waits. Not owned, outlives this.
-    /// @param p_iSendLimit how long a Dll_sendUSB may take.
-    explicit CUsbLibrary(IEventLoop& p_objEventLoop, std::optional<CUsbPort> p_objPort = {},
-                         std::chrono::milliseconds p_iSendLimit = SendLimit);
+    explicit CUsbLibrary(IEventLoop& p_objEventLoop);
+    /// The same for a certain port, or any, and other limits.
+    CUsbLibrary(IEventLoop& p_objEventLoop, std::optional<CUsbPort> p_objPort,
+                const Limits& p_objLimits);
     ~CUsbLibrary() override;
     CUsbLibrary(const CUsbLibrary&) = delete;
     CUsbLibrary& operator=(const CUsbLibrary&) = delete;
@@ -50,7 +54,7 @@ private:
 
     IEventLoop& m_objEventLoop;
     std::optional<CUsbPort> m_objPort;
-    std::chrono::milliseconds m_iSendLimit;
+    Limits m_objLimits;
     std::int32_t m_iNumber = 0;
     // A call that waits keeps its printer alive when another call closes it meanwhile.
     std::shared_ptr<CUsbPrinter> m_objPrinter;

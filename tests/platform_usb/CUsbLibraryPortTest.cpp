@@ -14,7 +14,7 @@ class CUsbLibraryPortTest : public CUsbFixture {
 protected:
     /// What opening the printer at that port of bus 1 gives; it is closed again.
     std::int32_t Open(int p_iPort) {
-        CUsbLibrary objLibrary(m_objEventLoop, CUsbPort{1, {p_iPort}});
+        CUsbLibrary objLibrary(m_objEventLoop, CUsbPort{1, {p_iPort}}, {});
         const std::int32_t iResult = objLibrary.Dll_openUSB();
         m_iNumber = objLibrary.NotReadyNumber();
         return iResult;
@@ -50,9 +50,9 @@ TEST_F(CUsbLibraryPortTest, AnyOtherPrinterIsNotTakenInItsPlace) {
     const CEmulatedPrinter& objFirst = Plug();
     EXPECT_EQ(Open(2), IUsbLibrary::NotReady);
     EXPECT_EQ(m_iNumber, ENODEV);
-    CUsbLibrary objOtherBus(m_objEventLoop, CUsbPort{2, {1}});
+    CUsbLibrary objOtherBus(m_objEventLoop, CUsbPort{2, {1}}, {});
     EXPECT_EQ(objOtherBus.Dll_openUSB(), IUsbLibrary::NotReady);
-    CUsbLibrary objFurtherOn(m_objEventLoop, CUsbPort{1, {1, 1}});
+    CUsbLibrary objFurtherOn(m_objEventLoop, CUsbPort{1, {1, 1}}, {});
     EXPECT_EQ(objFurtherOn.Dll_openUSB(), IUsbLibrary::NotReady);
     EXPECT_EQ(objFirst.Claims(), 0);
 }
@@ -73,17 +73,21 @@ TEST_F(CUsbLibraryPortTest, APrinterThatIsHeldIsToldFromOneThatIsNotThere) {
     EXPECT_EQ(m_iNumber, EBUSY);
 }
 
-TEST_F(CUsbLibraryPortTest, SendingEndsWithItsLimit) {
+TEST_F(CUsbLibraryPortTest, TransfersEndWithTheirLimits) {
     CUsbBehaviour objDeaf;
     objDeaf.m_bTakesNothing = true;
     Plug(objDeaf);
-    CUsbLibrary objLibrary(m_objEventLoop, {}, Milliseconds(200));
+    CUsbLibrary objLibrary(m_objEventLoop, {}, {Milliseconds(200), Milliseconds(300)});
     ASSERT_GE(objLibrary.Dll_openUSB(), 0);
-    const Milliseconds iTook = Time([&] {
+    const Milliseconds iSent = Time([&] {
         EXPECT_EQ(objLibrary.Dll_sendUSB(std::vector<std::uint8_t>{'x'}), IUsbLibrary::Failed);
     });
-    EXPECT_GE(iTook, Milliseconds(200));
-    EXPECT_LT(iTook, Milliseconds(2000));
+    EXPECT_GE(iSent, Milliseconds(200));
+    EXPECT_LT(iSent, Milliseconds(2000));
+    std::vector<std::uint8_t> objBuffer(13);
+    const Milliseconds iReceived = Time([&] { EXPECT_EQ(objLibrary.Dll_rcvUSB(objBuffer), 0); });
+    EXPECT_GE(iReceived, Milliseconds(300));
+    EXPECT_LT(iReceived, Milliseconds(900));
 }
 
 TEST(MUsbNumberTest, IsTheSystemsOwn) {
