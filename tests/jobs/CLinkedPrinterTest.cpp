@@ -1,9 +1,8 @@
 #include "tests/jobs/CJobFixture.h"
+#include "tests/jobs/MOtherSettings.h"
 
 #include "jobs/MCompare.h"
 #include "protocol/MAnswer.h"
-
-#include <map>
 
 // What a printer is asked over each of the links, and what comes of it.
 
@@ -19,11 +18,8 @@ protected:
 
     /// Sets something else than the default everywhere that a command can.
     void ChangeEverything() {
-        for (const char* const strCommand :
-             {"{Z2;1,D11006111-05111A2B3C11159111111111111|}",
-              "{Z2;2,-123-456-012+078-044+02-03-022550|}", "{IP;2,010,020,030,040|}",
-              "{IP;3,010,020,030,001|}", "{IP;4,255,255,000,000|}", "{IS;1,09100|}"}) {
-            m_objSimulated.Handle(strCommand);
+        for (const std::string& strCommand : MOtherSettings::Commands()) {
+            ASSERT_TRUE(m_objSimulated.Handle(strCommand).m_bAccepted) << strCommand;
         }
     }
 };
@@ -74,7 +70,7 @@ TEST_P(CLinkedPrinterTest, WhereNothingIsReportedNothingIsOpened) {
 }
 
 TEST_P(CLinkedPrinterTest, PausesBetweenTwoGroupsAndNotBehindTheLast) {
-    Read(Named({"feed-adj", "font-code", "ip-address"}));
+    Read(Named({"feed-adj", "font-code", "parity"}));
     ASSERT_EQ(m_iCommandTimes.size(), 3U);
     EXPECT_GE(m_iCommandTimes[1] - m_iCommandTimes[0], 1000);
     EXPECT_GE(m_iCommandTimes[2] - m_iCommandTimes[1], 1000);
