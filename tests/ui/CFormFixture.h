@@ -31,8 +31,6 @@ protected:
     CQtFileDialog m_objFileDialog{m_objEventLoop};
     CQtFileStore m_objFileStore;
     CMainWindow m_objWindow{
-        {{m_objEventLoop, m_objClock, m_objBoxes, m_objNetwork, m_objSerialPort, m_objUsbLibrary},
-         m_objFileDialog,
-         m_objFileStore,
-         QDir::tempPath().toStdString()}};
+        {{m_objEventLoop, m_objClock, m_objNetwork, m_objSerialPort, m_objUsbLibrary},
+         {m_objBoxes, m_objFileDialog, m_objFileStore, QDir::tempPath().toStdString()}}};
 };

@@ -79,10 +79,8 @@ std::vector<QWidget*> Fields(const QWidget& p_objParent) {
 
 CScene::CScene(LinkKind p_iLink, bool p_bOpen)
     : m_objTranscript(m_objClock, Names(CMainWindow::ActionButtons()))
-    , m_objWindow({{m_objEventLoop, m_objClock, m_objBoxes, m_objSocket, m_objPort, m_objLibrary},
-                   m_objFileDialog,
-                   m_objFiles,
-                   ProgramFolder})
+    , m_objWindow({{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary},
+                   {m_objBoxes, m_objFileDialog, m_objFiles, ProgramFolder}})
     , m_iLink(p_iLink) {
     if (!m_objWindow.Open()) {
         throw std::runtime_error("the window does not get the keyboard");
