@@ -7,7 +7,6 @@ ISettingsSource::Fetch CFileSource::Open(const std::string& p_strName, COutput& 
     if (!objContent.m_objProblems.empty()) {
         throw objContent.Error(p_strName);
     }
-    const CLoadedSettings objLoaded{
-        p_strName, objContent.m_objSnapshot, {{"", "it is not in the file"}}};
+    CLoadedSettings objLoaded{p_strName, objContent.m_objSnapshot, {{"", "it is not in the file"}}};
     return [objLoaded] { return objLoaded; };
 }

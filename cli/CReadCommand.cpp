@@ -2,6 +2,7 @@
 
 #include "cli/CProgress.h"
 #include "cli/MArgumentKind.h"
+#include "cli/MFailureText.h"
 #include "cli/MSaving.h"
 #include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
@@ -188,7 +189,7 @@ void CReadCommand::CheckReport(const CReadReport& p_objReport, const Rows& p_obj
                                const CTarget& p_objTarget) const {
     if (!p_objReport.m_objFailure.IsNone()) {
         throw MFailureText::Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget,
-                               m_objDevices);
+                               m_objAccess);
     }
     const std::vector<std::string> strUnread = Unread(p_objReport, p_objRows);
     if (!strUnread.empty()) {

@@ -3,7 +3,6 @@
 #include "cli/CEnvironment.h"
 #include "cli/CTarget.h"
 #include "cli/ICommand.h"
-#include "cli/MFailureText.h"
 
 #include <chrono>
 #include <string>
@@ -15,7 +14,7 @@ public:
     explicit CReadCommand(const CEnvironment& p_objEnvironment)
         : m_objFiles(p_objEnvironment.m_objFiles)
         , m_objPrinters(p_objEnvironment.m_objPrinters)
-        , m_objDevices{p_objEnvironment.m_objAccess, p_objEnvironment.m_objUsbPrinters} {}
+        , m_objAccess(p_objEnvironment.m_objAccess) {}
 
     void Describe(CLI::App& p_objTable) override;
     MExitCode::Code Run(COutput& p_objOutput) override;
@@ -32,7 +31,7 @@ private:
 
     IFileStore& m_objFiles;
     IPrinterConnector& m_objPrinters;
-    MFailureText::Devices m_objDevices;
+    const IDeviceAccess& m_objAccess;
     std::string m_strTarget;
     std::vector<std::string> m_strSettings;  // empty: all
     std::string m_strSave;                   // empty: not to be saved

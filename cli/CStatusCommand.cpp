@@ -2,6 +2,7 @@
 
 #include "cli/CProgress.h"
 #include "cli/MArgumentKind.h"
+#include "cli/MFailureText.h"
 #include "cli/MMetrics.h"
 #include "cli/MSettingsFile.h"
 #include "cli/MUtf8.h"
@@ -91,7 +92,7 @@ std::optional<CCommandError> CStatusCommand::Ask(const CTarget& p_objTarget,
         return std::nullopt;
     }
     return MFailureText::Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget,
-                            m_objDevices);
+                            m_objAccess);
 }
 
 void CStatusCommand::Tell(const CStatusReport& p_objReport, COutput& p_objOutput) const {

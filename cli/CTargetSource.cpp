@@ -1,6 +1,7 @@
 #include "cli/CTargetSource.h"
 
 #include "cli/CProgress.h"
+#include "cli/MFailureText.h"
 #include "cli/MWhyText.h"
 
 #include <memory>
@@ -44,11 +45,10 @@ CLoadedSettings Loaded(const std::string& p_strName, const CReadReport& p_objRep
 ISettingsSource::Fetch CTargetSource::Open(const std::string& p_strName, COutput& p_objOutput) {
     const CTarget objTarget = CTarget::Parse(p_strName);
     const auto objOpened = std::make_shared<Opened>(objTarget, p_objOutput, m_objPrinters);
-    return [objTarget, objOpened, objDevices = m_objDevices] {
+    return [objTarget, objOpened, &objAccess = m_objAccess] {
         const CReadReport objReport = objOpened->m_objPrinter->Read(AllRows());
         if (!objReport.m_objFailure.IsNone()) {
-            throw MFailureText::Of(objReport.m_objFailure, objReport.m_bSent, objTarget,
-                                   objDevices);
+            throw MFailureText::Of(objReport.m_objFailure, objReport.m_bSent, objTarget, objAccess);
         }
         return Loaded(objTarget.m_strText, objReport);
     };

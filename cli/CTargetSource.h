@@ -2,16 +2,15 @@
 
 #include "cli/IPrinterConnector.h"
 #include "cli/ISettingsSource.h"
-#include "cli/MFailureText.h"
+#include "platform/IDeviceAccess.h"
 
 /// Printers, by the names of CTarget.
 class CTargetSource : public ISettingsSource {
 public:
     /// None is owned; all outlive this.
-    CTargetSource(IPrinterConnector& p_objPrinters, const IDeviceAccess& p_objAccess,
-                  IUsbPrinterLister& p_objUsbPrinters)
+    CTargetSource(IPrinterConnector& p_objPrinters, const IDeviceAccess& p_objAccess)
         : m_objPrinters(p_objPrinters)
-        , m_objDevices{p_objAccess, p_objUsbPrinters} {}
+        , m_objAccess(p_objAccess) {}
 
     [[nodiscard]] bool Knows(const std::string& p_strName) const override {
         return CTarget::IsMeant(p_strName);
@@ -21,5 +20,5 @@ public:
 
 private:
     IPrinterConnector& m_objPrinters;
-    MFailureText::Devices m_objDevices;
+    const IDeviceAccess& m_objAccess;
 };

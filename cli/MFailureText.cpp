@@ -1,22 +1,18 @@
 #include "cli/MFailureText.h"
 
 #include "cli/MAccessText.h"
-#include "cli/MIpAddress.h"
 #include "cli/MUtf8.h"
 #include "platform/qt/MSerialPortName.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 
 using Kind = CFailure::Kind;
 using Link = CTarget::Link;
-using MFailureText::Devices;
 using Texts = CCommandError::Texts;
 
 constexpr const char* Again = "see that it is plugged in and switched on, and try again";
@@ -26,10 +22,10 @@ constexpr const char* OwnFault = "this is a fault of the program";
 
 /// A failure. "{}" in a text stands for the printer.
 struct Row {
-    Kind m_iKind;
-    const char* m_strWhat;
-    const char* m_strCause;
-    const char* m_strHint;
+    Kind m_iKind = Kind::None;
+    const char* m_strWhat = "";
+    const char* m_strCause = "";
+    const char* m_strHint = "";
     /// Bytes may have gone out even where no request has gone out whole.
     bool m_bMaySend = false;
 };
@@ -75,8 +71,8 @@ constexpr std::array Failures{
         "the parallel port has not taken the whole command", "", true},
 };
 
-/// What the system's number of a socket's failure means.
-struct SocketRow {
+/// What a number of the system's means.
+struct SystemRow {
     int m_iNumber;
     const char* m_strCause;
     const char* m_strHint;
@@ -86,26 +82,37 @@ constexpr const char* SeeAddress = "see that the address is right, that the prin
                                    "on, and that this computer is in its network";
 
 constexpr std::array SocketFailures{
-    SocketRow{ECONNREFUSED, "nothing listens at that port",
+    SystemRow{SocketError::NoSuchHost, "no computer of that name is known",
+              "see that the name is written right, or name the printer by its address"},
+    SystemRow{SocketError::NotResolved, "nobody could be asked for the address of that name",
+              "see that this computer's network is up, or name the printer by its address"},
+    SystemRow{ECONNREFUSED, "nothing listens at that port",
               "see that the address and the port are the printer's, as in lan:HOST:8000, and that "
               "no other program holds its connection"},
-    SocketRow{ETIMEDOUT, "nothing at that address answers", SeeAddress},
-    SocketRow{EHOSTUNREACH, "no way leads to that address", SeeAddress},
-    SocketRow{ENETUNREACH, "no way leads to that network", SeeAddress},
-    SocketRow{EHOSTDOWN, "nothing at that address answers", SeeAddress},
-    SocketRow{ENETDOWN, "this computer's network is down", "connect this computer to the network"},
-    SocketRow{EADDRNOTAVAIL, "there is no such address", SeeAddress},
-    SocketRow{ECONNRESET, "the printer has dropped the connection", Restart},
-    SocketRow{ECONNABORTED, "the connection was broken off", Restart},
-    SocketRow{EPIPE, "the printer has dropped the connection", Restart},
-    SocketRow{EACCES, "the system does not let this program connect",
+    SystemRow{ETIMEDOUT, "nothing at that address answers", SeeAddress},
+    SystemRow{EHOSTUNREACH, "no way leads to that address", SeeAddress},
+    SystemRow{ENETUNREACH, "no way leads to that network", SeeAddress},
+    SystemRow{EHOSTDOWN, "nothing at that address answers", SeeAddress},
+    SystemRow{ENETDOWN, "this computer's network is down", "connect this computer to the network"},
+    SystemRow{EADDRNOTAVAIL, "there is no such address", SeeAddress},
+    SystemRow{ECONNRESET, "the printer has dropped the connection", Restart},
+    SystemRow{ECONNABORTED, "the connection was broken off", Restart},
+    SystemRow{EPIPE, "the printer has dropped the connection", Restart},
+    SystemRow{EACCES, "the system does not let this program connect",
               "see whether a firewall of this computer forbids it"},
-    SocketRow{EMFILE, "this program has too many files open", "see what ulimit -n allows"},
+    SystemRow{EMFILE, "this program has too many files open", "see what ulimit -n allows"},
 };
 
-constexpr SocketRow NoSuchName{
-    EADDRNOTAVAIL, "no computer of that name is known",
-    "see that the name is written right, or name the printer by its address"};
+/// What the system's number of a device's failure means.
+constexpr std::array DeviceFailures{
+    SystemRow{ENOENT, "there is no such device", ShowPorts},
+    SystemRow{ENODEV, "it is not there any more", Again},
+    SystemRow{ENXIO, "nothing is behind that device", ShowPorts},
+    SystemRow{ENOTTY, "it is no serial port", ShowPorts},
+    SystemRow{EACCES, "the system does not let this program use it", ShowPorts},
+    SystemRow{EBUSY, "another program has it", "end that program, or wait until it is done"},
+    SystemRow{EIO, "the device does not react", Again},
+};
 
 /// What to look at where a printer is silent or slow.
 const char* SilenceHint(Link p_iLink) {
@@ -135,95 +142,59 @@ std::string Filled(std::string p_strText, const std::string& p_strName) {
     return iPlace == std::string::npos ? p_strText : p_strText.replace(iPlace, 2, p_strName);
 }
 
-void AddSocketWords(const CFailure& p_objFailure, const CTarget& p_objTarget, Texts& p_objTexts) {
-    const SocketError& objSocket = p_objFailure.m_objSocket;
-    const bool bName =
-        MIpAddress::IsHostName(p_objTarget.m_strHost) && !MIpAddress::IsV4(p_objTarget.m_strHost);
-    const auto* const objFound =
-        std::ranges::find(SocketFailures, objSocket.m_iNumber, &SocketRow::m_iNumber);
-    if (objSocket.m_iNumber == NoSuchName.m_iNumber && bName) {
-        p_objTexts.m_strCause = NoSuchName.m_strCause;
-        p_objTexts.m_strHint = NoSuchName.m_strHint;
-    } else if (objFound != SocketFailures.end()) {
-        p_objTexts.m_strCause = objFound->m_strCause;
-        p_objTexts.m_strHint = objFound->m_strHint;
-    } else {
-        if (!objSocket.m_strDescription.empty()) {
-            p_objTexts.m_strCause = MUtf8::FromLatin1(objSocket.m_strDescription);
+/// The row of a number, or null.
+template <typename Rows>
+const SystemRow* FindNumber(const Rows& p_objRows, int p_iNumber) {
+    const auto* const objFound = std::ranges::find(p_objRows, p_iNumber, &SystemRow::m_iNumber);
+    return objFound != p_objRows.end() ? objFound : nullptr;
+}
+
+/// Puts what the system has told of a failure in the place of what is said otherwise.
+void AddSystemWords(const CFailure& p_objFailure, Texts& p_objTexts) {
+    const bool bSocket =
+        p_objFailure.m_iKind == Kind::LanError || p_objFailure.m_iKind == Kind::LanNotConnected;
+    const bool bDevice =
+        p_objFailure.m_iKind == Kind::SerialNotOpened || p_objFailure.m_iKind == Kind::UsbNotReady;
+    const SystemRow* objFound = nullptr;
+    if (bSocket) {
+        objFound = FindNumber(SocketFailures, p_objFailure.m_objSocket.m_iNumber);
+        if (!p_objFailure.m_objSocket.m_strDescription.empty()) {
+            p_objTexts.m_strCause = MUtf8::FromLatin1(p_objFailure.m_objSocket.m_strDescription);
         }
         p_objTexts.m_strHint = SeeAddress;
+    } else if (bDevice) {
+        objFound = FindNumber(DeviceFailures, p_objFailure.m_iNumber);
+    }
+    if (objFound != nullptr) {
+        p_objTexts.m_strCause = objFound->m_strCause;
+        p_objTexts.m_strHint = objFound->m_strHint;
     }
 }
 
-/// The device file of a serial port, as far as it can be told.
-std::string SerialDevice(const CFailure& p_objFailure, const CTarget& p_objTarget) {
-    constexpr std::string_view strCom = "COM";
+/// The device that a failure is about, as far as it can be told.
+std::string DeviceOf(const CFailure& p_objFailure, const CTarget& p_objTarget) {
     if (p_objFailure.m_strDevice.starts_with('/')) {
         return p_objFailure.m_strDevice;
     }
-    const std::string& strWritten = p_objTarget.m_strDevice;
-    if (strWritten.find('/') != std::string::npos) {
-        return strWritten;
-    }
-    std::int16_t iNumber = 0;
-    if (strWritten.starts_with(strCom)) {
-        std::from_chars(strWritten.data() + strCom.size(), strWritten.data() + strWritten.size(),
-                        iNumber);
-    }
-    const std::string strDevice = MSerialPortName::DeviceOf(iNumber);
-    return strDevice.empty() ? MSerialPortName::DeviceFolder + ("/" + strWritten) : strDevice;
-}
-
-/// The printers on USB that the target can mean.
-std::vector<CUsbPrinterEntry> Meant(const CTarget& p_objTarget, const Devices& p_objDevices) {
-    std::vector<CUsbPrinterEntry> objMeant = p_objDevices.m_objUsbPrinters.UsbPrinters();
-    std::erase_if(objMeant, [&](const CUsbPrinterEntry& p_objEntry) {
-        if (!p_objTarget.m_iPorts.empty()) {
-            return p_objEntry.m_iBus != p_objTarget.m_iBus ||
-                   p_objEntry.m_iPorts != p_objTarget.m_iPorts;
-        }
-        return !p_objTarget.m_strSerialNumber.empty() &&
-               p_objEntry.m_strSerialNumber != p_objTarget.m_strSerialNumber;
-    });
-    return objMeant;
-}
-
-/// What the system tells of a printer on USB that cannot be had. Nothing where it sees no reason.
-std::optional<Texts> UsbProblem(const CTarget& p_objTarget, const Devices& p_objDevices) {
-    const std::vector<CUsbPrinterEntry> objMeant = Meant(p_objTarget, p_objDevices);
-    if (objMeant.empty()) {
-        const bool bAny = p_objTarget.m_iPorts.empty() && p_objTarget.m_strSerialNumber.empty();
-        return Texts{bAny ? "There is no printer on USB" : "There is no " + p_objTarget.m_strText,
-                     {},
-                     {},
-                     bAny ? Again : ShowPorts};
-    }
-    for (const CUsbPrinterEntry& objEntry : objMeant) {
-        if (auto objProblem =
-                MAccessText::Problem(objEntry.m_strDevice, MAccessText::Device::UsbPrinter,
-                                     p_objDevices.m_objAccess.Look(objEntry.m_strDevice))) {
-            return objProblem;
-        }
-    }
-    return std::nullopt;
+    return p_objTarget.m_iLink == Link::Com ? MSerialPortName::DeviceNamed(p_objTarget.m_strDevice)
+                                            : std::string();
 }
 
 /// The system's own reason for a device that could not be had, where it tells one.
 std::optional<Texts> DeviceProblem(const CFailure& p_objFailure, const CTarget& p_objTarget,
-                                   const Devices& p_objDevices) {
-    switch (p_objFailure.m_iKind) {
-    case Kind::SerialHeld:
-    case Kind::SerialNotOpened: {
-        const std::string strDevice = SerialDevice(p_objFailure, p_objTarget);
-        return MAccessText::Problem(strDevice, MAccessText::Device::SerialPort,
-                                    p_objDevices.m_objAccess.Look(strDevice));
-    }
-    case Kind::UsbNotReady:
-    case Kind::UsbNotOpened:
-        return UsbProblem(p_objTarget, p_objDevices);
-    default:
+                                   const IDeviceAccess& p_objAccess) {
+    constexpr std::array iKinds{Kind::SerialHeld, Kind::SerialNotOpened, Kind::UsbNotReady,
+                                Kind::UsbNotOpened};
+    const std::string strDevice = DeviceOf(p_objFailure, p_objTarget);
+    // Who uses what is no serial port at all does not matter.
+    if (strDevice.empty() || p_objFailure.m_iNumber == ENOTTY ||
+        std::ranges::find(iKinds, p_objFailure.m_iKind) == iKinds.end()) {
         return std::nullopt;
     }
+    const bool bSerial = p_objTarget.m_iLink == Link::Com;
+    return MAccessText::Problem(
+        strDevice, bSerial ? MAccessText::Device::SerialPort : MAccessText::Device::UsbPrinter,
+        p_objAccess.Look(strDevice));
 }
 
 Texts Words(const Row& p_objRow, const CFailure& p_objFailure, bool p_bSent,
@@ -232,13 +203,9 @@ Texts Words(const Row& p_objRow, const CFailure& p_objFailure, bool p_bSent,
                    p_objRow.m_strCause,
                    {},
                    p_objRow.m_strHint};
-    const bool bSocket =
-        p_objRow.m_iKind == Kind::LanError || p_objRow.m_iKind == Kind::LanNotConnected;
-    if (bSocket) {
-        AddSocketWords(p_objFailure, p_objTarget, objTexts);
-        if (p_bSent) {
-            objTexts.m_strWhat = "The connection to " + p_objTarget.m_strText + " broke";
-        }
+    AddSystemWords(p_objFailure, objTexts);
+    if (p_objRow.m_iKind == Kind::LanError && p_bSent) {
+        objTexts.m_strWhat = "The connection to " + p_objTarget.m_strText + " broke";
     }
     const bool bSilence = p_objRow.m_iKind == Kind::NoReply || p_objRow.m_iKind == Kind::TimeUp;
     if (bSilence) {
@@ -252,9 +219,9 @@ Texts Words(const Row& p_objRow, const CFailure& p_objFailure, bool p_bSent,
 namespace MFailureText {
 
 CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_objTarget,
-                 const Devices& p_objDevices) {
+                 const IDeviceAccess& p_objAccess) {
     const Row& objRow = Find(p_objFailure.m_iKind);
-    const auto objProblem = DeviceProblem(p_objFailure, p_objTarget, p_objDevices);
+    const auto objProblem = DeviceProblem(p_objFailure, p_objTarget, p_objAccess);
     Texts objTexts = objProblem ? *objProblem : Words(objRow, p_objFailure, p_bSent, p_objTarget);
     objTexts.m_strTarget = p_objTarget.m_strText;
     return {p_bSent || objRow.m_bMaySend ? MExitCode::Failed : MExitCode::NotReachable, objTexts};

@@ -2,6 +2,7 @@
 #include "cli/CFileSource.h"
 #include "cli/CInterrupt.h"
 #include "cli/COutput.h"
+#include "cli/CPrinterConnector.h"
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
 #include "platform/qt/CDeviceAccess.h"
@@ -33,18 +34,6 @@ std::size_t TerminalWidth([[maybe_unused]] std::FILE* p_objStream) {
     return 0;
 }
 
-/// Takes the place of what reaches printers.
-class CNoConnector : public IPrinterConnector {
-public:
-    std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
-                                      std::chrono::milliseconds /*p_iPause*/,
-                                      ISessionEvents& /*p_objEvents*/) override {
-        throw CCommandError(
-            MExitCode::NotReachable,
-            {"This program reaches no printers yet", {}, p_objTarget.m_strText, {}});
-    }
-};
-
 }  // namespace
 
 int main(int p_iCount, char** p_strArguments) {
@@ -55,8 +44,8 @@ int main(int p_iCount, char** p_strArguments) {
     const CDeviceAccess objAccess;
     CDefaultsSource objDefaults;
     CFileSource objFileSource(objFiles);
-    CNoConnector objPrinters;
-    CTargetSource objTargets(objPrinters, objAccess, objUsbPrinters);
+    CPrinterConnector objPrinters(objUsbPrinters);
+    CTargetSource objTargets(objPrinters, objAccess);
     CProgram objProgram({objFiles,
                          objSerialPorts,
                          objUsbPrinters,

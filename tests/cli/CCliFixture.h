@@ -123,7 +123,7 @@ protected:
     CFakePrinters m_objPrinters;
     CFakeInterrupt m_objInterrupt;
     CDefaultsSource m_objDefaults;
-    CTargetSource m_objTargets{m_objPrinters, m_objAccess, m_objUsbPrinters};
+    CTargetSource m_objTargets{m_objPrinters, m_objAccess};
     CFileSource m_objFileSource{m_objFiles};
     std::size_t m_iWidth = 0;
     std::size_t m_iErrorWidth = 0;

@@ -33,7 +33,13 @@ const std::vector<Case>& Cases() {
         {"SerialHeld", strCom, Kind::SerialHeld, 8005, false, NotReachable,
          "Cannot open com:/dev/ttyUSB0", "another program has the port", "end that program"},
         {"SerialNotOpened", strCom, Kind::SerialNotOpened, 1, false, NotReachable,
+         "Cannot open com:/dev/ttyUSB0", "it is no serial port, or one", "varden ports"},
+        {"SerialNoSerialPort", strCom, Kind::SerialNotOpened, ENOTTY, false, NotReachable,
          "Cannot open com:/dev/ttyUSB0", "it is no serial port", "varden ports"},
+        {"SerialNothingBehind", strCom, Kind::SerialNotOpened, ENXIO, false, NotReachable,
+         "Cannot open com:/dev/ttyUSB0", "nothing is behind that device", "varden ports"},
+        {"SerialNoReaction", strCom, Kind::SerialNotOpened, EIO, false, NotReachable,
+         "Cannot open com:/dev/ttyUSB0", "does not react", "plugged in"},
         {"SerialNotOpen", strCom, Kind::SerialNotOpen, 0, false, NotReachable,
          "com:/dev/ttyUSB0 is not open", "the port went away", "plugged in"},
         {"SerialNotSent", strCom, Kind::SerialNotSent, 0, false, Failed,
@@ -54,8 +60,10 @@ const std::vector<Case>& Cases() {
          "Cannot reach lan:hall-3", "no way leads to that network", "in its network"},
         {"LanNetworkDown", strLan, Kind::LanError, ENETDOWN, false, NotReachable,
          "Cannot reach lan:hall-3", "network is down", "connect this computer"},
-        {"LanNoSuchName", strLan, Kind::LanError, EADDRNOTAVAIL, false, NotReachable,
+        {"LanNoSuchName", strLan, Kind::LanError, SocketError::NoSuchHost, false, NotReachable,
          "Cannot reach lan:hall-3", "no computer of that name is known", "by its address"},
+        {"LanNobodyToAsk", strLan, Kind::LanError, SocketError::NotResolved, false, NotReachable,
+         "Cannot reach lan:hall-3", "nobody could be asked", "by its address"},
         {"LanNoSuchAddress", "lan:10.0.0.1", Kind::LanError, EADDRNOTAVAIL, false, NotReachable,
          "Cannot reach lan:10.0.0.1", "there is no such address", "in its network"},
         {"LanForbidden", strLan, Kind::LanError, EACCES, false, NotReachable,
@@ -88,6 +96,12 @@ const std::vector<Case>& Cases() {
          "went away", "plugged in"},
         {"UsbNotReady", strUsb, Kind::UsbNotReady, -1, false, NotReachable, "Cannot open usb:1-2",
          "another program has the printer", "end that program"},
+        {"UsbGone", strUsb, Kind::UsbNotReady, ENODEV, false, NotReachable, "Cannot open usb:1-2",
+         "not there any more", "plugged in"},
+        {"UsbForbidden", strUsb, Kind::UsbNotReady, EACCES, false, NotReachable,
+         "Cannot open usb:1-2", "does not let this program", "varden ports"},
+        {"UsbHeld", strUsb, Kind::UsbNotReady, EBUSY, false, NotReachable, "Cannot open usb:1-2",
+         "another program has it", "end that program"},
         {"UsbNoDeviceId", strUsb, Kind::UsbNoDeviceId, -2, false, NotReachable,
          "Cannot tell what usb:1-2 is", "cannot be read", "plug its cable"},
         {"UsbMismatch", strUsb, Kind::UsbMismatch, -3, false, NotReachable,
@@ -130,25 +144,18 @@ const std::vector<Call>& Calls() {
 
 class CFailingCommand : public CCliFixture {
 protected:
-    CFailingCommand() {
-        CUsbPrinterEntry objUsb;
-        objUsb.m_iBus = 1;
-        objUsb.m_iPorts = {2};
-        objUsb.m_strDevice = "/dev/bus/usb/001/004";
-        objUsb.m_strSerialNumber = "A17";
-        m_objUsbPrinters.m_objEntries = {objUsb};
-    }
-
     CFakePrinter& Fail(const std::string& p_strTarget, Kind p_iKind, int p_iNumber, bool p_bSent) {
         CFakePrinter& objPrinter = m_objPrinters.m_objPrinters[p_strTarget];
         objPrinter.m_objFailure.m_iKind = p_iKind;
+        objPrinter.m_objFailure.m_iNumber = p_iNumber;
         objPrinter.m_objFailure.m_objSocket.m_iNumber = p_iNumber;
         objPrinter.m_bSent = p_bSent;
         return objPrinter;
     }
 
-    Json Error(const std::string& p_strTarget, Kind p_iKind) {
-        Fail(p_strTarget, p_iKind, 0, false);
+    Json Error(const std::string& p_strTarget, Kind p_iKind,
+               const std::string& p_strDevice = std::string()) {
+        Fail(p_strTarget, p_iKind, 0, false).m_objFailure.m_strDevice = p_strDevice;
         const Ran objRan = RunJson({"status", p_strTarget});
         EXPECT_EQ(objRan.m_iCode, NotReachable);
         EXPECT_EQ(objRan.m_objJson["error"]["target"], p_strTarget);
@@ -220,48 +227,44 @@ TEST_F(CFailingCommand, NoPermissionForASerialPortNamesTheGroup) {
 
 TEST_F(CFailingCommand, TheDeviceThatTheFailureNamesIsTheOne) {
     m_objAccess.m_objStates["/dev/ttyS0"] = {Use::Forbidden, "dialout", false, {}};
-    CFakePrinter& objPrinter = Fail("com:COM1", Kind::SerialNotOpened, 0, false);
-    objPrinter.m_objFailure.m_strDevice = "/dev/ttyS0";
-    EXPECT_EQ(RunJson({"status", "com:COM1"}).m_objJson["error"]["what"],
+    EXPECT_EQ(Error("com:COM1", Kind::SerialNotOpened, "/dev/ttyS0")["what"],
               "No permission for /dev/ttyS0");
 }
 
 TEST_F(CFailingCommand, ASerialPortThatIsMissingOrInUse) {
     m_objAccess.m_objStates["/dev/ttyUSB7"] = {Use::Missing, {}, false, {}};
-    m_objAccess.m_objStates["/dev/COM9"] = {Use::Missing, {}, false, {}};
     m_objAccess.m_objStates["/dev/ttyUSB0"] = {Use::Held, {}, false, "minicom (4711)"};
     const Json objMissing = Error("com:ttyUSB7", Kind::SerialNotOpened);
     EXPECT_EQ(objMissing["what"], "There is no /dev/ttyUSB7");
     EXPECT_EQ(objMissing["hint"], "varden ports shows what is plugged in");
-    EXPECT_EQ(Error("com:COM9", Kind::SerialNotOpened)["what"], "There is no /dev/COM9");
     const Json objHeld = Error("com:ttyUSB0", Kind::SerialHeld);
     EXPECT_EQ(objHeld["what"], "/dev/ttyUSB0 is in use");
     EXPECT_EQ(objHeld["cause"], "minicom (4711) has it");
 }
 
-TEST_F(CFailingCommand, NoPrinterOnUsb) {
-    EXPECT_EQ(Error("usb:1-9", Kind::UsbNotReady)["what"], "There is no usb:1-9");
-    EXPECT_EQ(Error("usb:2-2", Kind::UsbNotReady)["what"], "There is no usb:2-2");
-    EXPECT_EQ(Error("usb:B22", Kind::UsbNotReady)["what"], "There is no usb:B22");
-    EXPECT_EQ(Error("usb:B22", Kind::UsbNotReady)["hint"], "varden ports shows what is plugged in");
-    EXPECT_EQ(Error("usb:A17", Kind::UsbNotReady)["what"], "Cannot open usb:A17");
-    m_objUsbPrinters.m_objEntries.clear();
-    const Json objNone = Error("usb", Kind::UsbNotReady);
-    EXPECT_EQ(objNone["what"], "There is no printer on USB");
-    EXPECT_EQ(objNone["hint"], "see that it is plugged in and switched on, and try again");
+TEST_F(CFailingCommand, WhoUsesWhatIsNoSerialPortDoesNotMatter) {
+    m_objAccess.m_objStates["/dev/null"] = {Use::Held, {}, false, "bash (1)"};
+    Fail("com:/dev/null", Kind::SerialNotOpened, ENOTTY, false);
+    EXPECT_EQ(RunJson({"status", "com:/dev/null"}).m_objJson["error"]["cause"],
+              "it is no serial port");
 }
 
 TEST_F(CFailingCommand, NoPermissionForAPrinterOnUsb) {
     m_objAccess.m_objStates["/dev/bus/usb/001/004"] = {Use::Forbidden, "lp", false, {}};
-    EXPECT_EQ(Error("usb", Kind::UsbNotReady)["hint"],
+    EXPECT_EQ(Error("usb", Kind::UsbNotReady, "/dev/bus/usb/001/004")["hint"],
               "join the group lp (sudo adduser $USER lp), then log in again");
     m_objAccess.m_objStates["/dev/bus/usb/001/004"] = {Use::Forbidden, {}, false, {}};
-    EXPECT_TRUE(Has(Error("usb:1-2", Kind::UsbNotReady)["hint"], "70-varden-printer.rules"));
+    EXPECT_TRUE(Has(Error("usb:1-2", Kind::UsbNotReady, "/dev/bus/usb/001/004")["hint"],
+                    "70-varden-printer.rules"));
 }
 
-TEST_F(CFailingCommand, APrinterOnUsbThatIsInUse) {
+TEST_F(CFailingCommand, APrinterOnUsbThatIsInUseOrGone) {
     m_objAccess.m_objStates["/dev/bus/usb/001/004"] = {Use::Held, {}, false, "cupsd (77)"};
-    EXPECT_EQ(Error("usb", Kind::UsbNotReady)["cause"], "cupsd (77) has it");
+    EXPECT_EQ(Error("usb", Kind::UsbNotReady, "/dev/bus/usb/001/004")["cause"],
+              "cupsd (77) has it");
+    m_objAccess.m_objStates["/dev/bus/usb/001/004"] = {Use::Missing, {}, false, {}};
+    EXPECT_EQ(Error("usb", Kind::UsbNotOpened, "/dev/bus/usb/001/004")["hint"],
+              "varden ports shows what is plugged in");
 }
 
 }  // namespace
