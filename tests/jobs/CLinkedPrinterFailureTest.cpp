@@ -34,7 +34,7 @@ TEST_F(CLinkedPrinterFailureTest, ARefusedConnectionKeepsTheSocketsNumber) {
     const CReadReport objRead = Printer(CInterface::LanInterface).Read(All());
     EXPECT_EQ(objRead.m_objFailure.m_iKind, Kind::LanNotConnected);
     EXPECT_FALSE(objRead.m_bSent);
-    EXPECT_EQ(m_objEvents.m_strSteps, Texts{"0 of 0"});
+    EXPECT_EQ(m_objEvents.Lines("step"), Texts{"step 0 of 0"});
     EXPECT_EQ(m_strCommands, Texts{});
 }
 

@@ -65,7 +65,7 @@ TEST_P(CLinkedPrinterTest, WhereNothingIsReportedNothingIsOpened) {
     const CReadReport objReport = Read(Named({"stop-bit"}));
     EXPECT_TRUE(objReport.m_objFailure.IsNone());
     EXPECT_FALSE(objReport.m_bSent);
-    EXPECT_TRUE(m_objEvents.m_iStates.empty());
+    EXPECT_TRUE(m_objEvents.m_strLines.empty());
     EXPECT_EQ(m_objEventLoop.Yields(), 0);
 }
 
@@ -85,7 +85,8 @@ TEST_P(CLinkedPrinterTest, PausesBetweenTwoGroupsAndNotBehindTheLast) {
 
 TEST_P(CLinkedPrinterTest, TellsHowFarItIs) {
     Read(Named({"feed-adj", "font-code", "ip-address"}));
-    EXPECT_EQ(m_objEvents.m_strSteps, (Texts{"1 of 3", "2 of 3", "3 of 3", "0 of 0"}));
+    EXPECT_EQ(m_objEvents.Lines("step"),
+              (Texts{"step 1 of 3", "step 2 of 3", "step 3 of 3", "step 0 of 0"}));
 }
 
 TEST_P(CLinkedPrinterTest, ASilentPrinterEndsTheReadingInTime) {
@@ -103,7 +104,7 @@ TEST_P(CLinkedPrinterTest, ASilentPrinterEndsTheReadingInTime) {
     EXPECT_EQ(objReport.WhyUnknown(MSettings::Get("font-code")), Why::Failed);
     EXPECT_EQ(objReport.WhyUnknown(MSettings::Get("ip-address")), Why::Failed);
     EXPECT_LT(m_objClock.Elapsed() - m_iCommandTimes.back(), 6100);
-    EXPECT_EQ(m_objEvents.m_strSteps.back(), "0 of 0");
+    EXPECT_EQ(m_objEvents.Lines("step").back(), "step 0 of 0");
     EXPECT_TRUE(IsAllClosed());
 }
 
