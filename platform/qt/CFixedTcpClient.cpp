@@ -139,7 +139,7 @@ void CFixedTcpClient::OnError(const SocketError& p_objError) {
     }
     Note(p_objError);
     if (m_objToTry.empty()) {
-        Fail(*m_objFailed);
+        Fail(*std::exchange(m_objFailed, std::nullopt));  // whoever hears of it may connect anew
     } else {
         TryNext();
     }
@@ -154,8 +154,7 @@ void CFixedTcpClient::Note(const SocketError& p_objError) {
 void CFixedTcpClient::Fail(const SocketError& p_objError) {
     m_bConnecting = false;
     m_objPatience.stop();
-    const SocketError objError = p_objError;  // whoever hears of it may connect anew
     if (m_objEvents != nullptr) {
-        m_objEvents->OnError(objError);
+        m_objEvents->OnError(p_objError);
     }
 }

@@ -6,7 +6,7 @@
 #include "platform/qt/CQtSerialPort.h"
 #include "platform/usb/CUsbPrinterLister.h"
 #include "simulator/MItemNames.h"
-#include "tests/cli/CQuietEvents.h"
+#include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/jobs/MOtherSettings.h"
 #include "tests/platform_qt/CFakeLineState.h"
 #include "tests/platform_qt/CFolder.h"
@@ -110,7 +110,7 @@ protected:
 
     CUsbPrinterLister m_objUsbPrinters;
     CPrinterConnector m_objConnector{m_objUsbPrinters, ShortLimits};
-    CQuietEvents m_objEvents;
+    CFakeSessionEvents m_objEvents;
     CFolder m_objFolder;
     CSimulatorProcess m_objSimulator;
     milliseconds m_iTook{0};

@@ -3,7 +3,7 @@
 #include "jobs/MCompare.h"
 #include "platform/usb/CUsbPrinterLister.h"
 #include "simulator/usb/CEmulatedPrinter.h"
-#include "tests/cli/CQuietEvents.h"
+#include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/jobs/MOtherSettings.h"
 
 #include <gtest/gtest.h>
@@ -68,7 +68,7 @@ protected:
     std::vector<std::unique_ptr<CEmulatedPrinter>> m_objDevices;
     CUsbPrinterLister m_objUsbPrinters;
     CPrinterConnector m_objConnector{m_objUsbPrinters, ShortLimits};
-    CQuietEvents m_objEvents;
+    CFakeSessionEvents m_objEvents;
     milliseconds m_iTook{0};
     bool m_bSent = false;
 };

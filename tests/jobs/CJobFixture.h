@@ -6,6 +6,7 @@
 #include "tests/fakes/CFakeClock.h"
 #include "tests/fakes/CFakeEventLoop.h"
 #include "tests/fakes/CFakeSerialPort.h"
+#include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/fakes/CFakeTcpClient.h"
 #include "tests/fakes/CFakeUsbLibrary.h"
 #include "tests/fakes/CScriptedPrinter.h"
@@ -16,27 +17,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-/// Keeps what a session tells.
-class CFakeSessionEvents : public ISessionEvents {
-public:
-    std::vector<std::string> m_strSteps;  ///< "1 of 3"
-    std::vector<CFailure> m_objFailures;
-    std::vector<CLinkStatus::State> m_iStates;
-    std::vector<std::string> m_strStatuses;
-
-    void OnBusy(bool /*p_bBusy*/) override {}
-    void OnLinkStatus(const CLinkStatus& p_objStatus) override {
-        m_iStates.push_back(p_objStatus.m_iState);
-    }
-    void OnStep(std::int16_t p_iStep, std::int16_t p_iSteps) override {
-        m_strSteps.push_back(std::to_string(p_iStep) + " of " + std::to_string(p_iSteps));
-    }
-    void OnStatus(const std::string& p_strText) override { m_strStatuses.push_back(p_strText); }
-    void OnHeadCheck(const std::string& /*p_strText*/) override {}
-    void OnFailure(const CFailure& p_objFailure) override { m_objFailures.push_back(p_objFailure); }
-    void OnCommandFailed(const CFailure& /*p_objFailure*/) override {}
-};
 
 /// A printer to be asked over a link, with a double on every side: it answers each command as
 /// m_fnAnswer says, in the form of a network, and as the simulator's printer does at first.
