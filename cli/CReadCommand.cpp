@@ -96,7 +96,7 @@ void CReadCommand::Describe(CLI::App& p_objTable) {
         ->needs(objSave);
     p_objTable
         .add_option("--pause", m_dPause,
-                    "The pause behind each answer, from 0 to 10; 1 unless given.")
+                    "The pause between two answers, from 0 to 10; 1 unless given.")
         ->type_name(MArgumentKind::Seconds);
     p_objTable.footer(Examples);
 }

@@ -14,7 +14,7 @@ public:
 
     /// The printer that p_objTarget names; nothing is opened yet. Throws CCommandError when it can
     /// be told at once that there is no such one.
-    /// @param p_iPause how long a read waits behind each answer.
+    /// @param p_iPause how long a read waits between two answers.
     /// @param p_objEvents hears what happens. Not owned, outlives the printer.
     virtual std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
                                               std::chrono::milliseconds p_iPause,

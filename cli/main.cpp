@@ -11,6 +11,7 @@
 #include "platform/usb/CUsbPrinterLister.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -54,7 +55,13 @@ int main(int p_iCount, char** p_strArguments) {
                          {&objDefaults, &objTargets, &objFileSource}});
     COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth(stdout),
                       TerminalWidth(stderr));
-    return objProgram.Run(std::vector<std::string>(p_strArguments + (p_iCount > 0 ? 1 : 0),
-                                                   p_strArguments + p_iCount),
-                          objOutput);
+    const int iCode =
+        objProgram.Run(std::vector<std::string>(p_strArguments + (p_iCount > 0 ? 1 : 0),
+                                                p_strArguments + p_iCount),
+                       objOutput);
+    // All is printed, written and closed. What the toolkit may still be looking up, on a thread of
+    // its own, must not hold the program's end back.
+    std::cout.flush();
+    std::cerr.flush();
+    std::_Exit(iCode);
 }
