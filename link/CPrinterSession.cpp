@@ -10,11 +10,12 @@ CPrinterSession::CPrinterSession(const CItemManager& p_objItemManager, CInterfac
     , m_objComLink(p_objPlatform.m_objSerialPort, p_objInterface, m_objRouter, m_objState,
                    p_objEvents, m_objWaiter)
     , m_objLanLink(p_objPlatform.m_objTcpClient, p_objInterface, m_objRouter, m_objState, m_objBusy,
-                   m_objWaiter, p_objEvents, p_objManners)
+                   m_objWaiter, p_objEvents)
     , m_objUsbLink(p_objPlatform.m_objUsbLibrary, m_objRouter, m_objState, m_objWaiter, p_objEvents,
                    p_objManners)
     , m_objExchange(p_objInterface, m_objLinks, m_objRouter, m_objState, m_objBusy, m_objWaiter,
                     p_objEvents, p_objManners) {
+    m_objLanLink.SetSendLimit(p_objManners.m_dSendSeconds);
     m_objLinks.SetLink(CInterface::SerialInterface, m_objComLink);
     m_objLinks.SetLink(CInterface::LanInterface, m_objLanLink);
     m_objLinks.SetLink(CInterface::UsbInterface, m_objUsbLink);
