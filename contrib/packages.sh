@@ -10,7 +10,7 @@
     packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev
         libvalijson-dev fish zsh)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
-    packages_desktop=(xvfb openbox icewm xdotool python3 fontconfig fonts-liberation)
+    packages_desktop=(xvfb openbox icewm xdotool x11-utils python3 fontconfig fonts-liberation)
     packages_tour=(xvfb xauth fontconfig fonts-liberation)
     packages_window=(fontconfig fonts-liberation)
     packages_checks=(git clang-format clang-tidy shellcheck)
