@@ -54,6 +54,6 @@ mmdebstrap --quiet --variant=apt --format=null --skip=essential/unlink \
     --customize-hook="chroot \"\$1\" bash /mnt/in-bare-root.sh" \
     --customize-hook="sync-out /var/cache/apt/archives \"$archives\"" \
     "$release" /dev/null "$work/sources.list" || {
-    echo "The package did not come through the bare Debian, or that could not be made." >&2
+    echo "The package did not come through the bare Debian, or that could not be made; see above." >&2
     exit 1
 }
