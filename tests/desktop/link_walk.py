@@ -4,6 +4,7 @@ from printer import COM, COM_PORT, LAN, USB, show
 from tool_window import SETUP, ToolWindow
 from waiting import Wrong, wait_for
 
+ICONS = [16, 24, 32, 48, 64]
 INTERFACES = {COM: 0, LAN: 1, USB: 2}  # their places in the list
 READ = ["{Z5;0|}", "{Z5;1|}", "{Z5;4|}"]
 
@@ -31,6 +32,7 @@ class LinkWalk:
 
     def run(self):
         """Fails at the first thing that is wrong."""
+        self._look_at_icon()
         self._connect()
         self._press("btnRead", READ)
         self._edit(EDITED)
@@ -40,6 +42,11 @@ class LinkWalk:
         self._edit(EDITED_AGAIN)
         self._press("btnSet", SET_AGAIN)
         self._close()
+
+    def _look_at_icon(self):
+        icons = self._window.icons()
+        if icons != ICONS:
+            raise Wrong(f"the window has icons of {icons} pixels")
 
     def _connect(self):
         self._window.choose("cmbInterface", INTERFACES[self._printer.link])

@@ -2,7 +2,8 @@
 """Works the setting tool's windows from outside, under a window manager, and looks at what the
 simulated printers receive.
 
-Needs Xvfb, a window manager, xdotool, and the programs of a build. Touches no display but its own.
+Needs Xvfb, a window manager, xdotool, xprop, and the programs of a build. Touches no display but its
+own.
 """
 
 import argparse
