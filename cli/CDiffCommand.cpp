@@ -3,11 +3,13 @@
 #include "cli/MArgumentKind.h"
 #include "cli/MSettingJson.h"
 #include "cli/MUtf8.h"
+#include "jobs/MCompare.h"
 #include "model/MSettingText.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -22,29 +24,15 @@ The exit code is 4 when something differs, and 0 when everything that could be
 compared is the same. What means the same is the same, however it is written.
 A file that is called defaults is ./defaults here.)";
 
-/// The two sides, and what comparing them has brought.
-struct Comparison {
+/// What comparing the two sides has brought, and the sides themselves.
+struct Comparison : MCompare::Result {
     CLoadedSettings m_objA;
     CLoadedSettings m_objB;
-    std::vector<const Row*> m_objDifferent;
-    std::vector<const Row*> m_objSame;
-    std::vector<const Row*> m_objUnknown;  // on one side at least
 };
 
 Comparison Compare(CLoadedSettings p_objA, CLoadedSettings p_objB) {
-    Comparison objResult{std::move(p_objA), std::move(p_objB), {}, {}, {}};
-    const CSnapshot& objA = objResult.m_objA.m_objSnapshot;
-    const CSnapshot& objB = objResult.m_objB.m_objSnapshot;
-    for (const Row& objRow : MSettings::All()) {
-        if (!objA.IsKnown(objRow) || !objB.IsKnown(objRow)) {
-            objResult.m_objUnknown.push_back(&objRow);
-        } else if (MSettingText::Same(objRow, objA.Items(), objB.Items())) {
-            objResult.m_objSame.push_back(&objRow);
-        } else {
-            objResult.m_objDifferent.push_back(&objRow);
-        }
-    }
-    return objResult;
+    MCompare::Result objResult = MCompare::Compare(p_objA.m_objSnapshot, p_objB.m_objSnapshot);
+    return {std::move(objResult), std::move(p_objA), std::move(p_objB)};
 }
 
 Json SideJson(const Row& p_objRow, const CLoadedSettings& p_objSide) {

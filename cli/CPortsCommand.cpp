@@ -1,6 +1,7 @@
 #include "cli/CPortsCommand.h"
 
 #include "cli/MAccessText.h"
+#include "cli/MUsbChoice.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,16 +30,6 @@ std::string UsbNumber(std::uint16_t p_iNumber) {
         strText += strDigits[(static_cast<unsigned>(p_iNumber) >> iShift) & iDigit];
     }
     return strText;
-}
-
-/// "usb:1-2.3"; "usb" where the way to it is not known.
-std::string UsbTarget(const CUsbPrinterEntry& p_objEntry) {
-    std::string strTarget = "usb";
-    for (std::size_t i = 0; i < p_objEntry.m_iPorts.size(); ++i) {
-        strTarget += (i == 0 ? ":" + std::to_string(p_objEntry.m_iBus) + "-" : ".") +
-                     std::to_string(p_objEntry.m_iPorts[i]);
-    }
-    return strTarget;
 }
 
 std::string Words(const std::string& p_strOne, const std::string& p_strOther) {
@@ -92,7 +83,7 @@ Json SerialJson(const CSerialPortEntry& p_objEntry,
 
 Json UsbJson(const CUsbPrinterEntry& p_objEntry,
              const std::optional<CCommandError::Texts>& p_objProblem) {
-    return {{"target", UsbTarget(p_objEntry)},
+    return {{"target", MUsbChoice::TargetOf(p_objEntry)},
             {"device", p_objEntry.m_strDevice},
             {"bus", p_objEntry.m_iBus},
             {"ports", p_objEntry.m_iPorts},
@@ -138,7 +129,7 @@ MExitCode::Code CPortsCommand::Run(COutput& p_objOutput) {
             MAccessText::Problem(objEntry.m_strDevice, MAccessText::Device::UsbPrinter,
                                  m_objAccess.Look(objEntry.m_strDevice));
         const std::string strWhat = Words(objEntry.m_strManufacturer, objEntry.m_strProduct);
-        objUsb.Add({UsbTarget(objEntry),
+        objUsb.Add({MUsbChoice::TargetOf(objEntry),
                     objEntry.m_strSerialNumber.empty() ? "-" : objEntry.m_strSerialNumber,
                     strWhat.empty() ? "-" : strWhat, ProblemCell(objProblem)});
         objUsbJson.push_back(UsbJson(objEntry, objProblem));

@@ -4,6 +4,7 @@
 #include "jobs/CStatusReport.h"
 
 #include <span>
+#include <string>
 
 /// One printer that can be asked. Each call opens what it needs and closes it again, reports what
 /// came of it as data, and lets no exception of a link or an answer out.
@@ -12,10 +13,13 @@ public:
     virtual ~IPrinter() = default;
 
     /// Reads what reports p_objRows (rows of MSettings::All(); those that no answer reports are
-    /// left out), group by group in the order in which the printer is used to it, with the pause
-    /// behind each. The first group that fails ends it; what came before stays.
+    /// left out), group by group in the order in which the printer is used to it, with a pause
+    /// between two of them. The first group that fails ends it; what came before stays.
     virtual CReadReport Read(std::span<const MSettings::Row* const> p_objRows) = 0;
 
     /// Asks for the status.
     virtual CStatusReport Status() = 0;
+
+    /// Sends a maintenance command (MCommand) and tells what the printer says to it.
+    virtual CStatusReport Maintain(const std::string& p_strCommand) = 0;
 };

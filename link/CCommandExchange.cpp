@@ -263,7 +263,7 @@ COutcome CCommandExchange::SendMaintenance(const std::string& p_strCommand) {
     COutcome objOutcome;
     {
         const CBusy::Flow objFlow(m_objBusy);
-        objOutcome = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Any);
+        objOutcome = Attempt(p_strCommand, MAnswer::StatusLength, AwaitedAnswer::Status);
     }
     TellFailure(objOutcome);
     return objOutcome;

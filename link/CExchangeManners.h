@@ -14,7 +14,11 @@ struct CExchangeManners {
     /// receiving is left to the library.
     bool m_bAwaitsItsAnswer = false;
 
-    static CExchangeManners OfAProgram(std::int16_t p_iReplySeconds = 5) {
-        return {p_iReplySeconds, true};
+    /// How long the LAN link waits until the network has taken a command, in seconds.
+    double m_dSendSeconds = 2;
+
+    static CExchangeManners OfAProgram(std::int16_t p_iReplySeconds = 5,
+                                       double p_dSendSeconds = 2) {
+        return {p_iReplySeconds, true, p_dSendSeconds};
     }
 };

@@ -41,8 +41,10 @@ struct CFailure {
 
     Kind m_iKind = Kind::None;
     SocketError m_objSocket{};   ///< of a failure of the network, as far as the socket told it
-    std::int32_t m_iNumber = 0;  ///< what the port or the USB library gave, 0 where there is none
-    std::string m_strDevice{};   ///< "192.168.10.20:8000", "COM1"; may be empty
+    /// What the port or the USB library gave, 0 where there is none; of a printer that was named
+    /// beforehand the system's error number (errno), where it tells one.
+    std::int32_t m_iNumber = 0;
+    std::string m_strDevice{};  ///< "192.168.10.20:8000", "COM1"; may be empty
 
     [[nodiscard]] bool IsNone() const { return m_iKind == Kind::None; }
 };

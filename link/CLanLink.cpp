@@ -2,22 +2,18 @@
 
 #include "model/MNumber.h"
 
-namespace {
-
-constexpr double SendLimitSeconds = 2;
-
-}  // namespace
-
 CLanLink::CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface,
                    CAnswerRouter& p_objRouter, CLinkState& p_objState, CBusy& p_objBusy,
-                   CWaiter& p_objWaiter, ISessionEvents& p_objEvents)
+                   CWaiter& p_objWaiter, ISessionEvents& p_objEvents,
+                   const CExchangeManners& p_objManners)
     : m_objSocket(p_objSocket)
     , m_objInterface(p_objInterface)
     , m_objRouter(p_objRouter)
     , m_objState(p_objState)
     , m_objBusy(p_objBusy)
     , m_objWaiter(p_objWaiter)
-    , m_objEvents(p_objEvents) {
+    , m_objEvents(p_objEvents)
+    , m_objManners(p_objManners) {
     m_objSocket.SetEvents(this);
 }
 
@@ -113,7 +109,7 @@ bool CLanLink::WaitSent() {
         if (m_objState.m_iLinkError == -1) {
             return false;
         }
-        if (objWaited.Elapsed() > SendLimitSeconds) {
+        if (objWaited.Elapsed() > m_objManners.m_dSendSeconds) {
             Close();  // what is left must not go out when nobody expects it any more
             return false;
         }

@@ -2,6 +2,7 @@
 
 #include "link/CAnswerRouter.h"
 #include "link/CBusy.h"
+#include "link/CExchangeManners.h"
 #include "link/CInterface.h"
 #include "link/CLinkState.h"
 #include "link/CWaiter.h"
@@ -15,7 +16,7 @@ public:
     /// None is owned; all outlive this. Takes the socket's events for its own lifetime.
     CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface, CAnswerRouter& p_objRouter,
              CLinkState& p_objState, CBusy& p_objBusy, CWaiter& p_objWaiter,
-             ISessionEvents& p_objEvents);
+             ISessionEvents& p_objEvents, const CExchangeManners& p_objManners = {});
     ~CLanLink() override;
     CLanLink(const CLanLink&) = delete;
     CLanLink& operator=(const CLanLink&) = delete;
@@ -30,10 +31,10 @@ public:
     bool Close() override;
 
     /// Ends when the socket has sent everything. A socket that is not connected, an error of it,
-    /// or no end within 2 seconds gives LanNotSent, and so does another connection that
-    /// a handler inside of the wait has made; after the 2 seconds the connection is closed, so that
-    /// what was not sent by then never is. A clock that starts again at midnight makes the limit
-    /// longer, never shorter.
+    /// or no end within the 2 seconds of its manners gives LanNotSent, and so does another
+    /// connection that a handler inside of the wait has made; after that time the connection is
+    /// closed, so that what was not sent by then never is. A clock that starts again at midnight
+    /// makes the limit longer, never shorter.
     bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
 
@@ -61,6 +62,7 @@ private:
     CBusy& m_objBusy;
     CWaiter& m_objWaiter;
     ISessionEvents& m_objEvents;
+    CExchangeManners m_objManners;
     /// Also when the printer has closed again since: one yield holds both where a box stood in it.
     bool m_bHasConnected = false;
     std::int64_t m_iConnection = 0;  // how often it was opened or closed

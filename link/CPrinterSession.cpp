@@ -10,7 +10,7 @@ CPrinterSession::CPrinterSession(const CItemManager& p_objItemManager, CInterfac
     , m_objComLink(p_objPlatform.m_objSerialPort, p_objInterface, m_objRouter, m_objState,
                    p_objEvents, m_objWaiter)
     , m_objLanLink(p_objPlatform.m_objTcpClient, p_objInterface, m_objRouter, m_objState, m_objBusy,
-                   m_objWaiter, p_objEvents)
+                   m_objWaiter, p_objEvents, p_objManners)
     , m_objUsbLink(p_objPlatform.m_objUsbLibrary, m_objRouter, m_objState, m_objWaiter, p_objEvents,
                    p_objManners)
     , m_objExchange(p_objInterface, m_objLinks, m_objRouter, m_objState, m_objBusy, m_objWaiter,

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The time of day.
+/// What waits are measured by: the time of day, or a clock that takes its place and never starts
+/// again.
 class IClock {
 public:
     virtual ~IClock() = default;

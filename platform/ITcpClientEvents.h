@@ -6,6 +6,10 @@
 /// What a socket's error event tells. 0, an empty text or false stand for what the system does
 /// not tell.
 struct SocketError {
+    // In place of the system's number, where a host is given by its name:
+    static constexpr std::int32_t NoSuchHost = -2;   ///< nobody knows the name
+    static constexpr std::int32_t NotResolved = -3;  ///< it could not be asked for
+
     std::int32_t m_iNumber = 0;       ///< the system's socket error number
     std::string m_strDescription;     ///< the toolkit's words for it
     std::int32_t m_iScode = 0;        ///< status code

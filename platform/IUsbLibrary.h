@@ -24,6 +24,11 @@ public:
     /// one changes nothing. Waits a second at most for each device to tell its identification.
     virtual std::int32_t Dll_openUSB() = 0;
 
+    /// Why the latest Dll_openUSB was NotReady, as the system numbers it (errno): ENODEV where no
+    /// printer is there, EACCES where this user may not, EBUSY where another program has it. 0
+    /// where that is not told.
+    [[nodiscard]] virtual std::int32_t NotReadyNumber() const { return 0; }
+
     /// Sends all the bytes, for five seconds at most. The number sent, or Failed.
     virtual std::int32_t Dll_sendUSB(std::span<const std::uint8_t> p_objBytes) = 0;
 

@@ -45,6 +45,11 @@ bool IsHarmless(QSerialPort::SerialPortError p_iError) {
 
 }  // namespace
 
+CQtSerialPort::CQtSerialPort(const ILineState& p_objLine, CSerialPlace p_objPlace)
+    : CQtSerialPort(p_objLine) {
+    m_objPlace = std::move(p_objPlace);
+}
+
 CQtSerialPort::CQtSerialPort(const ILineState& p_objLine, std::string p_strDeviceFolder)
     : m_objWatch(p_objLine)
     , m_strDeviceFolder(std::move(p_strDeviceFolder)) {
@@ -66,20 +71,28 @@ CQtSerialPort::~CQtSerialPort() {
 
 std::int32_t CQtSerialPort::Open() {
     Close();
-    const QString strDevice = OwnName(MSerialPortName::DeviceOf(m_iPort, m_strDeviceFolder));
+    const QString strDevice = Device();
     if (!SetUp(strDevice)) {
-        return MSerialOpenResult::NotOpened;
+        return m_objPlace ? MSerialOpenResult::Number(strDevice) : MSerialOpenResult::NotOpened;
     }
     if (!m_objPort.open(QIODevice::ReadWrite)) {
-        return MSerialOpenResult::Of(m_objPort.error(), strDevice);
+        const std::int32_t iResult = MSerialOpenResult::Of(m_objPort.error(), strDevice);
+        const bool bNumber = m_objPlace && iResult != AlreadyOpen;
+        return bNumber ? MSerialOpenResult::Number(strDevice) : iResult;
     }
     m_objWatch.Begin(m_objPort.handle());
     m_objLookTimer.start();
     return Opened;
 }
 
+QString CQtSerialPort::Device() const {
+    return OwnName(m_objPlace ? m_objPlace->m_strDevice
+                              : MSerialPortName::DeviceOf(m_iPort, m_strDeviceFolder));
+}
+
 bool CQtSerialPort::SetUp(const QString& p_strDevice) {
-    const auto objValues = MSerialSettings::Parse(m_strSettings);
+    const auto objValues =
+        MSerialSettings::Parse(m_objPlace ? m_objPlace->m_strSettings : m_strSettings);
     if (!objValues || p_strDevice.isEmpty() || m_iHandshaking != 0) {
         return false;
     }

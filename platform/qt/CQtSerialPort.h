@@ -2,22 +2,31 @@
 
 #include "platform/ISerialPort.h"
 #include "platform/qt/CSerialLineWatch.h"
+#include "platform/qt/CSerialPlace.h"
 #include "platform/qt/MSerialPortName.h"
 
 #include <QSerialPort>
 #include <QTimer>
+
+#include <optional>
 
 /// A serial port of the toolkit, without handshaking.
 ///
 /// A port that vanishes while it is open (its adapter is pulled out) is closed from then on; Open
 /// opens it again when it is back. The line state and the count of overruns are looked at four
 /// times a second, where the system tells them.
+///
+/// One that is made for a certain place stays there: SetSettings and SetPortNumber change nothing,
+/// and a failure of Open other than AlreadyOpen is the system's error number (errno), ENOTTY for
+/// what is no serial port at all.
 class CQtSerialPort : public QObject, public ISerialPort {
 public:
     /// @param p_objLine not owned, outlives this.
     /// @param p_strDeviceFolder where MSerialPortName looks for the port.
     explicit CQtSerialPort(const ILineState& p_objLine,
                            std::string p_strDeviceFolder = MSerialPortName::DeviceFolder);
+    /// The port of p_objPlace. p_objLine as above.
+    CQtSerialPort(const ILineState& p_objLine, CSerialPlace p_objPlace);
     ~CQtSerialPort() override;
     CQtSerialPort(const CQtSerialPort&) = delete;
     CQtSerialPort& operator=(const CQtSerialPort&) = delete;
@@ -46,6 +55,7 @@ public:
     [[nodiscard]] bool ClearToSend() const override { return m_objWatch.ClearToSend(); }
 
 private:
+    [[nodiscard]] QString Device() const;
     bool SetUp(const QString& p_strDevice);
     void HandleError(QSerialPort::SerialPortError p_iError);
     void RaiseReceive();
@@ -58,6 +68,7 @@ private:
     CSerialLineWatch m_objWatch;
     ISerialPortEvents* m_objEvents = nullptr;
     std::string m_strDeviceFolder;
+    std::optional<CSerialPlace> m_objPlace;
     std::string m_strSettings;
     std::int16_t m_iHandshaking = 0;
     std::int16_t m_iReceiveThreshold = 0;

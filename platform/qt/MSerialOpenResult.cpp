@@ -9,9 +9,10 @@
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <unistd.h>
+#endif
 
 #include <cerrno>
-#endif
 
 namespace {
 
@@ -33,10 +34,18 @@ bool IsLocked(const QString& p_strDevice, const QStringList& p_strFolders) {
     return false;
 }
 
-bool IsBusy(const QString& p_strDevice) {
+/// What the system says to whoever tries to open the port: 0 when it opens.
+int TryToOpen(const QString& p_strDevice) {
     const CFileHandle objPort(::open(QFile::encodeName(p_strDevice).constData(),
                                      O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    return !objPort.IsOpen() && errno == EBUSY;
+    if (!objPort.IsOpen()) {
+        return errno;
+    }
+    return ::isatty(objPort.Number()) != 0 ? 0 : ENOTTY;
+}
+
+bool IsBusy(const QString& p_strDevice) {
+    return TryToOpen(p_strDevice) == EBUSY;
 }
 
 bool IsHeldByAnother(const QString& p_strDevice, const QStringList& p_strFolders) {
@@ -44,6 +53,10 @@ bool IsHeldByAnother(const QString& p_strDevice, const QStringList& p_strFolders
 }
 
 #else
+
+int TryToOpen(const QString& /*p_strDevice*/) {
+    return 0;
+}
 
 /// Here a port asks for no permission: it is refused only while it is open elsewhere.
 bool IsHeldByAnother(const QString& /*p_strDevice*/, const QStringList& /*p_strFolders*/) {
@@ -66,6 +79,14 @@ std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strDevic
     const bool bHeld =
         p_iError == QSerialPort::PermissionError && IsHeldByAnother(p_strDevice, p_strLockFolders);
     return bHeld ? ISerialPort::AlreadyOpen : NotOpened;
+}
+
+std::int32_t Number(const QString& p_strDevice) {
+    if (p_strDevice.isEmpty()) {
+        return ENOENT;
+    }
+    const int iNumber = TryToOpen(p_strDevice);
+    return iNumber != 0 ? iNumber : NotOpened;
 }
 
 }  // namespace MSerialOpenResult

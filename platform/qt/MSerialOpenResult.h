@@ -23,4 +23,10 @@ QStringList LockFolders();
 std::int32_t Of(QSerialPort::SerialPortError p_iError, const QString& p_strDevice,
                 const QStringList& p_strLockFolders = LockFolders());
 
+/// The system's error number (errno) for a port that did not open and that no other program has,
+/// as a second try to open it tells: ENOENT where there is none, EACCES where this user may not,
+/// ENOTTY where there is something else. NotOpened where that try does not fail.
+/// @param p_strDevice the port's device file, by its own name; empty for none.
+std::int32_t Number(const QString& p_strDevice);
+
 }  // namespace MSerialOpenResult

@@ -16,4 +16,10 @@ inline constexpr const char* DeviceFolder = "/dev";
 /// Empty when there is none.
 std::string DeviceOf(std::int16_t p_iPort, const std::string& p_strFolder = DeviceFolder);
 
+/// The device that people mean by p_strName: a path as it is, COMn (in any letters) as DeviceOf
+/// has it, anything else as a device of p_strFolder ("ttyUSB0"). Empty for a COMn that is not
+/// there.
+std::string DeviceNamed(const std::string& p_strName,
+                        const std::string& p_strFolder = DeviceFolder);
+
 }  // namespace MSerialPortName

@@ -7,15 +7,13 @@
 #include <libusb.h>
 
 #include <algorithm>
-#include <chrono>
+#include <cerrno>
 #include <limits>
 #include <utility>
 
 namespace {
 
 constexpr std::string_view Maker = "Varden";
-constexpr std::chrono::seconds SendLimit{5};
-constexpr std::chrono::seconds ReceiveLimit{1};
 
 CUsbPrinter::Context MakeContext() {
     libusb_context* objContext = nullptr;
@@ -43,10 +41,21 @@ std::int32_t Identify(const std::shared_ptr<CUsbPrinter>& p_objPrinter) {
 }  // namespace
 
 CUsbLibrary::CUsbLibrary(IEventLoop& p_objEventLoop)
-    : m_objEventLoop(p_objEventLoop) {}
+    : CUsbLibrary(p_objEventLoop, {}, {}) {}
+
+CUsbLibrary::CUsbLibrary(IEventLoop& p_objEventLoop, std::optional<CUsbPort> p_objPort,
+                         const Limits& p_objLimits)
+    : m_objEventLoop(p_objEventLoop)
+    , m_objPort(std::move(p_objPort))
+    , m_objLimits(p_objLimits) {}
 
 CUsbLibrary::~CUsbLibrary() {
     CUsbLibrary::Dll_closeUSB();
+}
+
+bool CUsbLibrary::IsMeant(libusb_device* p_objDevice) const {
+    return CUsbPrinter::IsPrinterClass(p_objDevice) &&
+           (!m_objPort || *m_objPort == CUsbPort::Of(p_objDevice));
 }
 
 std::int32_t CUsbLibrary::Dll_openUSB() {
@@ -54,6 +63,7 @@ std::int32_t CUsbLibrary::Dll_openUSB() {
         return Opened;
     }
     EndOpening();
+    m_iNumber = ENODEV;
     const CUsbPrinter::Context objContext = MakeContext();
     if (!objContext) {
         return NotReady;
@@ -61,10 +71,10 @@ std::int32_t CUsbLibrary::Dll_openUSB() {
     const CUsbDeviceList objList(objContext.get());
     std::int32_t iFurthest = NotReady;
     for (libusb_device* const objDevice : objList.Devices()) {
-        if (!CUsbPrinter::IsPrinterClass(objDevice)) {
+        if (!IsMeant(objDevice)) {
             continue;
         }
-        auto objPrinter = CUsbPrinter::Open(objContext, objDevice, m_objEventLoop);
+        auto objPrinter = CUsbPrinter::Open(objContext, objDevice, m_objEventLoop, m_iNumber);
         m_objOpening = objPrinter;
         const std::int32_t iResult = Identify(objPrinter);
         if (iResult == Opened) {
@@ -85,7 +95,7 @@ std::int32_t CUsbLibrary::Dll_sendUSB(std::span<const std::uint8_t> p_objBytes) 
     if (!objPrinter) {
         return Failed;
     }
-    const CUsbPrinter::Result objResult = objPrinter->Send(p_objBytes, SendLimit);
+    const CUsbPrinter::Result objResult = objPrinter->Send(p_objBytes, m_objLimits.m_iSend);
     if (objResult.m_bLost) {
         GiveUp(objPrinter);
     }
@@ -99,7 +109,7 @@ std::int32_t CUsbLibrary::Dll_rcvUSB(std::span<std::uint8_t> p_objBuffer) {
         return Failed;
     }
     const auto objBuffer = p_objBuffer.first(std::min(p_objBuffer.size(), iMost));
-    const CUsbPrinter::Result objResult = objPrinter->Receive(objBuffer, ReceiveLimit);
+    const CUsbPrinter::Result objResult = objPrinter->Receive(objBuffer, m_objLimits.m_iReceive);
     if (objResult.m_bLost) {
         GiveUp(objPrinter);
     }

@@ -1,6 +1,7 @@
 #include "platform/usb/CUsbPrinter.h"
 
 #include "platform/usb/MDeviceId.h"
+#include "platform/usb/MUsbNumber.h"
 
 #include <libusb.h>
 
@@ -87,19 +88,19 @@ std::optional<CUsbPrinter::Endpoints> FindEndpoints(libusb_device* p_objDevice) 
     return std::nullopt;
 }
 
-bool Claim(libusb_device_handle* p_objHandle, const CUsbPrinter::Endpoints& p_objEndpoints) {
+/// LIBUSB_SUCCESS, or what has failed.
+int Claim(libusb_device_handle* p_objHandle, const CUsbPrinter::Endpoints& p_objEndpoints) {
     // Where the system has no drivers to put aside this says so, and nothing is lost.
     libusb_set_auto_detach_kernel_driver(p_objHandle, 1);
-    if (libusb_claim_interface(p_objHandle, p_objEndpoints.m_iInterface) != LIBUSB_SUCCESS) {
-        return false;
+    int iResult = libusb_claim_interface(p_objHandle, p_objEndpoints.m_iInterface);
+    if (iResult == LIBUSB_SUCCESS && p_objEndpoints.m_bAlternates) {
+        iResult = libusb_set_interface_alt_setting(p_objHandle, p_objEndpoints.m_iInterface,
+                                                   p_objEndpoints.m_iAlternate);
+        if (iResult != LIBUSB_SUCCESS) {
+            libusb_release_interface(p_objHandle, p_objEndpoints.m_iInterface);
+        }
     }
-    if (p_objEndpoints.m_bAlternates &&
-        libusb_set_interface_alt_setting(p_objHandle, p_objEndpoints.m_iInterface,
-                                         p_objEndpoints.m_iAlternate) != LIBUSB_SUCCESS) {
-        libusb_release_interface(p_objHandle, p_objEndpoints.m_iInterface);
-        return false;
-    }
-    return true;
+    return iResult;
 }
 
 }  // namespace
@@ -113,14 +114,19 @@ bool CUsbPrinter::IsPrinterClass(libusb_device* p_objDevice) {
 
 std::shared_ptr<CUsbPrinter> CUsbPrinter::Open(const Context& p_objContext,
                                                libusb_device* p_objDevice,
-                                               IEventLoop& p_objEventLoop) {
+                                               IEventLoop& p_objEventLoop,
+                                               std::int32_t& p_iNumber) {
     const auto objEndpoints = FindEndpoints(p_objDevice);
     libusb_device_handle* objHandle = nullptr;
-    if (!objEndpoints || libusb_open(p_objDevice, &objHandle) != LIBUSB_SUCCESS) {
-        return nullptr;
+    int iResult = objEndpoints ? libusb_open(p_objDevice, &objHandle) : LIBUSB_ERROR_NOT_SUPPORTED;
+    if (iResult == LIBUSB_SUCCESS) {
+        iResult = Claim(objHandle, *objEndpoints);
+        if (iResult != LIBUSB_SUCCESS) {
+            libusb_close(objHandle);
+        }
     }
-    if (!Claim(objHandle, *objEndpoints)) {
-        libusb_close(objHandle);
+    p_iNumber = MUsbNumber::Of(iResult);
+    if (iResult != LIBUSB_SUCCESS) {
         return nullptr;
     }
     return std::make_shared<CUsbPrinter>(p_objContext, objHandle, *objEndpoints, p_objEventLoop);

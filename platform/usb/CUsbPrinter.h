@@ -47,9 +47,11 @@ public:
     /// True when the device has an interface of the printer class, whether usable or not.
     static bool IsPrinterClass(libusb_device* p_objDevice);
 
-    /// Takes hold of a device; null when that cannot be. p_objEventLoop is not owned.
-    static std::shared_ptr<CUsbPrinter>
-    Open(const Context& p_objContext, libusb_device* p_objDevice, IEventLoop& p_objEventLoop);
+    /// Takes hold of a device; null when that cannot be, and p_iNumber tells why (MUsbNumber).
+    /// p_objEventLoop is not owned.
+    static std::shared_ptr<CUsbPrinter> Open(const Context& p_objContext,
+                                             libusb_device* p_objDevice, IEventLoop& p_objEventLoop,
+                                             std::int32_t& p_iNumber);
 
     CUsbPrinter(Context p_objContext, libusb_device_handle* p_objHandle,
                 const Endpoints& p_objEndpoints, IEventLoop& p_objEventLoop);

@@ -1,12 +1,12 @@
 #include "platform/usb/CUsbPrinterLister.h"
 
 #include "platform/usb/CUsbDeviceList.h"
+#include "platform/usb/CUsbPort.h"
 #include "platform/usb/CUsbPrinter.h"
 
 #include <libusb.h>
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <tuple>
 #include <utility>
@@ -22,11 +22,9 @@ std::string Three(int p_iNumber) {
 
 CUsbPrinterEntry EntryOf(libusb_device* p_objDevice) {
     CUsbPrinterEntry objEntry;
-    objEntry.m_iBus = libusb_get_bus_number(p_objDevice);
-    std::array<std::uint8_t, CUsbPrinterLister::MostPorts> arrPorts{};
-    const int iCount =
-        libusb_get_port_numbers(p_objDevice, arrPorts.data(), static_cast<int>(arrPorts.size()));
-    objEntry.m_iPorts.assign(arrPorts.begin(), arrPorts.begin() + std::max(iCount, 0));
+    const CUsbPort objPort = CUsbPort::Of(p_objDevice);
+    objEntry.m_iBus = objPort.m_iBus;
+    objEntry.m_iPorts = objPort.m_iPorts;
     objEntry.m_strDevice = "/dev/bus/usb/" + Three(objEntry.m_iBus) + "/" +
                            Three(libusb_get_device_address(p_objDevice));
     libusb_device_descriptor objDescriptor{};

@@ -7,9 +7,6 @@
 /// tell none.
 class CUsbPrinterLister : public IUsbPrinterLister {
 public:
-    /// The longest way that USB knows.
-    static constexpr std::size_t MostPorts = 7;
-
     /// @param p_strSystemFolder where Linux tells of its USB devices.
     explicit CUsbPrinterLister(std::string p_strSystemFolder = "/sys/bus/usb/devices");
 

@@ -20,6 +20,8 @@ public:
 
     /// The results of the next openings; any further one succeeds.
     std::deque<std::int32_t> m_iOpenResults;
+    /// Why an opening has given NotReady.
+    std::int32_t m_iNotReadyNumber = 0;
     /// What a send gives in place of the count when it is negative.
     std::int32_t m_iSendResult = 0;
     /// What the printer has sent and nobody taken, one answer after the other.
@@ -47,6 +49,8 @@ public:
         m_bOpen = m_bOpen || iResult >= Opened;
         return iResult;
     }
+
+    [[nodiscard]] std::int32_t NotReadyNumber() const override { return m_iNotReadyNumber; }
 
     std::int32_t Dll_sendUSB(std::span<const std::uint8_t> p_objBytes) override {
         const std::string strBytes(p_objBytes.begin(), p_objBytes.end());

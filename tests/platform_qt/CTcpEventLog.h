@@ -12,7 +12,7 @@
 /// Keeps the events of a client, and fails the test for one that comes from inside a call.
 class CTcpEventLog : public ITcpClientEvents {
 public:
-    explicit CTcpEventLog(CQtTcpClient& p_objClient)
+    explicit CTcpEventLog(ITcpClient& p_objClient)
         : m_objClient(p_objClient) {
         m_objClient.SetEvents(this);
     }
@@ -66,5 +66,5 @@ private:
         m_strEvents.emplace_back(p_strEvent);
     }
 
-    CQtTcpClient& m_objClient;
+    ITcpClient& m_objClient;
 };

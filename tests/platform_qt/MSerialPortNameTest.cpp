@@ -23,6 +23,10 @@ protected:
         return MSerialPortName::DeviceOf(p_iPort, m_objFolder.path().toStdString());
     }
 
+    [[nodiscard]] std::string DeviceNamed(const std::string& p_strName) const {
+        return MSerialPortName::DeviceNamed(p_strName, m_objFolder.path().toStdString());
+    }
+
     QTemporaryDir m_objFolder;
 };
 
@@ -65,6 +69,25 @@ TEST_F(MSerialPortNameTest, ANumberThatIsNoPortHasNoDevice) {
     }
     EXPECT_EQ(DeviceOf(0), "");
     EXPECT_EQ(DeviceOf(-1), "");
+}
+
+TEST_F(MSerialPortNameTest, APathIsTheDeviceAndAnyOtherNameIsOneOfTheFolder) {
+    EXPECT_EQ(DeviceNamed("/dev/serial/by-id/x"), "/dev/serial/by-id/x");
+    EXPECT_EQ(DeviceNamed("./com1"), "./com1");
+    EXPECT_EQ(DeviceNamed("ttyUSB0"), Path("ttyUSB0"));
+    EXPECT_EQ(DeviceNamed("rfcomm1"), Path("rfcomm1"));
+    EXPECT_EQ(MSerialPortName::DeviceNamed("ttyS4"), "/dev/ttyS4");
+}
+
+TEST_F(MSerialPortNameTest, ComAndANumberIsThatPortInAnyLetters) {
+    Make("ttyUSB2");
+    for (const char* const strName : {"COM3", "com3", "Com3"}) {
+        EXPECT_EQ(DeviceNamed(strName), Path("ttyUSB2"));
+    }
+    EXPECT_EQ(DeviceNamed("COM4"), "");
+    for (const char* const strName : {"COM", "COM0", "COM3x", "COM-3", "COM 3", "XCOM3", "CO"}) {
+        EXPECT_EQ(DeviceNamed(strName), Path(strName));
+    }
 }
 
 TEST_F(MSerialPortNameTest, TheSystemsOwnFolderIsTheDefault) {

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "cli/CTarget.h"
+#include "jobs/CDeadlineLoop.h"
+#include "jobs/CLinkedPrinter.h"
+#include "platform/qt/CFixedTcpClient.h"
+#include "platform/qt/CQtSerialPort.h"
+#include "platform/qt/CSystemLineState.h"
+#include "platform/usb/CUsbLibrary.h"
+
+/// A printer with everything that leads to it: the ends of all links, of which only the target's
+/// leads anywhere.
+class CConnectedPrinter : public IPrinter {
+public:
+    /// What a target stands for here.
+    struct Place {
+        std::int16_t m_iInterface = 0;  ///< CInterface's number
+        std::string m_strDevice{};      ///< what failures name: "shop-3:8000", "/dev/ttyUSB0"
+        std::string m_strHost{};        ///< of the LAN, with its port
+        std::uint16_t m_iPort = 0;
+        CSerialPlace m_objSerial{};          ///< of a serial port
+        std::optional<CUsbPort> m_objUsb{};  ///< of a printer on USB
+    };
+
+    /// None of the references is owned; all outlive this. The event loop is the toolkit's, the
+    /// clock one that never starts again.
+    CConnectedPrinter(const Place& p_objPlace, IEventLoop& p_objEventLoop, const IClock& p_objClock,
+                      ISessionEvents& p_objEvents, const CPrinterLimits& p_objLimits);
+
+    CReadReport Read(std::span<const MSettings::Row* const> p_objRows) override {
+        return m_objPrinter.Read(p_objRows);
+    }
+    CStatusReport Status() override { return m_objPrinter.Status(); }
+    CStatusReport Maintain(const std::string& p_strCommand) override {
+        return m_objPrinter.Maintain(p_strCommand);
+    }
+
+private:
+    CDeadlineLoop m_objLoop;
+    CSystemLineState m_objLine;
+    CFixedTcpClient m_objSocket;
+    CQtSerialPort m_objSerialPort;
+    CUsbLibrary m_objUsbLibrary;
+    CLinkedPrinter m_objPrinter;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "cli/IPrinterConnector.h"
+#include "jobs/CPrinterLimits.h"
+#include "platform/IUsbPrinterLister.h"
+
+#include <memory>
+
+/// Makes printers that are really there: over the network, a serial port or USB. What that needs
+/// of the toolkit comes to life with the first of them, so that a command that asks no printer
+/// does not pay for it.
+class CPrinterConnector : public IPrinterConnector {
+public:
+    /// p_objUsbPrinters is not owned and outlives this.
+    /// @param p_objLimits those of every printer, but for the pause.
+    explicit CPrinterConnector(IUsbPrinterLister& p_objUsbPrinters,
+                               const CPrinterLimits& p_objLimits = {});
+    ~CPrinterConnector() override;
+    CPrinterConnector(const CPrinterConnector&) = delete;
+    CPrinterConnector& operator=(const CPrinterConnector&) = delete;
+
+    /// The printer must not outlive this.
+    std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
+                                      std::chrono::milliseconds p_iPause,
+                                      ISessionEvents& p_objEvents) override;
+
+private:
+    struct Toolkit;
+
+    Toolkit& Life();
+    CUsbPrinterEntry ChooseUsb(const CTarget& p_objTarget);
+
+    IUsbPrinterLister& m_objUsbPrinters;
+    CPrinterLimits m_objLimits;
+    std::unique_ptr<Toolkit> m_objToolkit;  // null before it is needed
+};
