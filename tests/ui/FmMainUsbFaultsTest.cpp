@@ -89,7 +89,7 @@ TEST_F(FmMainUsbFaultsTest, LateAnswersInPiecesAreTaken) {
     m_objFaults.m_iDelay = milliseconds(50);
     // Without a gap: the next piece is there whenever it is asked for. Of hundreds one would else
     // be too late on a busy machine.
-    m_objFaults.m_iPieces = 3;
+    m_objFaults.m_iPieces = 10;
     Plug({}, m_objFaults);
     ExpectEveryAnswerToBeTaken();
 }
