@@ -87,9 +87,10 @@ TEST_F(FmMainUsbFaultsTest, EachButtonSendsItsCommandsToAPrinterThatBehaves) {
 
 TEST_F(FmMainUsbFaultsTest, LateAnswersInPiecesAreTaken) {
     m_objFaults.m_iDelay = milliseconds(50);
-    // Without a gap: the next piece is there whenever it is asked for. Of hundreds one would else
-    // be too late on a busy machine.
+    // Two of a status, ten of the longest answer: it has a second for all of them, and on a busy
+    // machine each takes its time.
     m_objFaults.m_iPieces = 10;
+    m_objFaults.m_iGap = milliseconds(1);
     Plug({}, m_objFaults);
     ExpectEveryAnswerToBeTaken();
 }
