@@ -139,12 +139,12 @@ TEST_F(FmMainUsbFaultsTest, OfASilentPrinterOnlyTheReadsTell) {
 }
 
 TEST_F(FmMainUsbFaultsTest, AnAnswerThatComesTooLateIsNobodys) {
-    m_objFaults.m_iDelay = milliseconds(1300);
+    m_objFaults.m_iDelay = milliseconds(2500);  // and a second of waiting may take a little longer
     Plug({}, m_objFaults);
     TeachPrinter();
     const auto strBefore = m_objWindow.ShownFields();
     Press("btnGetStatus");
-    QTest::qWait(500);
+    QTest::qWait(1700);
     ExpectNoAnswer();
     Press("btnRead");
     EXPECT_EQ(Taken(), "{WS|}{Z5;0|}");
