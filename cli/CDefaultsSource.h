@@ -10,7 +10,7 @@ public:
     [[nodiscard]] bool Knows(const std::string& p_strName) const override {
         return p_strName == Name;
     }
-    CLoadedSettings Load(const std::string& p_strName) override {
-        return {p_strName, CSnapshot(CItemManager()), {}};
+    Fetch Open(const std::string& p_strName, COutput& /*p_objOutput*/) override {
+        return [p_strName] { return CLoadedSettings{p_strName, CSnapshot(CItemManager()), {}}; };
     }
 };

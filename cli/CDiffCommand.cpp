@@ -1,8 +1,8 @@
 #include "cli/CDiffCommand.h"
 
 #include "cli/MArgumentKind.h"
+#include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
-#include "cli/MUtf8.h"
 #include "jobs/MCompare.h"
 #include "model/MSettingText.h"
 
@@ -18,11 +18,12 @@ using MSettings::Row;
 
 constexpr const char* Examples = R"(Examples:
   varden diff shop.dt1 defaults
+  varden diff lan:192.168.10.20 shop.json
   varden diff old.json new.json --json
 
 The exit code is 4 when something differs, and 0 when everything that could be
 compared is the same. What means the same is the same, however it is written.
-A file that is called defaults is ./defaults here.)";
+A file that is called like a printer, or defaults, is ./defaults here.)";
 
 /// What comparing the two sides has brought, and the sides themselves.
 struct Comparison : MCompare::Result {
@@ -65,13 +66,6 @@ void FillJson(const Comparison& p_objResult, Json& p_objJson) {
     }
 }
 
-std::string Cell(const Row& p_objRow, const CLoadedSettings& p_objSide) {
-    const CItemManager& objItems = p_objSide.m_objSnapshot.Items();
-    const auto strValue = MSettingText::Show(p_objRow, objItems);
-    return MUtf8::FromLatin1(
-        strValue ? *strValue : "none of its values: " + MSettingText::Raw(p_objRow, objItems));
-}
-
 /// Why a side does not know a setting, in front of what is to follow.
 std::string Why(const Row& p_objRow, const CLoadedSettings& p_objSide, std::string p_strNext) {
     std::string strWhy = p_objSide.WhyUnknown(p_objRow);
@@ -86,8 +80,9 @@ void Show(const Comparison& p_objResult, COutput& p_objOutput) {
     CTable objDifferent(
         {"DIFFERENT", p_objResult.m_objA.m_strSource, p_objResult.m_objB.m_strSource});
     for (const Row* const objRow : p_objResult.m_objDifferent) {
-        objDifferent.Add({std::string(objRow->m_strName), Cell(*objRow, p_objResult.m_objA),
-                          Cell(*objRow, p_objResult.m_objB)});
+        objDifferent.Add({std::string(objRow->m_strName),
+                          MSettingCell::Text(*objRow, p_objResult.m_objA.m_objSnapshot.Items()),
+                          MSettingCell::Text(*objRow, p_objResult.m_objB.m_objSnapshot.Items())});
     }
     CTable objUnknown({"NOT COMPARED", "WHY"});
     for (const Row* const objRow : p_objResult.m_objUnknown) {
@@ -104,10 +99,25 @@ void Show(const Comparison& p_objResult, COutput& p_objOutput) {
                     std::to_string(p_objResult.m_objUnknown.size()) + " not compared");
 }
 
+/// The other side. A code that tells that nothing was sent would be wrong of both when the one side
+/// is a printer.
+CLoadedSettings FetchAfter(const CLoadedSettings& p_objOne,
+                           const ISettingsSource::Fetch& p_fnNext) {
+    try {
+        return p_fnNext();
+    } catch (const CCommandError& objError) {
+        if (p_objOne.m_bSent) {
+            throw CCommandError(MExitCode::Failed, objError.Words());
+        }
+        throw;
+    }
+}
+
 }  // namespace
 
 void CDiffCommand::Describe(CLI::App& p_objTable) {
-    p_objTable.add_option("A", m_strA, "The one side: a settings file, or \"defaults\".")
+    p_objTable
+        .add_option("A", m_strA, "The one side: a printer, a settings file, or \"defaults\".")
         ->required()
         ->type_name(MArgumentKind::Side);
     p_objTable.add_option("B", m_strB, "The other side, named in the same way.")
@@ -116,7 +126,8 @@ void CDiffCommand::Describe(CLI::App& p_objTable) {
     p_objTable.footer(Examples);
 }
 
-CLoadedSettings CDiffCommand::Load(const std::string& p_strName) const {
+ISettingsSource::Fetch CDiffCommand::Open(const std::string& p_strName,
+                                          COutput& p_objOutput) const {
     const auto objFound =
         std::ranges::find_if(m_objSources, [&](const ISettingsSource* p_objSource) {
             return p_objSource->Knows(p_strName);
@@ -125,17 +136,22 @@ CLoadedSettings CDiffCommand::Load(const std::string& p_strName) const {
         throw CCommandError(MExitCode::Wrong,
                             {"\"" + p_strName + "\" holds no settings", {}, p_strName, {}});
     }
-    return (*objFound)->Load(p_strName);
+    return (*objFound)->Open(p_strName, p_objOutput);
 }
 
 MExitCode::Code CDiffCommand::Run(COutput& p_objOutput) {
-    CLoadedSettings objA = Load(m_strA);
-    const Comparison objResult = Compare(std::move(objA), Load(m_strB));
+    // What is wrong on either side is found before a printer is sent anything.
+    const ISettingsSource::Fetch fnA = Open(m_strA, p_objOutput);
+    const ISettingsSource::Fetch fnB = Open(m_strB, p_objOutput);
+    CLoadedSettings objA = fnA();
+    CLoadedSettings objB = FetchAfter(objA, fnB);
+    const Comparison objResult = Compare(std::move(objA), std::move(objB));
     FillJson(objResult, p_objOutput.Json());
     Show(objResult, p_objOutput);
     if (objResult.m_objDifferent.empty() && objResult.m_objSame.empty()) {
+        const bool bSent = objResult.m_objA.m_bSent || objResult.m_objB.m_bSent;
         throw CCommandError(
-            MExitCode::Wrong,
+            bSent ? MExitCode::Failed : MExitCode::Wrong,
             {"Nothing could be compared", "no setting is known on both sides", {}, {}});
     }
     return objResult.m_objDifferent.empty() ? MExitCode::Done : MExitCode::Different;

@@ -17,7 +17,8 @@ public:
     MExitCode::Code Run(COutput& p_objOutput) override;
 
 private:
-    [[nodiscard]] CLoadedSettings Load(const std::string& p_strName) const;
+    [[nodiscard]] ISettingsSource::Fetch Open(const std::string& p_strName,
+                                              COutput& p_objOutput) const;
 
     std::vector<ISettingsSource*> m_objSources;
     std::string m_strA;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/IPrinterConnector.h"
 #include "cli/ISettingsSource.h"
 #include "platform/IDeviceAccess.h"
 #include "platform/IFileStore.h"
@@ -14,5 +15,6 @@ struct CEnvironment {
     ISerialPortLister& m_objSerialPorts;
     IUsbPrinterLister& m_objUsbPrinters;
     const IDeviceAccess& m_objAccess;
+    IPrinterConnector& m_objPrinters;
     std::vector<ISettingsSource*> m_objSources;  ///< asked in their order for a name
 };

@@ -1,15 +1,14 @@
 #include "cli/CFileCommand.h"
 
 #include "cli/MArgumentKind.h"
+#include "cli/MSaving.h"
+#include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
 #include "cli/MSettingsFile.h"
-#include "cli/MUtf8.h"
-#include "model/MSettingText.h"
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
-#include <system_error>
+#include <algorithm>
 
 namespace {
 
@@ -24,14 +23,6 @@ constexpr const char* Examples = R"(Examples:
 
 The window's files are .dt1 (parameters and adjustments) and .dt2 (the network),
 .json is the command line's own and holds any settings.)";
-
-std::string Joined(const std::vector<std::string>& p_strNames) {
-    std::string strText;
-    for (const std::string& strName : p_strNames) {
-        strText += (strText.empty() ? "" : ", ") + strName;
-    }
-    return strText;
-}
 
 Json ProblemList(const CFileContent& p_objContent) {
     Json objProblems = Json::array();
@@ -49,11 +40,8 @@ CTable TableOf(const CSnapshot& p_objSnapshot) {
     CTable objTable({"NAME", "LABEL", "VALUE"});
     for (const Row& objRow : MSettings::All()) {
         if (p_objSnapshot.IsKnown(objRow)) {
-            const auto strValue = MSettingText::Show(objRow, p_objSnapshot.Items());
             objTable.Add({std::string(objRow.m_strName), std::string(objRow.m_strLabel),
-                          strValue ? MUtf8::FromLatin1(*strValue)
-                                   : "none of its values: " + MUtf8::FromLatin1(MSettingText::Raw(
-                                                                  objRow, p_objSnapshot.Items()))});
+                          MSettingCell::Text(objRow, p_objSnapshot.Items())});
         }
     }
     return objTable;
@@ -62,12 +50,6 @@ CTable TableOf(const CSnapshot& p_objSnapshot) {
 std::size_t CountKnown(const CSnapshot& p_objSnapshot) {
     return static_cast<std::size_t>(std::ranges::count_if(
         MSettings::All(), [&](const Row& p_objRow) { return p_objSnapshot.IsKnown(p_objRow); }));
-}
-
-/// Whether anything stands at the path, hidden or not, and be it a link that leads nowhere.
-bool IsThere(const std::string& p_strPath) {
-    std::error_code objError;
-    return std::filesystem::exists(std::filesystem::symlink_status(p_strPath, objError));
 }
 
 }  // namespace
@@ -133,43 +115,13 @@ void CFileCommand::Tell(const CFileContent& p_objContent, COutput& p_objOutput) 
 }
 
 void CFileCommand::Save(const CSnapshot& p_objSnapshot, COutput& p_objOutput) const {
-    const MSettingsFile::Kind iKind = MSettingsFile::KindOf(m_strSave);
-    CSnapshot objSnapshot = p_objSnapshot;
-    std::vector<std::string> strMissing;
-    std::vector<std::string> strLeftOut;
-    for (const Row& objRow : MSettings::All()) {
-        const bool bHolds = MSettingsFile::CanHold(iKind, objRow);
-        const bool bKnown = p_objSnapshot.IsKnown(objRow);
-        // A JSON file has room for all, and needs none.
-        if (bHolds && !bKnown && iKind != MSettingsFile::Kind::Json) {
-            strMissing.emplace_back(objRow.m_strName);
-            objSnapshot.SetKnown(objRow);  // at its default
-        } else if (!bHolds && bKnown) {
-            strLeftOut.emplace_back(objRow.m_strName);
-        }
-    }
-    if (!strMissing.empty() && !m_bDefaults) {
+    const MSaving::Fit objFit = MSaving::FitOf(MSettingsFile::KindOf(m_strSave), p_objSnapshot);
+    if (!objFit.m_strMissing.empty() && !m_bDefaults) {
         throw CCommandError(MExitCode::Wrong,
                             {m_strFile + " does not hold all that " + m_strSave + " has to hold",
-                             "missing: " + Joined(strMissing), m_strSave,
+                             "missing: " + MSaving::Joined(objFit.m_strMissing), m_strSave,
                              "--defaults gives them their defaults"});
     }
-    if (IsThere(m_strSave) && !m_bForce) {
-        throw CCommandError(
-            MExitCode::Wrong,
-            {m_strSave + " is there already", {}, m_strSave, "--force replaces it"});
-    }
-    MSettingsFile::Write(m_objFiles, m_strSave, objSnapshot);
-    p_objOutput.Json()["saved"] = {{"file", m_strSave},
-                                   {"format", MSettingsFile::Name(iKind)},
-                                   {"filled", strMissing},
-                                   {"omitted", strLeftOut}};
-    p_objOutput.Say("Saved " + m_strSave);
-    if (!strMissing.empty()) {
-        p_objOutput.Note("set to their defaults: " + Joined(strMissing));
-    }
-    if (!strLeftOut.empty()) {
-        p_objOutput.Note("left out, a ." + std::string(MSettingsFile::Name(iKind)) +
-                         " file has no room for them: " + Joined(strLeftOut));
-    }
+    MSaving::CheckFree(m_strSave, m_bForce);
+    MSaving::Save(m_objFiles, m_strSave, p_objSnapshot, p_objOutput);
 }

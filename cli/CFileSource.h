@@ -11,8 +11,8 @@ public:
         : m_objFiles(p_objFiles) {}
 
     [[nodiscard]] bool Knows(const std::string& /*p_strName*/) const override { return true; }
-    /// A file in which anything is wrong is refused.
-    CLoadedSettings Load(const std::string& p_strName) override;
+    /// The file is read here. One in which anything is wrong is refused.
+    Fetch Open(const std::string& p_strName, COutput& p_objOutput) override;
 
 private:
     IFileStore& m_objFiles;

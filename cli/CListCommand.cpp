@@ -2,6 +2,7 @@
 
 #include "cli/MArgumentKind.h"
 #include "cli/MSettingJson.h"
+#include "cli/MSettingNames.h"
 #include "cli/MUtf8.h"
 #include "model/MSettingText.h"
 #include "protocol/MAnswer.h"
@@ -9,7 +10,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -113,25 +113,6 @@ std::string ValuesCell(const Row& p_objRow) {
            (strDefault && !strDefault->empty() ? MUtf8::FromLatin1(*strDefault) : "empty");
 }
 
-std::vector<const Row*> Chosen(const std::vector<std::string>& p_strNames) {
-    for (const std::string& strName : p_strNames) {
-        if (MSettings::Find(strName) == nullptr) {
-            throw CCommandError(MExitCode::Wrong, {"There is no setting \"" + strName + "\"",
-                                                   {},
-                                                   {},
-                                                   "varden list shows all of them"});
-        }
-    }
-    std::vector<const Row*> objChosen;
-    for (const Row& objRow : MSettings::All()) {
-        const bool bNamed = std::ranges::find(p_strNames, objRow.m_strName) != p_strNames.end();
-        if (bNamed || p_strNames.empty()) {
-            objChosen.push_back(&objRow);
-        }
-    }
-    return objChosen;
-}
-
 }  // namespace
 
 void CListCommand::Describe(CLI::App& p_objTable) {
@@ -143,7 +124,7 @@ void CListCommand::Describe(CLI::App& p_objTable) {
 
 MExitCode::Code CListCommand::Run(COutput& p_objOutput) {
     CTable objTable({"NAME", "LABEL", "STEP", "READ", "WRITE", "CUTS", "VALUES"});
-    const std::vector<const Row*> objChosen = Chosen(m_strSettings);
+    const std::vector<const Row*> objChosen = MSettingNames::Rows(m_strSettings);
     Json& objSettings = p_objOutput.Json()["settings"] = Json::object();
     for (const Row* const objRow : objChosen) {
         const Json objRowJson = ::Describe(*objRow);

@@ -14,6 +14,9 @@ struct CLoadedSettings {
     /// Why a setting is not known, by its name; "" holds for those without a text of their own.
     std::map<std::string, std::string, std::less<>> m_strWhyUnknown;
 
+    /// A printer was sent something to have them.
+    bool m_bSent = false;
+
     /// Why p_objRow is not known; empty when it is.
     [[nodiscard]] std::string WhyUnknown(const MSettings::Row& p_objRow) const {
         if (m_objSnapshot.IsKnown(p_objRow)) {

@@ -28,11 +28,12 @@ std::string Printed(const Json& p_objJson) {
 }  // namespace
 
 COutput::COutput(std::ostream& p_objOut, std::ostream& p_objError, IInterrupt& p_objInterrupt,
-                 std::size_t p_iWidth)
+                 std::size_t p_iWidth, std::size_t p_iErrorWidth)
     : m_objOut(p_objOut)
     , m_objError(p_objError)
     , m_objInterrupt(p_objInterrupt)
-    , m_iWidth(p_iWidth) {}
+    , m_iWidth(p_iWidth)
+    , m_iErrorWidth(p_iErrorWidth) {}
 
 void COutput::ChooseJson() {
     m_bJson = true;
@@ -49,11 +50,13 @@ void COutput::Print(std::string_view p_strText) {
 
 void COutput::Show(const CTable& p_objTable) {
     if (!m_bJson) {
+        ClearProgress();
         m_objOut << p_objTable.Text(m_iWidth);
     }
 }
 
 void COutput::Note(std::string_view p_strLine) {
+    ClearProgress();
     m_objError << Program << MUtf8::Printable(p_strLine) << "\n";
 }
 
@@ -67,7 +70,34 @@ void COutput::Fail(const CCommandError& p_objError) {
     Note(strLine);
 }
 
+void COutput::ShowProgress(std::string_view p_strLine) {
+    if (m_iErrorWidth == 0) {
+        return;
+    }
+    ClearProgress();
+    std::string strLine = MUtf8::Printable(p_strLine);
+    // A line that fills the terminal would go on in the next one, and stay there.
+    while (MUtf8::Length(strLine) >= m_iErrorWidth) {
+        strLine.pop_back();
+    }
+    m_iProgress = MUtf8::Length(strLine);
+    m_objError << strLine << std::flush;
+}
+
+void COutput::ClearProgress() {
+    if (m_iProgress > 0) {
+        m_objError << "\r" << std::string(m_iProgress, ' ') << "\r" << std::flush;
+        m_iProgress = 0;
+    }
+}
+
+std::ostream& COutput::People() {
+    ClearProgress();
+    return m_bJson ? m_objError : m_objOut;
+}
+
 bool COutput::Finish() {
+    ClearProgress();
     if (m_bJson) {
         m_objInterrupt.SetLastWords({});
         m_objOut << Printed(m_objJson);

@@ -20,8 +20,9 @@ class COutput {
 public:
     /// None of the references is owned; all outlive this.
     /// @param p_iWidth how wide the terminal is; 0 when standard output is none.
+    /// @param p_iErrorWidth the same of standard error.
     COutput(std::ostream& p_objOut, std::ostream& p_objError, IInterrupt& p_objInterrupt,
-            std::size_t p_iWidth = 0);
+            std::size_t p_iWidth = 0, std::size_t p_iErrorWidth = 0);
     COutput(const COutput&) = delete;
     COutput& operator=(const COutput&) = delete;
 
@@ -38,6 +39,9 @@ public:
     void Show(const CTable& p_objTable);
     /// A line about what people should know besides.
     void Note(std::string_view p_strLine);
+    /// How far the command is: one line on standard error, in place of the one before, and only
+    /// where that is a terminal. It goes when anything else is told, and at the end.
+    void ShowProgress(std::string_view p_strLine);
     /// Why the command ends; becomes the object's "error".
     void Fail(const CCommandError& p_objError);
 
@@ -46,12 +50,15 @@ public:
     bool Finish();
 
 private:
-    [[nodiscard]] std::ostream& People() { return m_bJson ? m_objError : m_objOut; }
+    std::ostream& People();
+    void ClearProgress();
 
     std::ostream& m_objOut;
     std::ostream& m_objError;
     IInterrupt& m_objInterrupt;
     std::size_t m_iWidth;
+    std::size_t m_iErrorWidth;
+    std::size_t m_iProgress = 0;  // characters of the line of progress that is there
     bool m_bJson = false;
     nlohmann::ordered_json m_objJson = nlohmann::ordered_json::object();
 };

@@ -18,6 +18,13 @@ std::vector<std::string> SettingNames() {
     return strNames;
 }
 
+std::vector<std::string> SideWords() {
+    std::vector<std::string> strWords{CDefaultsSource::Name};
+    const std::vector<std::string> strTargets = CTarget::Beginnings();
+    strWords.insert(strWords.end(), strTargets.begin(), strTargets.end());
+    return strWords;
+}
+
 }  // namespace
 
 namespace MArgumentKind {
@@ -26,9 +33,10 @@ std::span<const Row> All() {
     static const std::vector<Row> Rows{
         {Setting, false, SettingNames()},
         {File, true, {}},
-        {Side, true, {CDefaultsSource::Name}},
+        {Side, true, SideWords()},
         {Target, false, CTarget::Beginnings()},
         {Shell, false, MCompletionScript::Shells()},
+        {Seconds, false, {}},
     };
     return Rows;
 }

@@ -14,6 +14,7 @@ inline constexpr const char* File = "FILE";
 inline constexpr const char* Side = "SIDE";  ///< settings to compare
 inline constexpr const char* Target = "TARGET";
 inline constexpr const char* Shell = "SHELL";
+inline constexpr const char* Seconds = "SECONDS";
 
 struct Row {
     std::string_view m_strName;

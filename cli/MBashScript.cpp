@@ -24,10 +24,14 @@ _varden_offer() {
 _varden() {
     local i word before=${COMP_WORDS[COMP_CWORD - 1]} command='' count=0 values=''
     COMPREPLY=()
+    # Bash takes a ":" for a word of its own: "lan:host" is three. Behind one nothing is known.
+    [[ $before != : ]] || return
     # The command, and how many of its arguments stand in front of the word.
     for ((i = 1; i < COMP_CWORD; i++)); do
         word=${COMP_WORDS[i]}
-        if [[ $word == -* ]]; then
+        if [[ $word == : ]]; then
+            i=$((i + 1))
+        elif [[ $word == -* ]]; then
             [[ " $values " != *" $word "* ]] || i=$((i + 1))
         elif [[ -z $command ]]; then
             command=$word

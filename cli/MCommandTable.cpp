@@ -5,6 +5,8 @@
 #include "cli/CFileCommand.h"
 #include "cli/CListCommand.h"
 #include "cli/CPortsCommand.h"
+#include "cli/CReadCommand.h"
+#include "cli/CStatusCommand.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +25,8 @@ std::unique_ptr<ICommand> Make(const CEnvironment& p_objEnvironment) {
 constexpr std::array Commands{
     MCommandTable::Row{"list", "Shows every setting: its values, its default, how it travels.",
                        &Make<CListCommand>},
+    MCommandTable::Row{"read", "Reads settings from a printer.", &Make<CReadCommand>},
+    MCommandTable::Row{"status", "Asks a printer for its status.", &Make<CStatusCommand>},
     MCommandTable::Row{"file", "Shows, checks or converts a settings file.", &Make<CFileCommand>},
     MCommandTable::Row{"diff", "Compares two sets of settings.", &Make<CDiffCommand>},
     MCommandTable::Row{"ports", "Shows the serial ports and the USB printers that are here.",

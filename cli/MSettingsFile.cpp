@@ -135,6 +135,11 @@ CFileContent Read(IFileStore& p_objFiles, const std::string& p_strPath) {
                                : CCommandLines(FormatOf(iKind)).Read(strBytes);
 }
 
+CCommandError Unwritable(const std::string& p_strPath) {
+    return {MExitCode::Failed,
+            {"Cannot write " + p_strPath, WhyNot(p_strPath, true), p_strPath, {}}};
+}
+
 void Write(IFileStore& p_objFiles, const std::string& p_strPath, const CSnapshot& p_objSnapshot) {
     const Kind iKind = KindOf(p_strPath);
     const bool bWritten =
@@ -142,8 +147,7 @@ void Write(IFileStore& p_objFiles, const std::string& p_strPath, const CSnapshot
             ? WriteJson(p_objFiles, p_strPath, p_objSnapshot)
             : CSettingsFile(FormatOf(iKind), p_objSnapshot.Items(), p_objFiles).Save(p_strPath);
     if (!bWritten) {
-        throw CCommandError(MExitCode::Failed,
-                            {"Cannot write " + p_strPath, WhyNot(p_strPath, true), p_strPath, {}});
+        throw Unwritable(p_strPath);
     }
 }
 

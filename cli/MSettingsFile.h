@@ -36,4 +36,8 @@ CFileContent Read(IFileStore& p_objFiles, const std::string& p_strPath);
 /// of commands all that it can hold. Throws CCommandError when it cannot be written.
 void Write(IFileStore& p_objFiles, const std::string& p_strPath, const CSnapshot& p_objSnapshot);
 
+/// The failure that a file, of whatever kind, could not be written; why, as far as the system
+/// tells.
+CCommandError Unwritable(const std::string& p_strPath);
+
 }  // namespace MSettingsFile

@@ -2,12 +2,15 @@
 #include "cli/CFileSource.h"
 #include "cli/CInterrupt.h"
 #include "cli/COutput.h"
+#include "cli/CPrinterConnector.h"
 #include "cli/CProgram.h"
+#include "cli/CTargetSource.h"
 #include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPortLister.h"
 #include "platform/usb/CUsbPrinterLister.h"
 
+#include <cstdio>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -19,11 +22,12 @@
 
 namespace {
 
-/// How wide the terminal on standard output is; 0 when there is none.
-std::size_t TerminalWidth() {
+/// How wide the terminal on a standard stream is; 0 when there is none, or it does not tell.
+std::size_t TerminalWidth([[maybe_unused]] std::FILE* p_objStream) {
 #ifndef _WIN32
+    const int iStream = ::fileno(p_objStream);
     winsize objSize{};
-    if (::isatty(STDOUT_FILENO) != 0 && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &objSize) == 0) {
+    if (::isatty(iStream) != 0 && ::ioctl(iStream, TIOCGWINSZ, &objSize) == 0) {
         return objSize.ws_col;
     }
 #endif
@@ -40,9 +44,16 @@ int main(int p_iCount, char** p_strArguments) {
     const CDeviceAccess objAccess;
     CDefaultsSource objDefaults;
     CFileSource objFileSource(objFiles);
-    CProgram objProgram(
-        {objFiles, objSerialPorts, objUsbPrinters, objAccess, {&objDefaults, &objFileSource}});
-    COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth());
+    CPrinterConnector objPrinters(objUsbPrinters);
+    CTargetSource objTargets(objPrinters, objAccess);
+    CProgram objProgram({objFiles,
+                         objSerialPorts,
+                         objUsbPrinters,
+                         objAccess,
+                         objPrinters,
+                         {&objDefaults, &objTargets, &objFileSource}});
+    COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth(stdout),
+                      TerminalWidth(stderr));
     return objProgram.Run(std::vector<std::string>(p_strArguments + (p_iCount > 0 ? 1 : 0),
                                                    p_strArguments + p_iCount),
                           objOutput);

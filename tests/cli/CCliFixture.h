@@ -3,7 +3,9 @@
 #include "cli/CDefaultsSource.h"
 #include "cli/CFileSource.h"
 #include "cli/CProgram.h"
+#include "cli/CTargetSource.h"
 #include "platform/qt/CQtFileStore.h"
+#include "tests/cli/CFakePrinters.h"
 #include "tests/cli/CJsonSchema.h"
 #include "tests/fakes/CFakeFileStore.h"
 #include "tests/platform_qt/CFolder.h"
@@ -63,7 +65,7 @@ protected:
         std::ostringstream objOut;
         std::ostringstream objError;
         CProgram objProgram(Environment());
-        COutput objOutput(objOut, objError, m_objInterrupt, m_iWidth);
+        COutput objOutput(objOut, objError, m_objInterrupt, m_iWidth, m_iErrorWidth);
         Ran objRan;
         objRan.m_iCode = objProgram.Run(p_strArguments, objOutput);
         objRan.m_strOut = objOut.str();
@@ -85,11 +87,8 @@ protected:
     }
 
     CEnvironment Environment() {
-        return {m_objFiles,
-                m_objSerialPorts,
-                m_objUsbPrinters,
-                m_objAccess,
-                {&m_objDefaults, &m_objFileSource}};
+        return {m_objFiles,  m_objSerialPorts, m_objUsbPrinters,
+                m_objAccess, m_objPrinters,    {&m_objDefaults, &m_objTargets, &m_objFileSource}};
     }
 
     /// The path of a file of the test, with that content.
@@ -121,8 +120,11 @@ protected:
     CFakeSerialPorts m_objSerialPorts;
     CFakeUsbPrinters m_objUsbPrinters;
     CFakeAccess m_objAccess;
+    CFakePrinters m_objPrinters;
     CFakeInterrupt m_objInterrupt;
     CDefaultsSource m_objDefaults;
+    CTargetSource m_objTargets{m_objPrinters, m_objAccess};
     CFileSource m_objFileSource{m_objFiles};
     std::size_t m_iWidth = 0;
+    std::size_t m_iErrorWidth = 0;
 };

@@ -82,18 +82,6 @@ protected:
         return "(nothing)";
     }
     std::string Zsh(const std::string& p_strLine) { return Zsh(Script("zsh"), p_strLine); }
-
-    /// A script for a program that has a command for a printer.
-    static std::string WithTarget(const std::string& p_strShell) {
-        CLI::App objTables("A program.", "varden");
-        CLI::App& objRead = *objTables.add_subcommand("read", "Reads.");
-        static std::string strTarget;
-        static std::vector<std::string> strSettings;
-        objRead.add_option("TARGET", strTarget, "The printer.")->type_name(MArgumentKind::Target);
-        objRead.add_option("SETTING", strSettings, "What to read.")
-            ->type_name(MArgumentKind::Setting);
-        return MCompletionScript::Script(p_strShell, CWordTable(objTables));
-    }
 };
 
 TEST_F(CCompletionCommandTest, EveryWordOfTheTablesStandsInEveryScript) {
@@ -174,12 +162,23 @@ TEST_F(CCompletionCommandTest, ZshCompletesCommandsSettingsAndValues) {
 }
 
 TEST_F(CCompletionCommandTest, APrintersNameBeginsWithItsLink) {
-    EXPECT_EQ(Bash(WithTarget("bash"), {"read", ""}), (Words{"lan:", "com:", "usb", "usb:"}));
-    EXPECT_EQ(Bash(WithTarget("bash"), {"read", "usb", "spe"}), Words{"speed"});
-    EXPECT_EQ(Fish(WithTarget("fish"), "varden read l"), Words{"lan:"});
-    EXPECT_EQ(Fish(WithTarget("fish"), "varden read usb spe"), Words{"speed"});
-    EXPECT_EQ(Zsh(WithTarget("zsh"), "varden read l"), "varden read lan:");
-    EXPECT_EQ(Zsh(WithTarget("zsh"), "varden read usb spe"), "varden read usb speed ");
+    EXPECT_EQ(Bash({"read", ""}), (Words{"lan:", "com:", "usb", "usb:"}));
+    EXPECT_EQ(Bash({"status", "l"}), Words{"lan:"});
+    EXPECT_EQ(Bash({"diff", "defaults", "c"}), Words{"com:"});
+    EXPECT_EQ(Bash({"read", "usb", "spe"}), Words{"speed"});
+    EXPECT_EQ(Bash({"read", "usb", "--pause", ""}), Words{});
+    EXPECT_EQ(Fish("varden read l"), Words{"lan:"});
+    EXPECT_EQ(Fish("varden read usb spe"), Words{"speed"});
+    EXPECT_EQ(Zsh("varden read l"), "varden read lan:");
+    EXPECT_EQ(Zsh("varden read usb spe"), "varden read usb speed ");
+}
+
+TEST_F(CCompletionCommandTest, BashCutsAPrintersNameAtItsColons) {
+    EXPECT_EQ(Bash({"read", "lan", ":", "par"}), Words{});
+    EXPECT_EQ(Bash({"read", "lan", ":", "host", "spe"}), Words{"speed"});
+    EXPECT_EQ(Bash({"read", "lan", ":", "host", ":", "8000", "spe"}), Words{"speed"});
+    EXPECT_EQ(Bash({"diff", "lan", ":", "host", "def"}), Words{"defaults"});
+    EXPECT_EQ(Bash({"status", "lan", ":", "host", ""}), Words{});
 }
 
 TEST_F(CCompletionCommandTest, AsJsonTheScriptIsAText) {

@@ -8,7 +8,7 @@ public:
     [[nodiscard]] bool Knows(const std::string& p_strName) const override {
         return p_strName == "odd";
     }
-    CLoadedSettings Load(const std::string& p_strName) override {
+    Fetch Open(const std::string& p_strName, COutput& /*p_objOutput*/) override {
         CLoadedSettings objLoaded{p_strName, {}, {{"stop-bit", "no answer reports it"}}};
         for (const MSettings::Row& objRow : MSettings::All()) {
             if (objRow.m_strName != "stop-bit" && objRow.m_strName != "country") {
@@ -16,7 +16,7 @@ public:
             }
         }
         objLoaded.m_objSnapshot.Items().m_objCommunicationSpeed->SetValue("9");
-        return objLoaded;
+        return [objLoaded] { return objLoaded; };
     }
 };
 
@@ -88,6 +88,7 @@ TEST_F(CDiffCommandTest, AnotherSourceTellsWhyItDoesNotKnow) {
                          m_objSerialPorts,
                          m_objUsbPrinters,
                          m_objAccess,
+                         m_objPrinters,
                          {&objOdd, &m_objDefaults, &m_objFileSource}});
     EXPECT_EQ(objProgram.Run({"diff", "odd", "defaults", "--json"}, objOutput),
               MExitCode::Different);

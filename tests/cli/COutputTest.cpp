@@ -88,4 +88,38 @@ TEST_F(COutputTest, WithoutJsonCtrlCPrintsNothing) {
     EXPECT_EQ(m_objInterrupt.m_strWords, "");
 }
 
+TEST_F(COutputTest, ProgressIsForTerminals) {
+    m_objOutput.ShowProgress("reading");
+    m_objOutput.Finish();
+    EXPECT_EQ(m_objError.str(), "");
+}
+
+TEST_F(COutputTest, ProgressIsOneLineThatGoesBeforeAnythingElseIsTold) {
+    COutput objOutput(m_objOut, m_objError, m_objInterrupt, 0, 12);
+    const auto Told = [this] {
+        const std::string strText = m_objError.str();
+        m_objError.str("");
+        return strText;
+    };
+    objOutput.ShowProgress("first");
+    EXPECT_EQ(Told(), "first");
+    objOutput.ShowProgress("second\x1B");
+    EXPECT_EQ(Told(), "\r     \rsecond<1B>");
+    objOutput.Show(m_objTable);
+    EXPECT_EQ(Told(), "\r          \r");
+    objOutput.Say("text");
+    EXPECT_EQ(Told(), "");
+    objOutput.ShowProgress("longer than the terminal");
+    EXPECT_EQ(Told(), "longer than");
+    objOutput.Note("note");
+    EXPECT_EQ(Told(), "\r           \rvarden: note\n");
+    objOutput.ShowProgress("end");
+    objOutput.Say("text");
+    EXPECT_EQ(Told(), "end\r   \r");
+    objOutput.ShowProgress("end");
+    objOutput.Finish();
+    EXPECT_EQ(Told(), "end\r   \r");
+    EXPECT_EQ(m_objOut.str(), "HEAD\ntext\ntext\n");
+}
+
 }  // namespace

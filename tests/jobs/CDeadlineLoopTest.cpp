@@ -49,14 +49,15 @@ TEST_F(CDeadlineLoopTest, OfTwoLimitsTheOneThatIsOverFirstCounts) {
     const CDeadlineLoop::Limit objOuter(m_objLoop, 3);
     {
         const CDeadlineLoop::Limit objLonger(m_objLoop, 5);
-        m_objClock.Advance(2990);
+        m_objClock.Advance(2980);
         EXPECT_FALSE(m_objLoop.IsTimeUp());
         const CDeadlineLoop::Limit objShorter(m_objLoop, 0.005);
         m_objClock.Advance(5);
         EXPECT_TRUE(m_objLoop.IsTimeUp());
     }
     EXPECT_FALSE(m_objLoop.IsTimeUp());
-    m_objClock.Advance(5);
+    const CDeadlineLoop::Limit objLonger(m_objLoop, 5);
+    m_objClock.Advance(15);
     EXPECT_TRUE(m_objLoop.IsTimeUp());
 }
 

@@ -55,6 +55,7 @@ TEST_F(CLinkedPrinterFailureTest, ANetworkThatTakesNothingIsEnded) {
     const CStatusReport objReport = LanStatus();
     EXPECT_EQ(objReport.m_objFailure.m_iKind, Kind::LanNotSent);
     EXPECT_TRUE(objReport.m_bSent) << "some of it may have gone";
+    EXPECT_TRUE(Printer(CInterface::LanInterface).Read(All()).m_bSent);
     EXPECT_GT(objReport.m_dSeconds, 2);
     EXPECT_LT(objReport.m_dSeconds, 2.1);
     for (const double dSend : {0.5, 4.0}) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "cli/CCommandError.h"
+#include "cli/CTarget.h"
+#include "link/CFailure.h"
+#include "platform/IDeviceAccess.h"
+
+/// The words for what has gone wrong between the program and a printer: what, why, and the way out.
+/// One table, a row a failure.
+namespace MFailureText {
+
+/// The failure of a command.
+///
+/// Its code is NotReachable when nothing can have been sent, else Failed.
+/// @param p_objFailure any kind but None.
+/// @param p_bSent something has gone out to the printer.
+/// @param p_objAccess is asked why a device cannot be had.
+CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_objTarget,
+                 const IDeviceAccess& p_objAccess);
+
+}  // namespace MFailureText

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "cli/CCommandError.h"
+#include "cli/IPrinterConnector.h"
+#include "model/MSettingText.h"
+#include "protocol/MAnswer.h"
+#include "protocol/MSettingRoute.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A printer that does what its test says: what it holds, and what fails when.
+struct CFakePrinter {
+    CItemManager m_objHeld;
+    CFailure m_objFailure{};
+    std::int16_t m_iFailing = MAnswer::NoGroup;  ///< the group whose answer fails; NoGroup: opening
+    bool m_bSent = false;                        ///< something had gone out when opening failed
+    std::string m_strCode = "00";
+    std::string m_strText = "ON LINE";
+    std::optional<CCommandError> m_objRefused{};  ///< it cannot be connected at all
+
+    void Hold(std::string_view p_strName, std::string_view p_strValue) {
+        MSettingText::Set(MSettings::Get(p_strName), m_objHeld, p_strValue);
+    }
+};
+
+/// Printers by their names on the command line, and what they were asked.
+class CFakePrinters : public IPrinterConnector {
+public:
+    std::map<std::string, CFakePrinter> m_objPrinters;
+    std::vector<std::string> m_strAsked;  ///< "lan:a: read speed, parity", "usb: status"
+    std::vector<std::chrono::milliseconds> m_iPauses;
+
+    std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
+                                      std::chrono::milliseconds p_iPause,
+                                      ISessionEvents& p_objEvents) override {
+        const CFakePrinter& objPrinter = m_objPrinters[p_objTarget.m_strText];
+        if (objPrinter.m_objRefused) {
+            throw CCommandError(*objPrinter.m_objRefused);
+        }
+        m_iPauses.push_back(p_iPause);
+        return std::make_unique<CPrinter>(p_objTarget.m_strText, objPrinter, p_objEvents,
+                                          m_strAsked);
+    }
+
+private:
+    class CPrinter : public IPrinter {
+    public:
+        CPrinter(std::string p_strName, const CFakePrinter& p_objPrinter,
+                 ISessionEvents& p_objEvents, std::vector<std::string>& p_strAsked)
+            : m_strName(std::move(p_strName))
+            , m_objPrinter(p_objPrinter)
+            , m_objEvents(p_objEvents)
+            , m_strAsked(p_strAsked) {}
+
+        CReadReport Read(std::span<const MSettings::Row* const> p_objRows) override {
+            CReadReport objReport;
+            std::string strNames;
+            for (const MSettings::Row* const objRow : p_objRows) {
+                strNames += (strNames.empty() ? "" : ", ") + std::string(objRow->m_strName);
+                if (MSettingRoute::ReportedIn(*objRow) != MAnswer::NoGroup) {
+                    objReport.m_iAsked.insert(MSettingRoute::ReportedIn(*objRow));
+                }
+            }
+            m_strAsked.push_back(m_strName + ": read " + strNames);
+            if (!Open()) {
+                objReport.m_objFailure = m_objPrinter.m_objFailure;
+                objReport.m_bSent = m_objPrinter.m_bSent;
+                return objReport;
+            }
+            objReport.m_bSent = true;
+            objReport.m_objSnapshot.Items() = m_objPrinter.m_objHeld;
+            std::int16_t iStep = 0;
+            for (const std::int16_t iGroup : objReport.m_iAsked) {
+                m_objEvents.OnStep(++iStep, static_cast<std::int16_t>(objReport.m_iAsked.size()));
+                if (iGroup == m_objPrinter.m_iFailing) {
+                    objReport.m_objFailure = m_objPrinter.m_objFailure;
+                    break;
+                }
+                objReport.m_iAnswered.insert(iGroup);
+                Answer(iGroup, objReport.m_objSnapshot);
+            }
+            m_objEvents.OnStep(0, 0);
+            return objReport;
+        }
+
+        CStatusReport Status() override {
+            m_strAsked.push_back(m_strName + ": status");
+            if (!Open()) {
+                return {{}, {}, 0, m_objPrinter.m_objFailure, m_objPrinter.m_bSent};
+            }
+            m_objEvents.OnStatus("");
+            return {m_objPrinter.m_strCode, m_objPrinter.m_strText, 0.0254, {}, true};
+        }
+
+        CStatusReport Maintain(const std::string& p_strCommand) override {
+            m_strAsked.push_back(m_strName + ": " + p_strCommand);
+            return {};
+        }
+
+    private:
+        bool Open() {
+            CLinkStatus objStatus;
+            objStatus.m_iState = CLinkStatus::State::Opening;
+            m_objEvents.OnLinkStatus(objStatus);
+            return m_objPrinter.m_objFailure.IsNone() ||
+                   m_objPrinter.m_iFailing != MAnswer::NoGroup;
+        }
+
+        static void Answer(std::int16_t p_iGroup, CSnapshot& p_objSnapshot) {
+            for (const MSettings::Row& objRow : MSettings::All()) {
+                if (MSettingRoute::ReportedIn(objRow) == p_iGroup) {
+                    p_objSnapshot.SetKnown(objRow);
+                }
+            }
+        }
+
+        std::string m_strName;
+        const CFakePrinter& m_objPrinter;
+        ISessionEvents& m_objEvents;
+        std::vector<std::string>& m_strAsked;
+    };
+};
