@@ -1,6 +1,7 @@
 #include "protocol/MCommand.h"
 
 #include "model/CConversionError.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -77,10 +78,8 @@ TEST(MCommand, WritesTheFieldsOfAGroupBackToBack) {
 TEST(MCommand, SetsTheDefaults) {
     const CItemManager objItemManager;
 
-    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1),
-              "{Z2;1,00210121+0001B0A00000B0000000000100|}");
-    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2),
-              "{Z2;2,+000+000+00+000+00+00-00-001014|}");
+    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1), MGolden::Parameters);
+    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2), MGolden::Adjustments);
 }
 
 TEST(MCommand, SetsTheCurrentValues) {
@@ -94,9 +93,12 @@ TEST(MCommand, SetsTheCurrentValues) {
     objItemManager.m_objThresholdAdjustment_T->SetValue("7");
 
     EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1),
-              "{Z2;1,F0210121+0001B0A0000080000000000103|}");
+              MGolden::With(MGolden::Parameters,
+                            {{"FontCode", "F"}, {"EuroCode", "80"}, {"StripMotorTorque", "3"}}));
     EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2),
-              "{Z2;2,-012+000+00+000+00+00-00-001007|}");
+              MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"},
+                                                   {"FeedAdjustment", "012"},
+                                                   {"ThresholdAdjustment_T", "07"}}));
 }
 
 TEST(MCommand, SendsNeitherCountryNorKeyboardNorPrintPosition) {
@@ -141,9 +143,9 @@ TEST(MCommand, PutsACommaBeforeEveryFieldOfAnAddress) {
 
 TEST(MCommand, WritesTheThreeAddressesOfTheCatalogue) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 2), "{IP;2,192,168,010,020|}");
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 3), "{IP;3,000,000,000,000|}");
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 4), "{IP;4,255,255,255,000|}");
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 2), MGolden::IpAddress);
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 3), MGolden::Gateway);
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 4), MGolden::SubnetMask);
 
     objItemManager.m_objGateway1->SetValue("10");
     objItemManager.m_objGateway4->SetValue(1);
@@ -159,7 +161,7 @@ TEST(MCommand, WritesNoAddressOfAnyOtherKind) {
 
 TEST(MCommand, WritesTheSocketPortAsAPair) {
     EXPECT_EQ(MCommand::NetworkPair(DecimalItem(0, 1), DecimalItem(80, 5)), "{IS;0,00080|}");
-    EXPECT_EQ(MCommand::MakeSocketPortCommand(CItemManager()), "{IS;1,08000|}");
+    EXPECT_EQ(MCommand::MakeSocketPortCommand(CItemManager()), MGolden::SocketPort);
 }
 
 TEST(MCommand, FillsTheHostNameUpToSixteenCharacters) {
@@ -186,8 +188,7 @@ TEST(MCommand, FillsTheHostNameUpToSixteenCharacters) {
 
 TEST(MCommand, WritesTheDhcpSettingsOfTheCatalogue) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::MakeDhcpCommand(objItemManager),
-              "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}");
+    EXPECT_EQ(MCommand::MakeDhcpCommand(objItemManager), MGolden::Dhcp);
 
     objItemManager.m_objDhcpSetting->SetValue(1);
     objItemManager.m_objDhcpClientId->SetValue("0123456789ABCDEF0123456789ABCDEF");
@@ -198,15 +199,8 @@ TEST(MCommand, WritesTheDhcpSettingsOfTheCatalogue) {
 
 TEST(MCommand, ListsWhatSetAndLanSetSendInTheirOrder) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::SetCommands(objItemManager),
-              (std::vector<std::string>{MCommand::MakeParameterSetCommand(objItemManager, 1),
-                                        MCommand::MakeParameterSetCommand(objItemManager, 2)}));
-    EXPECT_EQ(MCommand::LanSetCommands(objItemManager),
-              (std::vector<std::string>{MCommand::MakeAddressCommand(objItemManager, 2),
-                                        MCommand::MakeAddressCommand(objItemManager, 3),
-                                        MCommand::MakeAddressCommand(objItemManager, 4),
-                                        MCommand::MakeSocketPortCommand(objItemManager),
-                                        MCommand::MakeDhcpCommand(objItemManager)}));
+    EXPECT_EQ(MCommand::SetCommands(objItemManager), MGolden::SetCommands());
+    EXPECT_EQ(MCommand::LanSetCommands(objItemManager), MGolden::LanSetCommands());
 }
 
 namespace {
