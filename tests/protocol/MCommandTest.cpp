@@ -26,36 +26,19 @@ CItem DecimalItem(int p_iNumber, std::int16_t p_iLength) {
 
 }  // namespace
 
-TEST(MCommand, HasTheFixedTextsOfThePrintersLanguage) {
+TEST(MCommand, HasTheCommandsThatAreSentAsTheyStand) {
     const struct {
         const char* m_strText;
         const char* m_strExpected;
     } arrCases[] = {
-        {MCommand::CommandEnd, "|}"},
         {MCommand::StatusRequest, "{WS|}"},
         {MCommand::HeadCheck, "{HD001,A|}"},
-        {MCommand::DiagPrintHead, "{Z1"},
-        {MCommand::TestPrintHead, "{Z3;"},
-        {MCommand::TestPrintFixedField, "1057"},
-        {MCommand::TestPrintNumberPattern, "0000"},
-        {MCommand::RamClearHead, "{Z4;"},
         {MCommand::SensorAdjustReflect, "{Z6;0|}"},
         {MCommand::SensorAdjustTrans, "{Z6;1|}"},
-        {MCommand::SensorAdjustPaperEndHead, "{Z6;"},
-        {MCommand::SensorAdjustPaperEndTail, "1|}"},
-        {MCommand::ThresholdCalibHead, "{WT;1000,"},
     };
     for (const auto& objCase : arrCases) {
         EXPECT_STREQ(objCase.m_strText, objCase.m_strExpected);
     }
-}
-
-TEST(MCommand, NamesTheKindsAsThePrinterNumbersThem) {
-    EXPECT_EQ(MCommand::SetParameter, 1);
-    EXPECT_EQ(MCommand::SetAdjustment, 2);
-    EXPECT_EQ(MCommand::IpAddress, 2);
-    EXPECT_EQ(MCommand::Gateway, 3);
-    EXPECT_EQ(MCommand::SubnetMask, 4);
 }
 
 TEST(MCommand, AsksForAGroupByItsPlainDecimalNumber) {

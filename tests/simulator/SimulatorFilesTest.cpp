@@ -140,7 +140,7 @@ TEST_F(SimulatorFilesTest, TheSettingsAreWrittenWheneverAskedAndAtTheEnd) {
     EXPECT_EQ(DumpedFeed(1), "000");
     EXPECT_EQ(DumpedFeed(2), "123");
     const QJsonObject objSecond = Dumped(2);
-    EXPECT_EQ(objSecond["settings"].toObject().size(), 74);
+    EXPECT_EQ(objSecond["settings"].toObject().size(), std::ssize(MGolden::Items()));
     EXPECT_EQ(
         objSecond["answers"].toArray().at(0).toString().toStdString(),
         MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));

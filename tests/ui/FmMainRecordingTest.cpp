@@ -23,7 +23,7 @@ TEST_P(FmMainRecordingTest, TheWindowDoesWhatWasRecorded) {
     const std::string strNow = MRecording::Make(objStage, GetParam());
     const CSettingsTexts objTexts(Recorded(MRecording::SettingsName));
     const std::string strDifference =
-        MRecording::Difference(Recorded(GetParam()), objTexts.Short(strNow));
+        MRecording::Difference(objTexts.Long(Recorded(GetParam())), strNow);
     EXPECT_TRUE(strDifference.empty()) << strDifference;
     EXPECT_EQ(strNow.find("\nFAILED"), std::string::npos);
 }

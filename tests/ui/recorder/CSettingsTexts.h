@@ -7,10 +7,11 @@
 
 /// Names for the settings that stand in a recording: "{Z2;1,<s3>|}" in place of all its fields.
 ///
-/// What settings there are, how wide they are and in which order they travel stands so in one
-/// place, the table of the names, and not in each of the thousand cells in which they are sent.
-/// A run of fields is what stands behind the head of a set command or of a settings answer, and
-/// what is left of one that something else has cut in two.
+/// What settings there are, how wide they are, in which order they travel and which fields show
+/// them stands so in one place, the table of the names, and not in each of the thousand cells. A
+/// run of settings is what stands behind the head of a set command or of a settings answer, what is
+/// left of one that something else has cut in two, the length that USB is asked for, and the lines
+/// that tell what three fields or more show in the end.
 class CSettingsTexts {
 public:
     CSettingsTexts() = default;
@@ -18,11 +19,14 @@ public:
     /// From what Table has given: the names are known.
     explicit CSettingsTexts(const std::string& p_strTable);
 
-    /// Gives a name to each run of fields in p_strRecording that has none, in their order.
+    /// Gives a name to each run of settings in p_strRecording that has none, in their order.
     void Learn(const std::string& p_strRecording);
 
-    /// p_strRecording with the names of its runs of fields. One that has no name stays as it is.
+    /// p_strRecording with the names of its runs of settings. One that has no name stays as it is.
     [[nodiscard]] std::string Short(const std::string& p_strRecording) const;
+
+    /// What Short was made from. Throws std::out_of_range for a name that is not in the table.
+    [[nodiscard]] std::string Long(const std::string& p_strRecording) const;
 
     /// A line for each name, in the order in which they were given.
     [[nodiscard]] std::string Table() const;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <string>
+
 namespace {
 
 /// p_strRecording with the names of all that is in it.
@@ -22,6 +25,15 @@ TEST(CSettingsTextsTest, NamesTheRestOfWhatWasCutInTwo) {
               "COM sends {Z2;2,<s1>\npress btnSet\nCOM sends <s2>|}\n");
 }
 
+TEST(CSettingsTextsTest, NamesTheLengthThatUsbIsAskedForAndTheFieldsInTheEnd) {
+    EXPECT_EQ(Named("USB receives 54 at most; USB receives 13 at most\n"),
+              "USB receives <s1> at most; USB receives 13 at most\n");
+    const std::string strFields = "end: cmbA \"0\" -> \"1\"\nend: SeB \"0\" -> \"1\"\n";
+    EXPECT_EQ(Named("end\n" + strFields + "end: txtC a\nend: file b\n"),
+              "end\nend: <s1>\nend: file b\n");
+    EXPECT_EQ(Named(strFields), strFields);
+}
+
 TEST(CSettingsTextsTest, LeavesEverythingElse) {
     for (const char* const strText :
          {"COM sends {Z5;0|}\n", "LAN gets <01><02>000000000<03><04>\n", "COM gets 00000000<03>\n",
@@ -38,11 +50,16 @@ TEST(CSettingsTextsTest, ARunWithoutANameStaysAsItIs) {
 
 TEST(CSettingsTextsTest, TheTableGivesTheSameNames) {
     CSettingsTexts objTexts;
-    objTexts.Learn("{0+00|}\n{3 a \"b\"  |}\n");
-    EXPECT_EQ(objTexts.Table(), "s1 \"+00\"\ns2 \" a \"b\"  \"\n");
+    const std::string strFields = "end: cmbA \"0\"\nend: SeB \"\"\nend: txtC \"s1 \"";
+    const std::string strRecording = "{0+00|}\n{3 a \"b\"  |}\n" + strFields + "\n{0+00|}";
+    objTexts.Learn(strRecording);
+    EXPECT_EQ(objTexts.Table(),
+              "s1 \"+00\"\ns2 \" a \"b\"  \"\ns3 \"" + strFields.substr(5) + "\"\n");
     const CSettingsTexts objAgain(objTexts.Table());
     EXPECT_EQ(objAgain.Table(), objTexts.Table());
-    EXPECT_EQ(objAgain.Short("{3 a \"b\"  |}"), "{3<s2>|}");
+    EXPECT_EQ(objAgain.Short(strRecording), "{0<s1>|}\n{3<s2>|}\nend: <s3>\n{0<s1>|}");
+    EXPECT_EQ(objAgain.Long(objAgain.Short(strRecording)), strRecording);
+    EXPECT_THROW((void)objAgain.Long("<s4>"), std::out_of_range);
 }
 
 }  // namespace
