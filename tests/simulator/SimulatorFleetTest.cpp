@@ -1,4 +1,5 @@
 #include "simulator/CPrinter.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CPrinterClient.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
@@ -20,7 +21,7 @@ namespace {
 
 constexpr int PatienceMs = 30'000;
 constexpr std::size_t Status = 13;  // bytes
-const std::string Default0 = "{0+000+000+00+00+00-00-00|}";
+const std::string Default0 = MGolden::Answer(0);
 
 struct Address {
     QString m_strHost;
@@ -130,8 +131,14 @@ TEST_F(SimulatorFleetTest, OnePrinterTakesManyConnectionsAtOnce) {
 
 TEST_F(SimulatorFleetTest, EachHasItsOwnSettingsAndItsLinesSayWhoseTheyAre) {
     Start({"--printers", "3"});
-    EXPECT_EQ(Client(2)->Ask("{Z2;2,-123+000+00+000+00+00-00-001014|}", Status).size(), Status);
-    const std::string strChanged = "{0-123+000+00+00+00-00-00|}";
+    EXPECT_EQ(Client(2)
+                  ->Ask(MGolden::With(MGolden::Adjustments,
+                                      {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}),
+                        Status)
+                  .size(),
+              Status);
+    const std::string strChanged =
+        MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
     for (std::size_t i = 1; i <= 3; ++i) {
         EXPECT_EQ(Client(i)->Ask("{Z5;0|}", Default0.size()), i == 2 ? strChanged : Default0);
     }
