@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test and .ci/run: which Debian packages each needs, how they get there, how a
+# Sourced by ./run, ./test, ./package and .ci/run: which Debian packages each needs, how they get there, how a
 # preset is built and its tests are run.
 # shellcheck shell=bash
 
@@ -10,9 +10,11 @@
     packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev
         libvalijson-dev fish zsh)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
-    packages_desktop=(xvfb openbox icewm xdotool python3 fontconfig fonts-liberation)
+    packages_desktop=(xvfb openbox icewm xdotool x11-utils python3 fontconfig fonts-liberation)
     packages_tour=(xvfb xauth fontconfig fonts-liberation)
     packages_window=(fontconfig fonts-liberation)
+    packages_package=(dpkg-dev lintian man-db)
+    packages_try=(mmdebstrap binutils appstream desktop-file-utils librsvg2-bin)
     packages_checks=(git clang-format clang-tidy shellcheck)
     packages_sanitizers=(libclang-rt-dev)
 }

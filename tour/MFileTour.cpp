@@ -1,5 +1,6 @@
 #include "tour/MFileTour.h"
 
+#include "tests/golden/MGolden.h"
 #include "tests/platform_widgets/CFileDialogDriver.h"
 
 #include <QApplication>
@@ -78,8 +79,8 @@ void Parameters(const Place& p_objPlace) {
                        Box(objTour, "Normal termination", "OK")},
                       fnSave);
     objTour.Expect("settings.dt1", Content(strFile),
-                   "{Z2;1,00210121+0001B0A00000B0000000000100|}<CR><LF>"
-                   "{Z2;2,+000+000+00+000+00+00-00-001014|}<CR><LF>");
+                   std::string(MGolden::Parameters) + "<CR><LF>" + MGolden::Adjustments +
+                       "<CR><LF>");
 
     objTour.Heading("Edit and SAVE again: the tool asks before it overwrites");
     objTour.Choose("cmbFontCode", "UTF-8");
@@ -90,8 +91,9 @@ void Parameters(const Place& p_objPlace) {
          Box(objTour, "Normal termination", "OK", "normal-termination")},
         fnSave);
     objTour.Expect("settings.dt1", Content(strFile),
-                   "{Z2;1,F0210121+0001B0A00000B0000000000100|}<CR><LF>"
-                   "{Z2;2,+025+000+00+000+00+00-00-001014|}<CR><LF>");
+                   MGolden::With(MGolden::Parameters, {{"FontCode", "F"}}) + "<CR><LF>" +
+                       MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "025"}}) +
+                       "<CR><LF>");
 
     objTour.Heading("Edit and LOAD: the page shows what was saved");
     objTour.Choose("cmbFontCode", "PC-1252");

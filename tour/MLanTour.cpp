@@ -1,6 +1,7 @@
 #include "tour/MLanTour.h"
 
 #include "link/CInterface.h"
+#include "tests/golden/MGolden.h"
 
 #include <QTcpSocket>
 
@@ -9,16 +10,51 @@ namespace {
 constexpr int AnswerMilliseconds = 5000;
 
 /// What somebody has set up in this printer before: every page shall show something of its own.
-constexpr const char* FormerParameters = "{Z2;1,81510201-3530D0A2111180101021101113|}";
-constexpr const char* FormerAdjustments = "{Z2;2,+015-020+05-105+03-04-06-072215|}";
+const std::string FormerParameters =
+    MGolden::With(MGolden::Parameters, {{"FontCode", "8"},
+                                        {"ZeroStyle", "1"},
+                                        {"CommunicationSpeed", "5"},
+                                        {"Parity", "2"},
+                                        {"Control", "0"},
+                                        {"AutoForwardDirection", "-"},
+                                        {"AutoForwardAdjustment", "35"},
+                                        {"ControlCode", "3"},
+                                        {"ControlCode1st", "0D"},
+                                        {"ControlCode3rd", "21"},
+                                        {"StripStatus", "1"},
+                                        {"FeedKeyFunction", "1"},
+                                        {"KanjiCode", "1"},
+                                        {"EuroCode", "80"},
+                                        {"HeadCheck", "1"},
+                                        {"WebPrinter", "1"},
+                                        {"RibbonNearEnd", "2"},
+                                        {"ExpansionIO", "1"},
+                                        {"PlugAndPlay", "1"},
+                                        {"PreStrip", "1"},
+                                        {"MaxiCodeSpecification", "1"},
+                                        {"StripMotorTorque", "3"}});
+const std::string FormerAdjustments =
+    MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "015"},
+                                         {"CutPosDirection", "-"},
+                                         {"CutPosAdjustment", "020"},
+                                         {"BackFeedAdjustment", "05"},
+                                         {"XCoordinateDirection", "-"},
+                                         {"XCoordinateAdjustment", "105"},
+                                         {"ToneAdjustment_T", "03"},
+                                         {"ToneDirection_D", "-"},
+                                         {"ToneAdjustment_D", "04"},
+                                         {"RibbonMotorAdjustment_F", "06"},
+                                         {"RibbonMotorAdjustment_B", "07"},
+                                         {"ThresholdAdjustment_R", "22"},
+                                         {"ThresholdAdjustment_T", "15"}});
 
 /// Sets the printer up over a connection of its own, as another tool would have done earlier.
 void SetUpPrinter(std::uint16_t p_iPort) {
     QTcpSocket objSocket;
     objSocket.connectToHost("127.0.0.1", p_iPort);
     objSocket.waitForConnected(AnswerMilliseconds);
-    for (const char* strCommand : {FormerParameters, FormerAdjustments}) {
-        objSocket.write(strCommand);
+    for (const std::string& strCommand : {FormerParameters, FormerAdjustments}) {
+        objSocket.write(QByteArray::fromStdString(strCommand));
         objSocket.waitForReadyRead(AnswerMilliseconds);
         objSocket.readAll();
     }
@@ -84,7 +120,8 @@ void ReadEditSet(CTour& p_objTour, CWire& p_objWire) {
     p_objTour.Picture("edited-parameter-setting");
     p_objTour.Click("btnSet");
     p_objWire.Expect(
-        {"{Z2;1,F1510201-3530D0A1B11180101021101113|}", "{Z2;2,+025-020+05-105+03-04-06-072215|}"});
+        {MGolden::With(FormerParameters, {{"FontCode", "F"}, {"ControlCode3rd", "1B"}}),
+         MGolden::With(FormerAdjustments, {{"FeedAdjustment", "025"}})});
 
     p_objTour.Heading("READ again: the page shows what was written");
     p_objTour.Choose("cmbFontCode", "PC-850");

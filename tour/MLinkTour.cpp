@@ -1,6 +1,7 @@
 #include "tour/MLinkTour.h"
 
 #include "platform/qt/MText.h"
+#include "tests/golden/MGolden.h"
 #include "tour/CWire.h"
 #include "tour/MUsbTour.h"
 
@@ -52,7 +53,7 @@ void SetAndRead(CTour& p_objTour, const Link& p_objLink) {
     p_objTour.Type("SeFeedAdj", "4.5");
     Click(p_objTour, "btnSet");
     p_objLink.m_fnExpect(
-        {"{Z2;1,00210121+0001B0A00000B0000000000100|}", "{Z2;2,+045+000+00+000+00+00-00-001014|}"});
+        {MGolden::Parameters, MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "045"}})});
 
     p_objTour.Heading(p_objLink.m_strName + ": READ after a RAM CLEAR shows what the printer has");
     p_objTour.ShowTab(1);

@@ -97,7 +97,7 @@ protected:
         return m_objFolder.Path(p_strName);
     }
 
-    /// One of the files in tests/files.
+    /// One of the files that varden_settings_samples makes.
     static std::string TestFile(const std::string& p_strName) {
         return std::string(VARDEN_TEST_FILES) + "/" + p_strName;
     }

@@ -4,6 +4,7 @@
 #include "files/MParameterFile.h"
 #include "model/MSettingText.h"
 #include "tests/files/MSettingsFields.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -16,10 +17,10 @@ constexpr CSettingsFile::Format Dt1{&MParameterFile::BuildLines, &MParameterFile
 constexpr CSettingsFile::Format Dt2{&MLanFile::BuildLines, &MLanFile::StoreLine};
 
 // Files at their defaults, line by line.
-const std::string Parameters = "{Z2;1,00210121+0001B0A00000B0000000000100|}";
-const std::string Adjustments = "{Z2;2,+000+000+00+000+00+00-00-001014|}";
-const std::string Port = "{IS;1,08000|}";
-const std::string Dhcp = "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}";
+const std::string Parameters = MGolden::Parameters;
+const std::string Adjustments = MGolden::Adjustments;
+const std::string Port = MGolden::SocketPort;
+const std::string Dhcp = MGolden::Dhcp;
 
 CFileContent Read(const CSettingsFile::Format& p_objFormat, const Texts& p_strLines) {
     std::string strBytes;
@@ -39,6 +40,10 @@ Texts Problems(const CFileContent& p_objContent) {
 
 Texts ProblemsOf(const CSettingsFile::Format& p_objFormat, const Texts& p_strLines) {
     return Problems(Read(p_objFormat, p_strLines));
+}
+
+std::string Length(const std::string& p_strLine) {
+    return std::to_string(p_strLine.size()) + " characters";
 }
 
 std::string Value(const CFileContent& p_objContent, const char* p_strName) {
@@ -142,9 +147,10 @@ TEST(CCommandLines, LowerCaseDigitsAreRight) {
 }
 
 TEST(CCommandLines, SeparatorsAndEndsAreLookedAt) {
-    EXPECT_EQ(ProblemsOf(Dt1, {With(Parameters, 6, ";"), With(Adjustments, 38, "}}")}),
+    const std::size_t iEnd = Adjustments.size() - 1;
+    EXPECT_EQ(ProblemsOf(Dt1, {With(Parameters, 6, ";"), With(Adjustments, iEnd, "}}")}),
               (Texts{"line 1: column 6 has \";\" where \",\" belongs",
-                     "line 2: column 38 has \"}\" where \"|\" belongs"}));
+                     "line 2: column " + std::to_string(iEnd) + " has \"}\" where \"|\" belongs"}));
     EXPECT_EQ(ProblemsOf(Dt2, {"{IP;3.000,000,000,000|}"}),
               (Texts{"line 1: column 6 has \".\" where \",\" belongs"}));
     EXPECT_EQ(ProblemsOf(Dt2, {Dhcp.substr(0, 38) + "??"}),
@@ -160,13 +166,15 @@ TEST(CCommandLines, AWrongValueHidesNothingElseInItsLine) {
 }
 
 TEST(CCommandLines, LinesThatAreNoneAreTold) {
-    EXPECT_EQ(ProblemsOf(Dt1, {Parameters + "x", "", "{IP;2,192,168,010,020|}",
-                               With(Adjustments, 5, "3"), Adjustments.substr(0, 20), "{Z"}),
-              (Texts{"line 1: it has 44 characters in place of 43", "line 2: it is empty",
-                     "line 3: no line of such a file begins with \"{IP;\"",
-                     "line 4: no line of such a file begins with \"{Z2;3\"",
-                     "line 5: it has 20 characters in place of 39",
-                     "line 6: no line of such a file begins with \"{Z\""}));
+    EXPECT_EQ(
+        ProblemsOf(Dt1, {Parameters + "x", "", "{IP;2,192,168,010,020|}", With(Adjustments, 5, "3"),
+                         Adjustments.substr(0, 20), "{Z"}),
+        (Texts{"line 1: it has " + Length(Parameters + "x") + " in place of " +
+                   std::to_string(Parameters.size()),
+               "line 2: it is empty", "line 3: no line of such a file begins with \"{IP;\"",
+               "line 4: no line of such a file begins with \"{Z2;3\"",
+               "line 5: it has 20 characters in place of " + std::to_string(Adjustments.size()),
+               "line 6: no line of such a file begins with \"{Z\""}));
     EXPECT_EQ(ProblemsOf(Dt2, {Dhcp + "x", "{IP;2,1|}"}),
               (Texts{"line 1: it has 58 characters in place of 57",
                      "line 2: it has 9 characters in place of 23"}));

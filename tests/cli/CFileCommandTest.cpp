@@ -1,5 +1,6 @@
 #include "cli/MSettingsFile.h"
 #include "tests/cli/CCliFixture.h"
+#include "tests/golden/MGolden.h"
 
 #include <filesystem>
 
@@ -48,7 +49,8 @@ TEST_F(CFileCommandTest, LettersBeyondAsciiAreUtf8) {
 }
 
 TEST_F(CFileCommandTest, AFileWithWrongValuesIsShownAndIsWrong) {
-    const std::string strFile = Make("a.dt1", "{Z2;1,00910121+0001B0A00000B0000000000100|}\r\n");
+    const std::string strFile =
+        Make("a.dt1", MGolden::With(MGolden::Parameters, {{"CommunicationSpeed", "9"}}) + "\r\n");
     const Ran objRan = RunJson({"file", strFile});
     EXPECT_EQ(objRan.m_iCode, MExitCode::Wrong);
     EXPECT_EQ(objRan.m_objJson["settings"]["speed"], nullptr);
@@ -219,7 +221,8 @@ TEST_F(CFileCommandTest, AHiddenFileAndALinkAreThereToo) {
 }
 
 TEST_F(CFileCommandTest, AWrongFileIsNotSaved) {
-    const std::string strFile = Make("a.dt1", "{Z2;1,00910121+0001B0A00000B0000000000100|}\r\n");
+    const std::string strFile =
+        Make("a.dt1", MGolden::With(MGolden::Parameters, {{"CommunicationSpeed", "9"}}) + "\r\n");
     const std::string strSave = m_objFolder.Path("b.json");
     EXPECT_EQ(Run({"file", strFile, "--save", strSave}).m_iCode, MExitCode::Wrong);
     EXPECT_FALSE(std::filesystem::exists(strSave));

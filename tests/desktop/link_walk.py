@@ -4,6 +4,7 @@ from printer import COM, COM_PORT, LAN, USB, show
 from tool_window import SETUP, ToolWindow
 from waiting import Wrong, wait_for
 
+ICONS = [16, 24, 32, 48, 64]
 INTERFACES = {COM: 0, LAN: 1, USB: 2}  # their places in the list
 READ = ["{Z5;0|}", "{Z5;1|}", "{Z5;4|}"]
 
@@ -11,35 +12,43 @@ READ = ["{Z5;0|}", "{Z5;1|}", "{Z5;4|}"]
 EDITED = [("cmbFontCode", 3), ("cmbSpeed", 3), ("SeFowardPosition", "-2.5"), ("cmbCode", 3),
           ("SeCode1", "1c"), ("SeEuroCode", "a4"), ("cmbPeelOffTrq", 3), ("SeFeedAdj", "4.5"),
           ("SeXAdj", "-99.5"), ("SeToneAdjT", "-7"), ("SeRbnAdjFw", "-3"), ("SeThresholdR", "2.5")]
-SET = ["{Z2;1,30310121-2531C0A00000A4000000000103|}", "{Z2;2,+045+000+00-995-07+00-03-002514|}"]
+# The same as the two commands have it, by their places.
+PARAMETERS = {7: "3", 9: "3", 15: "-25", 18: "3", 19: "1C", 28: "A4", 41: "3"}
+ADJUSTMENTS = {8: "045", 18: "-995", 22: "-07", 29: "03", 34: "25"}
 
 # Edited, but not sent: the next READ brings back what the printer has.
 FORGOTTEN = [("cmbFontCode", 1), ("cmbSpeed", 0), ("SeEuroCode", "ff"), ("SeFeedAdj", "-9.9"),
              ("SeXAdj", "0"), ("SeToneAdjT", "10")]
 
 EDITED_AGAIN = [("cmbBackSpeed", 0), ("SeThresholdT", "0.7")]
-SET_AGAIN = ["{Z2;1,30310121-2531C0A00000A4000000000003|}",
-             "{Z2;2,+045+000+00-995-07+00-03-002507|}"]
+PARAMETERS_AGAIN = PARAMETERS | {39: "0"}
+ADJUSTMENTS_AGAIN = ADJUSTMENTS | {36: "07"}
 
 
 class LinkWalk:
     """The walk on one link, with a printer and a tool that have just been started."""
 
-    def __init__(self, desktop, places, printer):
-        self._printer = printer
+    def __init__(self, desktop, places, printer, golden):
+        self._printer, self._golden = printer, golden
         self._window = ToolWindow(desktop, places)
 
     def run(self):
         """Fails at the first thing that is wrong."""
+        self._look_at_icon()
         self._connect()
         self._press("btnRead", READ)
         self._edit(EDITED)
-        self._press("btnSet", SET)
+        self._press("btnSet", self._golden.set(PARAMETERS, ADJUSTMENTS))
         self._edit(FORGOTTEN)
         self._press("btnRead", READ)
         self._edit(EDITED_AGAIN)
-        self._press("btnSet", SET_AGAIN)
+        self._press("btnSet", self._golden.set(PARAMETERS_AGAIN, ADJUSTMENTS_AGAIN))
         self._close()
+
+    def _look_at_icon(self):
+        icons = self._window.icons()
+        if icons != ICONS:
+            raise Wrong(f"the window has icons of {icons} pixels")
 
     def _connect(self):
         self._window.choose("cmbInterface", INTERFACES[self._printer.link])

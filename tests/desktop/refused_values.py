@@ -14,8 +14,7 @@ WAYS = ["Return", "OK", "Escape"]  # in which the box is closed
 BOX_PATIENCE = 5  # seconds
 LIST_PATIENCE = 0.05
 
-PARAMETERS = "{Z2;1,00210121+0001B0A00000B0000000000100|}"
-ADJUSTMENTS = "{{Z2;2,+{:03}+000+00+000+00+00-00-001014|}}"
+FEED = 8  # the place of its three digits among the adjustments
 
 # What can go wrong.
 NO_BOX = "no box came"
@@ -28,9 +27,9 @@ STUCK = "could not go on"
 class RefusedValues:
     """Tries, one after the other in the same window; after one that goes wrong in a new one."""
 
-    def __init__(self, desktop, places, printer, report):
+    def __init__(self, desktop, places, printer, golden, report):
         self._desktop, self._places, self._printer = desktop, places, printer
-        self._report = report
+        self._golden, self._report = golden, report
         self._window = None
         self._problems = []
 
@@ -78,7 +77,7 @@ class RefusedValues:
         value = number % 500
         self._window.type("SeFeedAdj", f"{value / 10:.1f}")
         self._window.click("btnSet")
-        self._see_sent(number, [PARAMETERS, ADJUSTMENTS.format(value)], way)
+        self._see_sent(number, self._golden.set({}, {FEED: f"{value:03}"}), way)
 
     def _refuse(self, number, field, text, leave_for, way):
         """Types what is out of range, clicks elsewhere, and closes the box that this brings."""

@@ -2,7 +2,8 @@
 """Works the setting tool's windows from outside, under a window manager, and looks at what the
 simulated printers receive.
 
-Needs Xvfb, a window manager, xdotool, and the programs of a build. Touches no display but its own.
+Needs Xvfb, a window manager, xdotool, xprop, and the programs of a build. Touches no display but its
+own.
 """
 
 import argparse
@@ -16,6 +17,7 @@ sys.dont_write_bytecode = True  # among the sources
 
 # pylint: disable=wrong-import-position
 from desktop import MANAGERS, Desktop
+from golden import Golden
 from link_walk import LinkWalk
 from printer import COM, LAN, USB, Printer
 from refused_values import RefusedValues
@@ -53,7 +55,7 @@ def walk(desktop, options, places, report):
         begin = time.monotonic()
         with Printer(desktop, options.programs, link) as printer:
             try:
-                LinkWalk(desktop, places, printer).run()
+                LinkWalk(desktop, places, printer, Golden(options.programs)).run()
                 print(f"   ok, {time.monotonic() - begin:.0f} s", flush=True)
             except Wrong as problem:
                 report.wrong(str(problem), desktop.screen)
@@ -64,7 +66,8 @@ def refuse(desktop, options, places, report):
     """What is out of range."""
     print(f"== {options.manager}: values out of range", flush=True)
     with Printer(desktop, options.programs, LAN) as printer:
-        RefusedValues(desktop, places, printer, report).run(options.tries)
+        RefusedValues(desktop, places, printer, Golden(options.programs),
+                      report).run(options.tries)
 
 
 def work(options, report):

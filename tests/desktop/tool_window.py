@@ -1,5 +1,7 @@
 """The tool's windows, worked by mouse and keys, and seen as anyone in front of the screen does."""
 
+import re
+
 from waiting import Wrong, comes, wait_for
 
 MAIN, SETUP, BOX = "FmMain", "FmInterfaceSetup", "RangeBox"
@@ -29,10 +31,16 @@ class ToolWindow:
 
     def __init__(self, desktop, places):
         self._person, self._screen, self._places = desktop.person, desktop.screen, places
+        self._run = desktop.run
         self.main = wait_for("the main window", lambda: self._person.look(WINDOWS))[0]
         wait_for("the main window to be in front", self.is_front)
         self._corner = self._find_corner()
         self._idle_look = wait_for("the window to be painted", self._painted)
+
+    def icons(self):
+        """In which sizes the window has an icon for title bars, panels and switchers."""
+        said = "\n".join(self._run(["xprop", "-id", self.main, "_NET_WM_ICON"]))
+        return sorted(int(size) for size in re.findall(r"Icon \((\d+) x \1\)", said))
 
     def click(self, control, hold=0.0):
         """Clicks; the button stays down for so many seconds."""

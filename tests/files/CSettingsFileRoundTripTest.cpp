@@ -19,7 +19,7 @@ using MSettingsFields::Field;
 using MSettingsFields::Item;
 
 constexpr const char* Path = "/settings";
-constexpr int Rounds = 3000;
+constexpr int Rounds = 1000;
 
 /// Settings at random, the same ones in every run.
 class CRandomSettings {

@@ -6,6 +6,7 @@
 #include "model/CConversionError.h"
 #include "tests/fakes/CFakeFileStore.h"
 #include "tests/files/MSettingsFields.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -26,8 +27,8 @@ constexpr const char* Path = "/settings";
 constexpr CSettingsFile::Format Parameter{&MParameterFile::BuildLines, &MParameterFile::StoreLine};
 constexpr CSettingsFile::Format Lan{&MLanFile::BuildLines, &MLanFile::StoreLine};
 
-const std::string Line1 = "{Z2;1,F1511241+503FFFFFF111FF111121111113|}";
-const std::string Line2 = "{Z2;2,+500-500+95-995+10-10-01-024039|}";
+const std::string Line1 = MGolden::All(MGolden::Parameters, &MGolden::Item::m_strHighest);
+const std::string Line2 = MGolden::All(MGolden::Adjustments, &MGolden::Item::m_strOther);
 
 /// Loads p_strBytes into p_objItems; what the loading says.
 bool Load(const CSettingsFile::Format& p_objFormat, const std::string& p_strBytes,
@@ -119,8 +120,8 @@ TEST_P(CSettingsFileLoadTest, StoresTheLinesUpToTheFirstWrongOne) {
     EXPECT_EQ(MParameterFile::BuildLines(objItems), GetParam().m_strLines);
 }
 
-const std::string Default1 = "{Z2;1,00210121+0001B0A00000B0000000000100|}";
-const std::string Default2 = "{Z2;2,+000+000+00+000+00+00-00-001014|}";
+const std::string Default1 = MGolden::Parameters;
+const std::string Default2 = MGolden::Adjustments;
 using Lines = std::vector<std::string>;
 
 const LoadCase LoadCases[] = {
@@ -310,7 +311,7 @@ TEST(CSettingsFileSizeTest, OneOfGigabytesIsRefusedAtOnce) {
 TEST(CSettingsFileSizeTest, OneThatGrowsWhileItIsReadIsRefusedWhenItIsTooLarge) {
     CEndlessStore objFileStore;
     objFileStore.m_strText = Line1 + "\r\n";
-    objFileStore.m_iSize = 45;
+    objFileStore.m_iSize = objFileStore.m_strText.size();
     const CItemManager objItems;
     EXPECT_FALSE(CSettingsFile(Parameter, objItems, objFileStore).Load(Path));
     EXPECT_GT(objFileStore.m_iGiven, 1'000'000U);

@@ -2,6 +2,7 @@
 
 #include "model/CConversionError.h"
 #include "tests/files/MSettingsFields.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +18,16 @@ using MSettingsFields::Item;
 using MSettingsFields::Texts;
 using MSettingsFields::With;
 
-const std::vector<std::string> Defaults{"{Z2;1,00210121+0001B0A00000B0000000000100|}",
-                                        "{Z2;2,+000+000+00+000+00+00-00-001014|}"};
+const std::vector<std::string> Defaults = MGolden::SetCommands();
+
+/// The adjustments with other fields of the ribbon motors.
+std::string Ribbons(const char* p_strSignF, const char* p_strF, const char* p_strSignB,
+                    const char* p_strB) {
+    return MGolden::With(MGolden::Adjustments, {{"RibbonMotorDirection_F", p_strSignF},
+                                                {"RibbonMotorAdjustment_F", p_strF},
+                                                {"RibbonMotorDirection_B", p_strSignB},
+                                                {"RibbonMotorAdjustment_B", p_strB}});
+}
 
 const std::string& DefaultLine(const Field& p_objField) {
     return Defaults[p_objField.m_iLine - 1];
@@ -26,17 +35,6 @@ const std::string& DefaultLine(const Field& p_objField) {
 
 TEST(MParameterFileTest, HasTwoLinesOfFixedLength) {
     EXPECT_EQ(MParameterFile::BuildLines(CItemManager()), Defaults);
-    EXPECT_EQ(Defaults[0].size(), 43U);
-    EXPECT_EQ(Defaults[1].size(), 39U);
-}
-
-TEST(MParameterFileTest, FieldsFillALineWithoutAGap) {
-    std::vector<std::size_t> iNext{7, 7};
-    for (const Field& objField : MSettingsFields::Parameter()) {
-        EXPECT_EQ(objField.m_iPosition, iNext[objField.m_iLine - 1]) << objField.m_strItem;
-        iNext[objField.m_iLine - 1] += std::string(objField.m_strHighest).size();
-    }
-    EXPECT_EQ(iNext, (std::vector<std::size_t>{42, 38}));
 }
 
 class MParameterFileFieldTest : public ::testing::TestWithParam<Field> {};
@@ -70,15 +68,15 @@ INSTANTIATE_TEST_SUITE_P(, MParameterFileFieldTest,
 
 TEST(MParameterFileTest, ReadsFieldsAsText) {
     CItemManager objItems;
-    EXPECT_TRUE(MParameterFile::StoreLine(With(Defaults[1], 8, "007"), objItems));
+    EXPECT_TRUE(MParameterFile::StoreLine(MGolden::With(Defaults[1], {{"FeedAdjustment", "007"}}),
+                                          objItems));
     EXPECT_EQ(objItems.m_objFeedAdjustment->GetValue(), CItemValue("007"));
 }
 
 TEST(MParameterFileTest, WritesAFixedDirectionAsItsDefaultWhateverWasRead) {
     CItemManager objItems;
-    EXPECT_TRUE(MParameterFile::StoreLine(With(With(Defaults[1], 28, "+07"), 31, "+08"), objItems));
-    EXPECT_EQ(MParameterFile::BuildLines(objItems)[1],
-              With(With(Defaults[1], 28, "-07"), 31, "-08"));
+    EXPECT_TRUE(MParameterFile::StoreLine(Ribbons("+", "07", "+", "08"), objItems));
+    EXPECT_EQ(MParameterFile::BuildLines(objItems)[1], Ribbons("-", "07", "-", "08"));
 }
 
 TEST(MParameterFileTest, LeavesTheOtherGroupAlone) {
@@ -94,7 +92,8 @@ TEST(MParameterFileTest, FollowsTheWidthsOfTheItems) {
     CItemManager objItems;
     objItems.m_objFeedAdjustment->m_iLength = 4;
     EXPECT_FALSE(MParameterFile::StoreLine(Defaults[1], objItems));
-    EXPECT_TRUE(MParameterFile::StoreLine("{Z2;2,-0123+000+00+000+00+00-00-001014|}", objItems));
+    EXPECT_TRUE(MParameterFile::StoreLine(
+        With(Defaults[1].substr(0, 7) + "0" + Defaults[1].substr(7), 7, "-0123"), objItems));
     EXPECT_EQ(objItems.m_objFeedAdjustment->GetValueString(), "0123");
     EXPECT_EQ(objItems.m_objThresholdAdjustment_T->GetValueString(), "14");
 }
@@ -129,11 +128,17 @@ TEST_P(MParameterFileAcceptedTest, TakesTheLineForTheSameAsTheUsualOne) {
 
 INSTANTIATE_TEST_SUITE_P(
     , MParameterFileAcceptedTest,
-    ::testing::Values(LineCase{"SemicolonForTheComma", With(Defaults[0], 6, ";")},
-                      LineCase{"NulForTheComma", With(Defaults[1], 6, std::string(1, '\0'))},
-                      LineCase{"AnyClosingCharacters", With(Defaults[0], 42, "xy")},
-                      LineCase{"BlanksForTheClosing", With(Defaults[1], 38, "  ")}),
+    ::testing::Values(
+        LineCase{"SemicolonForTheComma", With(Defaults[0], 6, ";")},
+        LineCase{"NulForTheComma", With(Defaults[1], 6, std::string(1, '\0'))},
+        LineCase{"AnyClosingCharacters", Defaults[0].substr(0, Defaults[0].size() - 2) + "xy"},
+        LineCase{"BlanksForTheClosing", Defaults[1].substr(0, Defaults[1].size() - 2) + "  "}),
     [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
+
+/// Without its last character.
+std::string Short(const std::string& p_strLine) {
+    return p_strLine.substr(0, p_strLine.size() - 1);
+}
 
 class MParameterFileRefusedTest : public ::testing::TestWithParam<LineCase> {};
 
@@ -147,19 +152,21 @@ TEST_P(MParameterFileRefusedTest, StoresNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     , MParameterFileRefusedTest,
-    ::testing::Values(
-        LineCase{"Empty", ""}, LineCase{"PartOfTheHead", "{Z2"}, LineCase{"HeadAlone", "{Z2;"},
-        LineCase{"HeadAndDigit", "{Z2;1"}, LineCase{"Digit0", With(Defaults[0], 5, "0")},
-        LineCase{"Digit3", With(Defaults[0], 5, "3")},
-        LineCase{"Digit3InTheOtherLength", With(Defaults[1], 5, "3")},
-        LineCase{"NoDigit", With(Defaults[0], 5, ",")},
-        LineCase{"Line1Of42", Defaults[0].substr(0, 42)}, LineCase{"Line1Of44", Defaults[0] + "}"},
-        LineCase{"Line2Of38", Defaults[1].substr(0, 38)}, LineCase{"Line2Of40", Defaults[1] + "}"},
-        LineCase{"Group1InTheLengthOfGroup2", With(Defaults[1], 5, "1")},
-        LineCase{"Group2InTheLengthOfGroup1", With(Defaults[0], 5, "2")},
-        LineCase{"OtherHead", With(Defaults[0], 1, "{Z5;")},
-        LineCase{"LowerCaseHead", With(Defaults[0], 1, "{z2;")},
-        LineCase{"BlankInFront", " " + Defaults[0].substr(0, 42)}),
+    ::testing::Values(LineCase{"Empty", ""}, LineCase{"PartOfTheHead", "{Z2"},
+                      LineCase{"HeadAlone", "{Z2;"}, LineCase{"HeadAndDigit", "{Z2;1"},
+                      LineCase{"Digit0", With(Defaults[0], 5, "0")},
+                      LineCase{"Digit3", With(Defaults[0], 5, "3")},
+                      LineCase{"Digit3InTheOtherLength", With(Defaults[1], 5, "3")},
+                      LineCase{"NoDigit", With(Defaults[0], 5, ",")},
+                      LineCase{"Line1WithoutItsEnd", Short(Defaults[0])},
+                      LineCase{"Line1AndMore", Defaults[0] + "}"},
+                      LineCase{"Line2WithoutItsEnd", Short(Defaults[1])},
+                      LineCase{"Line2AndMore", Defaults[1] + "}"},
+                      LineCase{"Group1InTheLengthOfGroup2", With(Defaults[1], 5, "1")},
+                      LineCase{"Group2InTheLengthOfGroup1", With(Defaults[0], 5, "2")},
+                      LineCase{"OtherHead", With(Defaults[0], 1, "{Z5;")},
+                      LineCase{"LowerCaseHead", With(Defaults[0], 1, "{z2;")},
+                      LineCase{"BlankInFront", " " + Short(Defaults[0])}),
     [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
 
 }  // namespace

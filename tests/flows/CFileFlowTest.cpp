@@ -6,6 +6,7 @@
 #include "tests/fakes/CFakeFileStore.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/CFakeSettingsPage.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -39,24 +40,23 @@ void PrintTo(const Kind& p_objKind, std::ostream* p_objStream) {
     *p_objStream << p_objKind.m_strName;
 }
 
-const std::string Parameters = "{Z2;1,00210121+0001B0A00000B0000000000100|}\r\n";
-const std::string Addresses =
-    "{IP;2,192,168,010,020|}\r\n{IP;3,000,000,000,000|}\r\n{IP;4,255,255,255,000|}\r\n";
-const std::string Dhcp = "{IH;0," + std::string(32, 'F') + "," + std::string(16, '\xFF') + "|}\r\n";
+const std::string Feed =
+    MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
+const std::string Port = MGolden::With(MGolden::SocketPort, {{"SocketPortNumber", "09100"}});
 
 const Kind Kinds[] = {
-    {"Parameter", &CFileFlow::ParameterKind, "dt1",
-     Parameters + "{Z2;2,+000+000+00+000+00+00-00-001014|}\r\n",
-     Parameters + "{Z2;2,-123+000+00+000+00+00-00-001014|}\r\n",
+    {"Parameter", &CFileFlow::ParameterKind, "dt1", MGolden::File(MGolden::SetCommands()),
+     MGolden::File({MGolden::Parameters, Feed}),
      [](const CItemManager& p_objItems) {
          p_objItems.m_objFeedDirection->SetValue("-");
          p_objItems.m_objFeedAdjustment->SetValue("-123");
      },
-     "{Z2;2,-123+000+00+000+00+00-00-001014|}\r\n"},
-    {"Lan", &CFileFlow::LanKind, "dt2", Addresses + "{IS;1,08000|}\r\n" + Dhcp,
-     Addresses + "{IS;1,09100|}\r\n" + Dhcp,
+     MGolden::File({Feed})},
+    {"Lan", &CFileFlow::LanKind, "dt2", MGolden::File(MGolden::LanSetCommands()),
+     MGolden::File(
+         {MGolden::IpAddress, MGolden::Gateway, MGolden::SubnetMask, Port, MGolden::Dhcp}),
      [](const CItemManager& p_objItems) { p_objItems.m_objSocketPortNumber->SetValue("9100"); },
-     "{IS;1,09100|}\r\n"},
+     MGolden::File({Port})},
 };
 
 class CFileFlowTest : public ::testing::TestWithParam<Kind> {

@@ -1,4 +1,5 @@
 #include "tests/flows/CLinks.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -20,9 +21,7 @@ constexpr std::int16_t Usb = CInterface::UsbInterface;
 constexpr std::int64_t Step = CFakeEventLoop::StepMilliseconds;
 constexpr std::int64_t ReplyMilliseconds = 5000;
 
-const Texts LanSetCommands{
-    "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
-    "{IS;1,08000|}", "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}"};
+const Texts LanSetCommands = MGolden::LanSetCommands();
 
 /// LAN SET with something inside of it.
 class CLanSet : public CLinks {
@@ -79,7 +78,7 @@ class CReadWriteFlowInsideTest : public ::testing::Test, protected CLanSet {};
 struct InsideCase {
     const char* m_strName;
     void (*m_fnRun)(CReadWriteFlow& p_objFlow, CMaintenanceFlow& p_objMaintenance);
-    const char* m_strCommands;
+    std::string m_strCommands;
 };
 
 // clang-format off
@@ -88,7 +87,7 @@ const InsideCase Insides[] = {
     {"Read", [](auto& p_objFlow, auto& /*p_objMaintenance*/) { p_objFlow.Read(); }, "{Z5;0|}{Z5;1|}{Z5;4|}"},
     {"LanRead", [](auto& p_objFlow, auto& /*p_objMaintenance*/) { p_objFlow.LanRead(); }, "{Z5;3|}"},
     {"Set", [](auto& p_objFlow, auto& /*p_objMaintenance*/) { p_objFlow.Set(); },
-     "{Z2;1,00210121+0001B0A00000B0000000000100|}{Z2;2,+000+000+00+000+00+00-00-001014|}"},
+     std::string(MGolden::Parameters) + MGolden::Adjustments},
     {"PaperEnd", [](auto& /*p_objFlow*/, auto& p_objMaintenance) { p_objMaintenance.SensorAdjustPaperEnd(); }, "{Z6;01|}{Z6;11|}"},
 };
 // clang-format on

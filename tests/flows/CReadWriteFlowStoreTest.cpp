@@ -1,4 +1,5 @@
 #include "tests/flows/CReadWriteFlowFixture.h"
+#include "tests/golden/MGolden.h"
 
 #include "model/CConversionError.h"
 
@@ -100,7 +101,7 @@ TEST_F(CReadWriteFlowFixture, AHostNameOf16IsSentWhole) {
     m_objFlow.LanSet();
     ASSERT_EQ(m_objSocket.m_strSent.size(), 5U);
     EXPECT_EQ(m_objSocket.m_strSent.back(),
-              "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}");
+              MGolden::With(MGolden::Dhcp, {{"DhcpClientHost", "label printer 01"}}));
 }
 
 }  // namespace

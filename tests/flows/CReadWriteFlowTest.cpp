@@ -1,5 +1,6 @@
 #include "model/CConversionError.h"
 #include "tests/flows/CReadWriteFlowFixture.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -16,12 +17,9 @@ using Texts = std::vector<std::string>;
 using Told = std::vector<bool>;
 
 const Texts ReadCommands{"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"};
-const Texts SetCommands{"{Z2;1,00210121+0001B0A00000B0000000000100|}",
-                        "{Z2;2,+000+000+00+000+00+00-00-001014|}"};
+const Texts SetCommands = MGolden::SetCommands();
 const Texts LanReadCommands{"{Z5;3|}"};
-const Texts LanSetCommands{
-    "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
-    "{IS;1,08000|}", "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}"};
+const Texts LanSetCommands = MGolden::LanSetCommands();
 
 struct FlowCase {
     const char* m_strName;
@@ -479,7 +477,7 @@ TEST_F(CReadWriteFlowTest, LanSetPadsTheHostNameOnTheWire) {
     m_objFlow.LanSet();
     ASSERT_EQ(m_objSocket.m_strSent.size(), 5U);
     EXPECT_EQ(m_objSocket.m_strSent.back(),
-              "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,desk" + std::string(12, '\xFF') + "|}");
+              MGolden::With(MGolden::Dhcp, {{"DhcpClientHost", "desk" + std::string(12, '\xFF')}}));
 }
 
 TEST_F(CReadWriteFlowTest, LanSetBuildsEveryCommandBeforeItSendsTheFirst) {

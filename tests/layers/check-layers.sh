@@ -66,6 +66,7 @@ function Offence(p_text) {
 # The line without comments, and in word without the contents of its texts; inComment is kept
 # from line to line.
 function Strip(p_line,    i, n, c, two, quote) {
+    if (!inComment && p_line !~ /["\047]|\/\/|\/\*/) { code = p_line; word = p_line; return }
     code = ""; word = ""; quote = ""
     n = length(p_line)
     for (i = 1; i <= n; i++) {
@@ -123,7 +124,7 @@ function CheckLine(    name) {
         CheckNames(!(room in usb), "platform/usb", "libusb_?[A-Za-z0-9_]*")
     }
     if (code ~ /^[ \t]*#[ \t]*pragma[ \t]+once/) pragma = 1
-    if (match(word, "(^|[^A-Za-z0-9_])(class|struct|namespace|enum|enum class)[ \t]+([A-Za-z0-9_:]+[ \t]+)*" base "([^A-Za-z0-9_]|$)")) named = 1
+    if (!named && index(word, base) && match(word, "(^|[^A-Za-z0-9_])(class|struct|namespace|enum|enum class)[ \t]+([A-Za-z0-9_:]+[ \t]+)*" base "([^A-Za-z0-9_]|$)")) named = 1
 }
 
 function CheckFile(    header) {

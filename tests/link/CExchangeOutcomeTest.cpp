@@ -97,7 +97,7 @@ protected:
         : CSessionEventsFixture(CExchangeManners::OfAProgram()) {}
     void SetUp() override { Use(GetParam()); }
 
-    COutcome AskStatus() { return Exchange().Request("{WS|}", 13, AwaitedAnswer::Status); }
+    COutcome AskStatus() { return Exchange().RequestStatus(); }
 };
 
 INSTANTIATE_TEST_SUITE_P(, CAwaitedOutcomeTest, ::testing::Values(Com, Lan, Usb),

@@ -44,4 +44,10 @@ TEST(CQtClockTest, GoesOnInFractionsOfASecond) {
     EXPECT_LT(dPassed, dReal + 0.02);
 }
 
+// Of these test programs, all of them: a wait in real time over midnight would have no end.
+TEST(CQtClockTest, BeginsAtNoonInATest) {
+    constexpr double dNoon = SecondsPerDay / 2;
+    EXPECT_NEAR(CQtClock().SecondsSinceMidnight(), dNoon, 600);
+}
+
 }  // namespace

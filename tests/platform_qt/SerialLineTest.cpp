@@ -11,6 +11,7 @@
 #include "tests/fakes/CFakeExchangeView.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/MWire.h"
+#include "tests/golden/MGolden.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -118,7 +119,8 @@ TEST_F(SerialLineTest, ReadsEveryGroup) {
 
 TEST_F(SerialLineTest, ReadsWhatItHasWritten) {
     PlugInAndOpen();
-    ASSERT_TRUE(Exchange("{Z2;2,-123+000+00+000+00+00-00-001014|}"));
+    ASSERT_TRUE(Exchange(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}})));
     ASSERT_TRUE(WaitForStatus(1));
     EXPECT_NE(MWire::StoredFields(m_objPrinter.Items(), 0), MWire::StoredFields(CItemManager(), 0));
     ExpectRead(0);

@@ -80,6 +80,15 @@ protected:
         return std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now() - iStart);
     }
 
+    /// How often the event loop runs while something takes its time: unlike that the same on a slow
+    /// machine. A wait that ends at once comes to one more at most.
+    template <typename Call>
+    std::int64_t YieldsOf(const Call& p_objCall) {
+        const std::int64_t iYields = m_objEventLoop.Yields();
+        p_objCall();
+        return m_objEventLoop.Yields() - iYields;
+    }
+
     static constexpr const char* Status = "{WS|}";
     static std::string StatusAnswer() { return CPrinter::StatusAnswer("00"); }
 

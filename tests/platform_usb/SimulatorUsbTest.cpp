@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
 #include <QFile>
@@ -15,7 +16,12 @@ using Texts = std::vector<std::string>;
 
 constexpr int PatienceMs = 30'000;
 const std::string Status = "..000000000..";
-const std::string Settings0 = ".0{0+000+000+00+00+00-00-00|}";
+const std::string Settings0 = std::string(".0") + MGolden::Answer(0);
+
+/// What the client is to be told for sending p_strCommand.
+QString Send(const std::string& p_strCommand) {
+    return "send:" + QString::fromStdString(p_strCommand);
+}
 
 /// The simulator with the client in its emulated system.
 class SimulatorUsbTest : public ::testing::Test {
@@ -112,36 +118,50 @@ TEST_F(SimulatorUsbTest, APrinterThatHangsUpIsUnpluggedBehindItsAnswer) {
 }
 
 TEST_F(SimulatorUsbTest, APrinterThatRefusesAndStoresWrongly) {
-    const QString strSet = "send:{Z2;2,-123-456-00+000+00+00-00-001014|}";
+    const QString strSet = Send(MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"},
+                                                                     {"FeedAdjustment", "123"},
+                                                                     {"CutPosDirection", "-"},
+                                                                     {"CutPosAdjustment", "456"},
+                                                                     {"BackFeedDirection", "-"}}));
     EXPECT_EQ(Run({"--refuse", "WS", "--stuck", "FeedDirection", "--half-fields", "3"},
                   m_strStatus + QStringList{"open", strSet, "receive:13", "close"} + m_strRead),
               0);
     EXPECT_EQ(ClientLines().at(2), "receive 13 ..060000000..");
     EXPECT_EQ(ClientLines().at(6), "receive 13 " + Status);
-    EXPECT_EQ(ClientLines().at(12), "receive 29 .0{0+123-000+00+00+00-00-00|}");
+    EXPECT_EQ(ClientLines().at(12),
+              "receive 29 .0" + MGolden::With(MGolden::Answer(0), {{"FeedAdjustment", "123"},
+                                                                   {"CutPosDirection", "-"}}));
 }
 
 TEST_F(SimulatorUsbTest, WithoutPowerThePrinterIsUnpluggedUntilItIsBack) {
-    const QString strSet = "send:{Z2;2,-123+000+00+000+00+00-00-001014|}";
+    const QString strSet = Send(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
     EXPECT_EQ(Run({"--power-cut", "44", "--power-back", "300"},
                   m_strStatus +
                       QStringList{"open", strSet, "receive:13", "close", "open", "wait:3000"} +
                       m_strRead),
               0);
-    EXPECT_EQ(ClientLines(),
-              (Texts{"open 0", "send 5", "receive 13 " + Status, "close 0", "open 0", "send 39",
-                     "receive -1 ", "close 0", "open -1", "wait ", "open 0", "send 7", "close 0",
-                     "open 0", "receive 29 .0{0-123+000+00+00+00-00-00|}", "close 0"}));
+    EXPECT_EQ(
+        ClientLines(),
+        (Texts{"open 0", "send 5", "receive 13 " + Status, "close 0", "open 0", "send 39",
+               "receive -1 ", "close 0", "open -1", "wait ", "open 0", "send 7", "close 0",
+               "open 0",
+               "receive 29 .0" + MGolden::With(MGolden::Answer(0),
+                                               {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}),
+               "close 0"}));
     EXPECT_TRUE(HasLine("! power off"));
     EXPECT_TRUE(HasLine("! power on"));
 }
 
 TEST_F(SimulatorUsbTest, ACommandThatThePowerCutsInTwoIsNeitherTakenNorCarriedOut) {
-    EXPECT_EQ(Run({"--power-cut", "36", "--power-back", "0", "--forget"},
-                  QStringList{"open", "send:{Z2;2,-123+000+00+000+00+00-00-001014|}", "close",
-                              "wait:3000"} +
-                      m_strRead),
-              0);
+    EXPECT_EQ(
+        Run({"--power-cut", "36", "--power-back", "0", "--forget"},
+            QStringList{"open",
+                        Send(MGolden::With(MGolden::Adjustments,
+                                           {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}})),
+                        "close", "wait:3000"} +
+                m_strRead),
+        0);
     EXPECT_EQ(ClientLines().at(1), "send -1");
     EXPECT_EQ(ClientLines().at(8), "receive 29 " + Settings0);
 }

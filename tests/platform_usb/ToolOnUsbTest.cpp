@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
 #include <QDir>
@@ -18,8 +19,8 @@ using Texts = std::vector<std::string>;
 constexpr int PatienceMs = 60'000;
 
 const Texts Read{"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"};
-const Texts Set{"{Z2;1,00210121+0001B0A00000B0000000000100|}",
-                "{Z2;2,+045+000+00+000+00+00-00-001014|}"};
+const Texts Set{MGolden::Parameters,
+                MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "045"}})};
 
 Texts operator+(Texts p_strLeft, const Texts& p_strRight) {
     p_strLeft.insert(p_strLeft.end(), p_strRight.begin(), p_strRight.end());

@@ -1,5 +1,7 @@
 #include "protocol/MAnswer.h"
 
+#include "tests/golden/MGolden.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +11,7 @@
 namespace {
 
 struct Field {
-    ItemRef CItemManager::*m_objSlot;
+    MGolden::Slot m_objSlot;
     std::string m_strField;
     CItemValue m_vStored;
 };
@@ -20,94 +22,29 @@ struct Answer {
     std::vector<Field> m_objFields;
 };
 
-// A field of its own for every item of a group, so that no two can be mistaken for each other.
-// clang-format off
-const Answer Answers[] = {
-    {0, 23, {
-        {&CItemManager::m_objFeedDirection, "-", "-"},
-        {&CItemManager::m_objFeedAdjustment, "123", "123"},
-        {&CItemManager::m_objCutPosDirection, "a", "a"},
-        {&CItemManager::m_objCutPosAdjustment, "045", "045"},
-        {&CItemManager::m_objBackFeedDirection, "b", "b"},
-        {&CItemManager::m_objBackFeedAdjustment, "67", "67"},
-        {&CItemManager::m_objToneDirection_T, "c", "c"},
-        {&CItemManager::m_objToneAdjustment_T, "08", "08"},
-        {&CItemManager::m_objToneDirection_D, "d", "d"},
-        {&CItemManager::m_objToneAdjustment_D, " 9", " 9"},
-        {&CItemManager::m_objRibbonMotorDirection_F, "e", "e"},
-        {&CItemManager::m_objRibbonMotorAdjustment_F, "10", "10"},
-        {&CItemManager::m_objRibbonMotorDirection_B, "f", "f"},
-        {&CItemManager::m_objRibbonMotorAdjustment_B, "xy", "xy"},
-    }},
-    {1, 21, {
-        {&CItemManager::m_objXCoordinateDirection, "-", "-"},
-        {&CItemManager::m_objXCoordinateAdjustment, "201", "201"},
-        {&CItemManager::m_objPrintPosCorrectionDirection, "a", "a"},
-        {&CItemManager::m_objPrintPosCorrectionValue, "302", "302"},
-        {&CItemManager::m_objFontCode, "E", 14},
-        {&CItemManager::m_objZeroStyle, "3", "3"},
-        {&CItemManager::m_objControl, "4", "4"},
-        {&CItemManager::m_objControlCode, "5", "5"},
-        {&CItemManager::m_objStripStatus, "6", "6"},
-        {&CItemManager::m_objThresholdAdjustment_R, "27", "27"},
-        {&CItemManager::m_objThresholdAdjustment_T, "38", "38"},
-        {&CItemManager::m_objKanjiCode, "7", "7"},
-        {&CItemManager::m_objCountry, "9", "9"},
-        {&CItemManager::m_objEuroCode, "C7", 199},
-    }},
-    {2, 8, {
-        {&CItemManager::m_objThermalHeadSensor, "41", "41"},
-        {&CItemManager::m_objAmbientSensor, "52", "52"},
-        {&CItemManager::m_objReflectiveSensor, "63", "63"},
-        {&CItemManager::m_objTransmissiveSensor, "74", "74"},
-    }},
-    {3, 92, {
-        {&CItemManager::m_objLanSetting, "1", "1"},
-        {&CItemManager::m_objIpAddress1, "010", "010"},
-        {&CItemManager::m_objIpAddress2, "020", "020"},
-        {&CItemManager::m_objIpAddress3, "030", "030"},
-        {&CItemManager::m_objIpAddress4, "040", "040"},
-        {&CItemManager::m_objGateway1, "051", "051"},
-        {&CItemManager::m_objGateway2, "061", "061"},
-        {&CItemManager::m_objGateway3, "071", "071"},
-        {&CItemManager::m_objGateway4, "081", "081"},
-        {&CItemManager::m_objSubnetMask1, "252", "252"},
-        {&CItemManager::m_objSubnetMask2, "242", "242"},
-        {&CItemManager::m_objSubnetMask3, "232", "232"},
-        {&CItemManager::m_objSubnetMask4, "222", "222"},
-        {&CItemManager::m_objSocketPortSetting, "0", "0"},
-        {&CItemManager::m_objSocketPortNumber, "54321", "54321"},
-        {&CItemManager::m_objDhcpSetting, "2", "2"},
-        {&CItemManager::m_objDhcpClientId, "0123456789ABCDEF0123456789ABCDEF", "0123456789ABCDEF0123456789ABCDEF"},
-        {&CItemManager::m_objDhcpClientHost, " \xE9printer\xFF 7    ", " \xE9printer\xFF 7    "},
-    }},
-    {4, 27, {
-        {&CItemManager::m_objCommunicationSpeed, "a", "a"},
-        {&CItemManager::m_objDataLength, "b", "b"},
-        {&CItemManager::m_objParity, "c", "c"},
-        {&CItemManager::m_objAutoForward, "d", "d"},
-        {&CItemManager::m_objAutoForwardDirection, "-", "-"},
-        {&CItemManager::m_objAutoForwardAdjustment, "48", "48"},
-        {&CItemManager::m_objControlCode1st, "1C", 28},
-        {&CItemManager::m_objControlCode2nd, "0d", 13},
-        {&CItemManager::m_objControlCode3rd, "7G", 7},
-        {&CItemManager::m_objFeedKeyFunction, "e", "e"},
-        {&CItemManager::m_objHeadCheck, "f", "f"},
-        {&CItemManager::m_objAckBusyTiming, "g", "g"},
-        {&CItemManager::m_objWebPrinter, "h", "h"},
-        {&CItemManager::m_objResetNInitSignalIsON, "i", "i"},
-        {&CItemManager::m_objRibbonNearEnd, "j", "j"},
-        {&CItemManager::m_objExpansionIO, "k", "k"},
-        {&CItemManager::m_objPlugAndPlay, "l", "l"},
-        {&CItemManager::m_objLabelendRibbonend, "m", "m"},
-        {&CItemManager::m_objPreStrip, "n", "n"},
-        {&CItemManager::m_objBackFeedSpeed, "o", "o"},
-        {&CItemManager::m_objMaxiCodeSpecification, "p", "p"},
-        {&CItemManager::m_objStripMotorTorque, "q", "q"},
-        {&CItemManager::m_objKeyboardIF, "r", "r"},
-    }},
-};
-// clang-format on
+constexpr std::int16_t Groups = 5;
+
+/// What a printer with its defaults answers, in bytes.
+std::size_t LengthOf(std::int16_t p_iGroup) {
+    return std::string_view(MGolden::Answer(p_iGroup)).size();
+}
+
+/// A field of its own for every item of each group, so that no two can be mistaken for each other.
+std::vector<Answer> MakeAnswers() {
+    std::vector<Answer> objAnswers;
+    for (std::int16_t iGroup = 0; iGroup < Groups; ++iGroup) {
+        objAnswers.push_back({iGroup, LengthOf(iGroup) - 4, {}});
+        for (const MGolden::Answered& objField : MGolden::Answers(iGroup)) {
+            const CItemValue vStored =
+                objField.m_iStored < 0 ? CItemValue(objField.m_strField) : objField.m_iStored;
+            objAnswers.back().m_objFields.push_back(
+                {objField.m_objSlot, objField.m_strField, vStored});
+        }
+    }
+    return objAnswers;
+}
+
+const std::vector<Answer> Answers = MakeAnswers();
 
 std::vector<std::uint8_t> Bytes(const std::string& p_strText) {
     return {p_strText.begin(), p_strText.end()};
@@ -135,8 +72,9 @@ std::vector<CItemValue> Values(const CItemManager& p_objItemManager) {
 }
 
 // The answers of the groups 0 to 4 in bytes.
-constexpr std::size_t AnswerLengths[] = {27, 25, 12, 96, 31};
-constexpr std::size_t LongestAnswer = 96;
+const std::vector<std::size_t> AnswerLengths{LengthOf(0), LengthOf(1), LengthOf(2), LengthOf(3),
+                                             LengthOf(4)};
+const std::size_t LongestAnswer = *std::ranges::max_element(AnswerLengths);
 
 /// p_iSize bytes of an answer with the first "|}" so that p_iEnd bytes end with it; 0 for none.
 std::vector<std::uint8_t> Part(std::size_t p_iSize, std::size_t p_iEnd) {
@@ -153,9 +91,15 @@ bool IsAnswerLength(std::size_t p_iLength) {
     return std::ranges::count(AnswerLengths, p_iLength) != 0;
 }
 
+/// An answer of group p_iGroup with nothing but ones in its fields.
+std::vector<std::uint8_t> Ones(std::int16_t p_iGroup) {
+    const std::string strOnes(LengthOf(p_iGroup) - 4, '1');
+    return Bytes("{" + std::to_string(p_iGroup) + strOnes + "|}");
+}
+
 /// A parameter answer of the given font code byte.
 std::vector<std::uint8_t> ParameterAnswer(char p_cFontCode) {
-    return Bytes(std::string("{1+000+000") + p_cFontCode + "0200101400B0|}");
+    return Bytes(MGolden::With(MGolden::Answer(1), {{"FontCode", {&p_cFontCode, 1}}}));
 }
 
 }  // namespace
@@ -173,11 +117,13 @@ TEST(MAnswer, AsksForTheReceiveLengthOfEachGroup) {
         std::int16_t m_iGroup;
         std::int16_t m_iLength;
     } arrCases[] = {
-        {-1, 7}, {0, 54}, {1, 50}, {2, 24},  {3, 192},   {4, 62},
-        {5, 0},  {-2, 0}, {6, 0},  {100, 0}, {32767, 0}, {-32768, 0},
+        {-1, 7}, {5, 0}, {-2, 0}, {6, 0}, {100, 0}, {32767, 0}, {-32768, 0},
     };
     for (const auto& objCase : arrCases) {
         EXPECT_EQ(MAnswer::ReceiveLength(objCase.m_iGroup), objCase.m_iLength) << objCase.m_iGroup;
+    }
+    for (std::int16_t iGroup = 0; iGroup < Groups; ++iGroup) {
+        EXPECT_EQ(MAnswer::ReceiveLength(iGroup), 2 * LengthOf(iGroup)) << iGroup;
     }
 }
 
@@ -186,9 +132,7 @@ TEST(MAnswer, HasAFrameOfHalfTheReceiveLengthForEveryGroup) {
         SCOPED_TRACE(objAnswer.m_iGroup);
         const auto iFrame =
             static_cast<std::size_t>(MAnswer::ReceiveLength(objAnswer.m_iGroup) / 2);
-        EXPECT_EQ(Fields(objAnswer).size(), objAnswer.m_iCharacters);
         EXPECT_EQ(Frame(objAnswer).size(), iFrame);
-        EXPECT_EQ(iFrame - 4, objAnswer.m_iCharacters);
     }
 }
 
@@ -237,11 +181,10 @@ TEST(MAnswer, KeepsTheBlanksOfATextField) {
     const std::string strHost = "host            ";
     ASSERT_EQ(strHost.size(), 16U);
 
-    EXPECT_TRUE(
-        MAnswer::DistributeAnswer(objItemManager,
-                                  Bytes("{31" + std::string(36, '1') + "1080000" +
-                                        "0123456789ABCDEF0123456789ABCDEF" + strHost + "|}"),
-                                  3));
+    const std::string strAnswer =
+        MGolden::With(MGolden::Answer(3), {{"DhcpClientId", "0123456789ABCDEF0123456789ABCDEF"},
+                                           {"DhcpClientHost", strHost}});
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Bytes(strAnswer), 3));
 
     EXPECT_EQ(objItemManager.m_objDhcpClientId->GetValue(),
               CItemValue("0123456789ABCDEF0123456789ABCDEF"));
@@ -282,15 +225,14 @@ TEST(MAnswer, ReadsTheFontCodeInTheToolsNumbering) {
 
 TEST(MAnswer, MapsOnlyTheFontCode) {
     const CItemManager objItemManager;
-    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Bytes("{1+111+1111111111111101|}"), 1));
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Ones(1), 1));
 
     EXPECT_EQ(objItemManager.m_objFontCode->GetValue(), CItemValue(3));
     EXPECT_EQ(objItemManager.m_objZeroStyle->GetValue(), CItemValue("1"));
     EXPECT_EQ(objItemManager.m_objPrintPosCorrectionValue->GetValue(), CItemValue("111"));
-    EXPECT_EQ(objItemManager.m_objEuroCode->GetValue(), CItemValue(1));
+    EXPECT_EQ(objItemManager.m_objEuroCode->GetValue(), CItemValue(0x11));
 
-    EXPECT_TRUE(
-        MAnswer::DistributeAnswer(objItemManager, Bytes("{4" + std::string(27, '1') + "|}"), 4));
+    EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Ones(4), 4));
     EXPECT_EQ(objItemManager.m_objAutoForwardDirection->GetValue(), CItemValue("1"))
         << "the fifth field of another group";
 }
@@ -377,14 +319,16 @@ TEST(MAnswer, APartEndsWhereItsFirstEndStands) {
 }
 
 TEST(MAnswer, OnlyTheFirstEndOfAPartCounts) {
-    std::vector<std::uint8_t> objPart = Part(27, 27);
-    objPart[23] = '|';
-    objPart[24] = '}';
-    EXPECT_EQ(MAnswer::JudgePart(objPart, 25), MAnswer::Frame::Whole);
-    EXPECT_EQ(MAnswer::JudgePart(objPart, 27), MAnswer::Frame::Foreign);
+    const std::size_t iLonger = LengthOf(0);
+    const std::size_t iShorter = LengthOf(1);
+    std::vector<std::uint8_t> objPart = Part(iLonger, iLonger);
+    objPart[iShorter - 2] = '|';
+    objPart[iShorter - 1] = '}';
+    EXPECT_EQ(MAnswer::JudgePart(objPart, iShorter), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgePart(objPart, iLonger), MAnswer::Frame::Foreign);
     objPart[5] = '|';
     objPart[6] = '}';
-    EXPECT_EQ(MAnswer::JudgePart(objPart, 27), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgePart(objPart, iLonger), MAnswer::Frame::Whole);
 }
 
 TEST(MAnswer, AnAnswerOfNoGroupIsJudgedByItsLengthAlone) {
@@ -421,10 +365,13 @@ TEST(MAnswer, OfABlockTheNumberOfItsBytesTellsToo) {
 }
 
 TEST(MAnswer, ABlocksEndGoesBeforeItsNumberOfBytes) {
-    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 25), 25, false), MAnswer::Frame::Whole);
-    EXPECT_EQ(MAnswer::JudgeBlock(Part(27, 10), 25, false), MAnswer::Frame::Whole);
-    EXPECT_EQ(MAnswer::JudgeBlock(Part(25, 12), 25, false), MAnswer::Frame::Foreign);
-    EXPECT_EQ(MAnswer::JudgeBlock(Part(12, 5), 25, false), MAnswer::Frame::Open);
+    const std::size_t iLonger = LengthOf(0);
+    const std::size_t iAsked = LengthOf(1);
+    const std::size_t iShorter = LengthOf(2);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(iLonger, iAsked), iAsked, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(iLonger, 10), iAsked, false), MAnswer::Frame::Whole);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(iAsked, iShorter), iAsked, false), MAnswer::Frame::Foreign);
+    EXPECT_EQ(MAnswer::JudgeBlock(Part(iShorter, 5), iAsked, false), MAnswer::Frame::Open);
 }
 
 TEST(MAnswer, ExtractsAFieldWithinTheAnswerOnly) {

@@ -1,6 +1,7 @@
 #include "protocol/MCommand.h"
 
 #include "model/CConversionError.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -25,36 +26,19 @@ CItem DecimalItem(int p_iNumber, std::int16_t p_iLength) {
 
 }  // namespace
 
-TEST(MCommand, HasTheFixedTextsOfThePrintersLanguage) {
+TEST(MCommand, HasTheCommandsThatAreSentAsTheyStand) {
     const struct {
         const char* m_strText;
         const char* m_strExpected;
     } arrCases[] = {
-        {MCommand::CommandEnd, "|}"},
         {MCommand::StatusRequest, "{WS|}"},
         {MCommand::HeadCheck, "{HD001,A|}"},
-        {MCommand::DiagPrintHead, "{Z1"},
-        {MCommand::TestPrintHead, "{Z3;"},
-        {MCommand::TestPrintFixedField, "1057"},
-        {MCommand::TestPrintNumberPattern, "0000"},
-        {MCommand::RamClearHead, "{Z4;"},
         {MCommand::SensorAdjustReflect, "{Z6;0|}"},
         {MCommand::SensorAdjustTrans, "{Z6;1|}"},
-        {MCommand::SensorAdjustPaperEndHead, "{Z6;"},
-        {MCommand::SensorAdjustPaperEndTail, "1|}"},
-        {MCommand::ThresholdCalibHead, "{WT;1000,"},
     };
     for (const auto& objCase : arrCases) {
         EXPECT_STREQ(objCase.m_strText, objCase.m_strExpected);
     }
-}
-
-TEST(MCommand, NamesTheKindsAsThePrinterNumbersThem) {
-    EXPECT_EQ(MCommand::SetParameter, 1);
-    EXPECT_EQ(MCommand::SetAdjustment, 2);
-    EXPECT_EQ(MCommand::IpAddress, 2);
-    EXPECT_EQ(MCommand::Gateway, 3);
-    EXPECT_EQ(MCommand::SubnetMask, 4);
 }
 
 TEST(MCommand, AsksForAGroupByItsPlainDecimalNumber) {
@@ -77,10 +61,8 @@ TEST(MCommand, WritesTheFieldsOfAGroupBackToBack) {
 TEST(MCommand, SetsTheDefaults) {
     const CItemManager objItemManager;
 
-    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1),
-              "{Z2;1,00210121+0001B0A00000B0000000000100|}");
-    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2),
-              "{Z2;2,+000+000+00+000+00+00-00-001014|}");
+    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1), MGolden::Parameters);
+    EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2), MGolden::Adjustments);
 }
 
 TEST(MCommand, SetsTheCurrentValues) {
@@ -94,9 +76,12 @@ TEST(MCommand, SetsTheCurrentValues) {
     objItemManager.m_objThresholdAdjustment_T->SetValue("7");
 
     EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 1),
-              "{Z2;1,F0210121+0001B0A0000080000000000103|}");
+              MGolden::With(MGolden::Parameters,
+                            {{"FontCode", "F"}, {"EuroCode", "80"}, {"StripMotorTorque", "3"}}));
     EXPECT_EQ(MCommand::MakeParameterSetCommand(objItemManager, 2),
-              "{Z2;2,-012+000+00+000+00+00-00-001007|}");
+              MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"},
+                                                   {"FeedAdjustment", "012"},
+                                                   {"ThresholdAdjustment_T", "07"}}));
 }
 
 TEST(MCommand, SendsNeitherCountryNorKeyboardNorPrintPosition) {
@@ -141,9 +126,9 @@ TEST(MCommand, PutsACommaBeforeEveryFieldOfAnAddress) {
 
 TEST(MCommand, WritesTheThreeAddressesOfTheCatalogue) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 2), "{IP;2,192,168,010,020|}");
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 3), "{IP;3,000,000,000,000|}");
-    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 4), "{IP;4,255,255,255,000|}");
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 2), MGolden::IpAddress);
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 3), MGolden::Gateway);
+    EXPECT_EQ(MCommand::MakeAddressCommand(objItemManager, 4), MGolden::SubnetMask);
 
     objItemManager.m_objGateway1->SetValue("10");
     objItemManager.m_objGateway4->SetValue(1);
@@ -159,7 +144,7 @@ TEST(MCommand, WritesNoAddressOfAnyOtherKind) {
 
 TEST(MCommand, WritesTheSocketPortAsAPair) {
     EXPECT_EQ(MCommand::NetworkPair(DecimalItem(0, 1), DecimalItem(80, 5)), "{IS;0,00080|}");
-    EXPECT_EQ(MCommand::MakeSocketPortCommand(CItemManager()), "{IS;1,08000|}");
+    EXPECT_EQ(MCommand::MakeSocketPortCommand(CItemManager()), MGolden::SocketPort);
 }
 
 TEST(MCommand, FillsTheHostNameUpToSixteenCharacters) {
@@ -186,8 +171,7 @@ TEST(MCommand, FillsTheHostNameUpToSixteenCharacters) {
 
 TEST(MCommand, WritesTheDhcpSettingsOfTheCatalogue) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::MakeDhcpCommand(objItemManager),
-              "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}");
+    EXPECT_EQ(MCommand::MakeDhcpCommand(objItemManager), MGolden::Dhcp);
 
     objItemManager.m_objDhcpSetting->SetValue(1);
     objItemManager.m_objDhcpClientId->SetValue("0123456789ABCDEF0123456789ABCDEF");
@@ -198,15 +182,8 @@ TEST(MCommand, WritesTheDhcpSettingsOfTheCatalogue) {
 
 TEST(MCommand, ListsWhatSetAndLanSetSendInTheirOrder) {
     const CItemManager objItemManager;
-    EXPECT_EQ(MCommand::SetCommands(objItemManager),
-              (std::vector<std::string>{MCommand::MakeParameterSetCommand(objItemManager, 1),
-                                        MCommand::MakeParameterSetCommand(objItemManager, 2)}));
-    EXPECT_EQ(MCommand::LanSetCommands(objItemManager),
-              (std::vector<std::string>{MCommand::MakeAddressCommand(objItemManager, 2),
-                                        MCommand::MakeAddressCommand(objItemManager, 3),
-                                        MCommand::MakeAddressCommand(objItemManager, 4),
-                                        MCommand::MakeSocketPortCommand(objItemManager),
-                                        MCommand::MakeDhcpCommand(objItemManager)}));
+    EXPECT_EQ(MCommand::SetCommands(objItemManager), MGolden::SetCommands());
+    EXPECT_EQ(MCommand::LanSetCommands(objItemManager), MGolden::LanSetCommands());
 }
 
 namespace {

@@ -1,11 +1,12 @@
 #include "protocol/MSettingRoute.h"
 
-#include "model/MSettingText.h"
 #include "protocol/MAnswer.h"
+#include "tests/golden/MGolden.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
 using MSettingRoute::Command;
@@ -13,59 +14,52 @@ using testing::ElementsAre;
 
 namespace {
 
-std::vector<std::string_view> NamesIn(std::int16_t p_iGroup) {
-    std::vector<std::string_view> strNames;
-    for (const MSettings::Row& objRow : MSettings::All()) {
-        if (MSettingRoute::ReportedIn(objRow) == p_iGroup) {
-            strNames.push_back(objRow.m_strName);
+/// The answer that reports p_objRow.
+std::int16_t ReportedIn(const MSettings::Row& p_objRow) {
+    for (std::int16_t iGroup = MAnswer::Adjustment; iGroup <= MAnswer::ParameterExpansion;
+         ++iGroup) {
+        for (const MGolden::Answered& objAnswered : MGolden::Answers(iGroup)) {
+            if (objAnswered.m_objSlot == p_objRow.m_objSlots.front()) {
+                return iGroup;
+            }
         }
     }
-    return strNames;
+    return MAnswer::NoGroup;
 }
 
-std::vector<std::string_view> NamesOf(Command p_iCommand) {
-    std::vector<std::string_view> strNames;
-    for (const MSettings::Row& objRow : MSettings::All()) {
-        if (MSettingRoute::CarriedBy(objRow) == p_iCommand) {
-            strNames.push_back(objRow.m_strName);
+const std::map<Command, const char*> Texts{{Command::Parameters, MGolden::Parameters},
+                                           {Command::Adjustments, MGolden::Adjustments},
+                                           {Command::IpAddress, MGolden::IpAddress},
+                                           {Command::Gateway, MGolden::Gateway},
+                                           {Command::SubnetMask, MGolden::SubnetMask},
+                                           {Command::SocketPort, MGolden::SocketPort},
+                                           {Command::Dhcp, MGolden::Dhcp}};
+
+/// The command that carries p_objRow.
+Command CarriedBy(const MSettings::Row& p_objRow) {
+    for (const auto& [iCommand, strText] : Texts) {
+        const auto objSlots = MGolden::Carried(strText);
+        if (std::ranges::find(objSlots, p_objRow.m_objSlots.front()) != objSlots.end()) {
+            return iCommand;
         }
     }
-    return strNames;
+    return Command::None;
 }
 
 }  // namespace
 
 TEST(MSettingRoute, TellsTheAnswerThatReportsASetting) {
-    EXPECT_THAT(NamesIn(MAnswer::NoGroup), ElementsAre("stop-bit"));
-    EXPECT_THAT(NamesIn(MAnswer::Adjustment),
-                ElementsAre("feed-adj", "cut-adj", "back-adj", "tone-adj-t", "tone-adj-d",
-                            "ribbon-adj-fw", "ribbon-adj-bk"));
-    EXPECT_THAT(NamesIn(MAnswer::Parameter),
-                ElementsAre("x-adj", "print-position", "font-code", "zero-code", "control", "code",
-                            "peel-off-status", "threshold-r", "threshold-t", "kanji-code",
-                            "country", "euro-code"));
-    EXPECT_THAT(NamesIn(MAnswer::Sensor), ElementsAre("thermal-head-sensor", "ambient-sensor",
-                                                      "reflective-sensor", "transmissive-sensor"));
-    EXPECT_THAT(NamesIn(MAnswer::Lan),
-                ElementsAre("lan", "ip-address", "default-gateway", "subnet-mask", "socket",
-                            "socket-port", "dhcp", "dhcp-client-id", "dhcp-host-name"));
-    EXPECT_EQ(NamesIn(MAnswer::ParameterExpansion).size(), 22U);
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        EXPECT_EQ(MSettingRoute::ReportedIn(objRow), ReportedIn(objRow)) << objRow.m_strName;
+    }
+    EXPECT_EQ(MSettingRoute::ReportedIn(MSettings::Get("stop-bit")), MAnswer::NoGroup);
 }
 
 TEST(MSettingRoute, TellsTheCommandThatCarriesASetting) {
-    EXPECT_THAT(NamesOf(Command::None),
-                ElementsAre("print-position", "country", "thermal-head-sensor", "ambient-sensor",
-                            "reflective-sensor", "transmissive-sensor", "lan", "kb-if"));
-    EXPECT_THAT(NamesOf(Command::Adjustments),
-                ElementsAre("feed-adj", "cut-adj", "back-adj", "tone-adj-t", "tone-adj-d",
-                            "ribbon-adj-fw", "ribbon-adj-bk", "x-adj", "threshold-r",
-                            "threshold-t"));
-    EXPECT_EQ(NamesOf(Command::Parameters).size(), 29U);
-    EXPECT_THAT(NamesOf(Command::IpAddress), ElementsAre("ip-address"));
-    EXPECT_THAT(NamesOf(Command::Gateway), ElementsAre("default-gateway"));
-    EXPECT_THAT(NamesOf(Command::SubnetMask), ElementsAre("subnet-mask"));
-    EXPECT_THAT(NamesOf(Command::SocketPort), ElementsAre("socket", "socket-port"));
-    EXPECT_THAT(NamesOf(Command::Dhcp), ElementsAre("dhcp", "dhcp-client-id", "dhcp-host-name"));
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        EXPECT_EQ(MSettingRoute::CarriedBy(objRow), CarriedBy(objRow)) << objRow.m_strName;
+    }
+    EXPECT_EQ(MSettingRoute::CarriedBy(MSettings::Get("kb-if")), Command::None);
 }
 
 TEST(MSettingRoute, EveryCommandBeginsWithItsHead) {
@@ -78,8 +72,7 @@ TEST(MSettingRoute, EveryCommandBeginsWithItsHead) {
     ASSERT_EQ(MSettingRoute::Commands().size(), strHeads.size());
     for (const Command iCommand : MSettingRoute::Commands()) {
         EXPECT_EQ(MSettingRoute::Head(iCommand), strHeads.at(iCommand));
-        EXPECT_THAT(MSettingRoute::Text(iCommand, objItems),
-                    testing::StartsWith(strHeads.at(iCommand)));
+        EXPECT_EQ(MSettingRoute::Text(iCommand, objItems), Texts.at(iCommand));
     }
     EXPECT_EQ(MSettingRoute::Head(Command::None), "");
     EXPECT_EQ(MSettingRoute::Text(Command::None, objItems), "");

@@ -1,4 +1,5 @@
 #include "simulator/CDecodedCommand.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,32 @@ const std::string ClientId = "0123456789ABCDEF0123456789ABCDEF";
 
 std::string Dhcp(const std::string& p_strId, const std::string& p_strHost) {
     return "{IH;1," + p_strId + "," + p_strHost + "|}";
+}
+
+/// The command with other fields than the defaults.
+std::string Set(const char* p_strCommand) {
+    return MGolden::All(p_strCommand, &MGolden::Item::m_strOther);
+}
+
+/// Those fields as they are told.
+std::string Fields(const char* p_strCommand) {
+    std::string strFields;
+    for (const MGolden::Slot objSlot : MGolden::Carried(p_strCommand)) {
+        const MGolden::Item& objItem = MGolden::Of(objSlot);
+        strFields += strFields.empty() ? "" : ", ";
+        strFields += objItem.m_strName + std::string("m_obj").size();
+        strFields += std::string("=") + objItem.m_strOther;
+    }
+    return strFields;
+}
+
+std::string Length(std::string_view p_strText) {
+    return std::to_string(p_strText.size());
+}
+
+/// The command with a character more before its end.
+std::string Longer(const std::string& p_strCommand) {
+    return p_strCommand.substr(0, p_strCommand.size() - 2) + "0|}";
 }
 
 struct Good {
@@ -30,21 +57,16 @@ const std::vector<Good> GoodCommands{
     {"read2", "{Z5;2|}", Kind::ReadSettings, "read settings: Group=2 (sensor)"},
     {"read3", "{Z5;3|}", Kind::ReadSettings, "read settings: Group=3 (LAN)"},
     {"read4", "{Z5;4|}", Kind::ReadSettings, "read settings: Group=4 (parameter expansion)"},
-    {"parameters", "{Z2;1,F1301240-4531C0D7F101A4101021010103|}", Kind::SetParameters,
-     "set parameters: FontCode=F, ZeroStyle=1, CommunicationSpeed=3, DataLength=0, StopBit=1, "
-     "Parity=2, Control=4, AutoForward=0, AutoForwardDirection=-, AutoForwardAdjustment=45, "
-     "ControlCode=3, ControlCode1st=1C, ControlCode2nd=0D, ControlCode3rd=7F, StripStatus=1, "
-     "FeedKeyFunction=0, KanjiCode=1, EuroCode=A4, HeadCheck=1, AckBusyTiming=0, WebPrinter=1, "
-     "ResetNInitSignalIsON=0, RibbonNearEnd=2, ExpansionIO=1, PlugAndPlay=0, LabelendRibbonend=1, "
-     "PreStrip=0, BackFeedSpeed=1, MaxiCodeSpecification=0, StripMotorTorque=3"},
-    {"adjustments", "{Z2;2,+001-002+03-004+05-06-07+081122|}", Kind::SetAdjustments,
-     "set adjustments: FeedDirection=+, FeedAdjustment=001, CutPosDirection=-, "
-     "CutPosAdjustment=002, BackFeedDirection=+, BackFeedAdjustment=03, XCoordinateDirection=-, "
-     "XCoordinateAdjustment=004, ToneDirection_T=+, ToneAdjustment_T=05, ToneDirection_D=-, "
-     "ToneAdjustment_D=06, RibbonMotorDirection_F=-, RibbonMotorAdjustment_F=07, "
-     "RibbonMotorDirection_B=+, RibbonMotorAdjustment_B=08, ThresholdAdjustment_R=11, "
-     "ThresholdAdjustment_T=22"},
-    {"ip_address", "{IP;2,192,168,010,020|}", Kind::SetIpAddress,
+    {"parameters", Set(MGolden::Parameters), Kind::SetParameters, "set parameters: " + Fields(MGolden::Parameters)},
+    {"adjustments", Set(MGolden::Adjustments), Kind::SetAdjustments, "set adjustments: " + Fields(MGolden::Adjustments)},
+    {"adjustments_plus", MGolden::With(MGolden::Adjustments, {{"RibbonMotorDirection_B", "+"}}), Kind::SetAdjustments,
+     "set adjustments: FeedDirection=+, FeedAdjustment=000, CutPosDirection=+, "
+     "CutPosAdjustment=000, BackFeedDirection=+, BackFeedAdjustment=00, XCoordinateDirection=+, "
+     "XCoordinateAdjustment=000, ToneDirection_T=+, ToneAdjustment_T=00, ToneDirection_D=+, "
+     "ToneAdjustment_D=00, RibbonMotorDirection_F=-, RibbonMotorAdjustment_F=00, "
+     "RibbonMotorDirection_B=+, RibbonMotorAdjustment_B=00, ThresholdAdjustment_R=10, "
+     "ThresholdAdjustment_T=14"},
+    {"ip_address", MGolden::IpAddress, Kind::SetIpAddress,
      "set IP address: IpAddress1=192, IpAddress2=168, IpAddress3=010, IpAddress4=020"},
     {"gateway", "{IP;3,010,000,000,001|}", Kind::SetGateway,
      "set gateway: Gateway1=010, Gateway2=000, Gateway3=000, Gateway4=001"},
@@ -94,15 +116,15 @@ const std::vector<Wrong> WrongCommands{
     {"status_longer", "{WS;|}", "status request, refused: 6 bytes long, 5 expected"},
     {"group_5", "{Z5;5|}", "read settings, refused: Group is \"5\", expected only 01234"},
     {"group_negative", "{Z5;-1|}", "read settings, refused: 8 bytes long, 7 expected"},
-    {"parameters_short", "{Z2;1,0|}", "set parameters, refused: 9 bytes long, 43 expected"},
-    {"parameters_hex", "{Z2;1,G1301240-4531C0D7F101A4101021010103|}",
+    {"parameters_short", "{Z2;1,0|}", "set parameters, refused: 9 bytes long, " + Length(MGolden::Parameters) + " expected"},
+    {"parameters_hex", MGolden::With(MGolden::Parameters, {{"FontCode", "G"}}),
      "set parameters, refused: FontCode is \"G\", expected only 0123456789ABCDEFabcdef"},
-    {"parameters_direction", "{Z2;1,F1301240*4531C0D7F101A4101021010103|}",
+    {"parameters_direction", MGolden::With(MGolden::Parameters, {{"AutoForwardDirection", "*"}}),
      "set parameters, refused: AutoForwardDirection is \"*\", expected only +-"},
-    {"adjustments_long", "{Z2;2,+001-002+03-004+05-06-07+0811220|}", "set adjustments, refused: 40 bytes long, 39 expected"},
-    {"adjustments_digit", "{Z2;2,+0a1-002+03-004+05-06-07+081122|}",
+    {"adjustments_long", Longer(MGolden::Adjustments), "set adjustments, refused: " + Length(Longer(MGolden::Adjustments)) + " bytes long, " + Length(MGolden::Adjustments) + " expected"},
+    {"adjustments_digit", MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "0a1"}}),
      "set adjustments, refused: FeedAdjustment is \"0a1\", expected only 0123456789"},
-    {"adjustments_blank", "{Z2;2,+ 01-002+03-004+05-06-07+081122|}",
+    {"adjustments_blank", MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", " 01"}}),
      "set adjustments, refused: FeedAdjustment is \" 01\", expected only 0123456789"},
     {"address_separator", "{IP;2,192.168,010,020|}", "set IP address, refused: \".\" where \",\" is expected"},
     {"address_digits", "{IP;3,192,168,0-0,020|}", "set gateway, refused: Gateway3 is \"0-0\", expected only 0123456789"},

@@ -2,6 +2,7 @@
 #include "protocol/MCommand.h"
 #include "simulator/CPrinter.h"
 #include "simulator/MItemNames.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -16,9 +17,9 @@ namespace {
 using Moves = CStateFaults::Moves;
 using Settings = std::map<std::string, std::string>;
 
-constexpr const char* SetAdjustments = "{Z2;2,-123-045-06-078-09-10-11-123344|}";
-const std::string Answer0 = "{0-123-045-06-09-10-11-12|}";
-const std::string Default0 = "{0+000+000+00+00+00-00-00|}";
+const std::string SetAdjustments = MGolden::All(MGolden::Adjustments, &MGolden::Item::m_strOther);
+const std::string Answer0 = MGolden::All(MGolden::Answer(0), &MGolden::Item::m_strOther);
+const std::string Default0 = MGolden::Answer(0);
 
 Settings SettingsOf(const CPrinter& p_objPrinter) {
     Settings strSettings;
@@ -114,7 +115,7 @@ const std::vector<Storing> Storings{
     {"half_all_bytes", Faults([](auto& p_obj) { p_obj.m_iBytesKept = 6; }), {"{IS;0,08001|}"},
      {{"SocketPortSetting", "0"}, {"SocketPortNumber", "08001"}}, {}},
     {"half_hexadecimal", Faults([](auto& p_obj) { p_obj.m_iBytesKept = 13; }),
-     {"{Z2;1,00210121+000FF0A00000B0000000000100|}"}, {{"ControlCode1st", "FB"}}, {"only 11 fields stored, 13 bytes"}},
+     {MGolden::With(MGolden::Parameters, {{"ControlCode1st", "FF"}})}, {{"ControlCode1st", "FB"}}, {"only 11 fields stored, 13 bytes"}},
     {"half_text", Faults([](auto& p_obj) { p_obj.m_iBytesKept = 36; }), {Dhcp},
      {{"DhcpSetting", "1"}, {"DhcpClientId", ClientId}, {"DhcpClientHost", "off"}}, {"only 2 fields stored, 36 bytes"}},
     {"half_of_another", Faults([](auto& p_obj) { p_obj.m_iFieldsKept = 0; p_obj.m_strHalved = "{IP;2,"; }),
@@ -258,7 +259,7 @@ TEST(PrinterFontCodeTest, EveryCodeThatTheNumberingsDifferInIsAnotherOneOnTheWir
                                           {'3', '1'}, {'4', '4'}, {'F', 'F'}};
     for (const auto& [cSet, cAnswered] : cOnTheWire) {
         CPrinter objPrinter;
-        objPrinter.Handle(std::string("{Z2;1,") + cSet + "0210121+0001B0A00000B0000000000100|}");
+        objPrinter.Handle(MGolden::With(MGolden::Parameters, {{"FontCode", {&cSet, 1}}}));
         EXPECT_EQ(objPrinter.SettingsAnswer(MAnswer::Parameter).at(iPosition), cAnswered) << cSet;
         EXPECT_EQ(cSet != cAnswered, cSet >= '1' && cSet <= '3');
         EXPECT_EQ(SettingsOf(objPrinter).at("FontCode"), std::string(1, cSet));

@@ -102,6 +102,15 @@ std::vector<std::string> CSimulatorProcess::Commands() const {
     return strCommands;
 }
 
+std::vector<std::string> CSimulatorProcess::AsPrinted(std::vector<std::string> p_strCommands) {
+    for (std::string& strCommand : p_strCommands) {
+        for (std::size_t i = 0; (i = strCommand.find('\xFF', i)) != std::string::npos;) {
+            strCommand.replace(i, 1, "<FF>");
+        }
+    }
+    return p_strCommands;
+}
+
 bool CSimulatorProcess::WaitForCommands(std::size_t p_iCount, int p_iMilliseconds) {
     return WaitUntil([&] { return Commands().size() >= p_iCount; }, p_iMilliseconds);
 }

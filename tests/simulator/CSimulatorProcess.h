@@ -57,6 +57,9 @@ public:
     /// a byte that cannot be printed by its code, such as <FF>.
     [[nodiscard]] std::vector<std::string> Commands() const;
 
+    /// p_strCommands as Commands gives them.
+    static std::vector<std::string> AsPrinted(std::vector<std::string> p_strCommands);
+
     /// Waits until p_iCount commands have come; false when they have not after p_iMilliseconds.
     bool WaitForCommands(std::size_t p_iCount, int p_iMilliseconds);
 

@@ -1,6 +1,7 @@
 #include "simulator/MDump.h"
 
 #include "simulator/MItemNames.h"
+#include "tests/golden/MGolden.h"
 
 #include <gtest/gtest.h>
 
@@ -25,15 +26,16 @@ TEST(DumpTest, HoldsEverySettingByItsNameInTheCataloguesOrder) {
 
 TEST(DumpTest, HoldsWhatWasSetAndWhatAnAnswerWouldSay) {
     CPrinter objPrinter;
-    objPrinter.Handle("{Z2;1,30210121+0001B0A00000B0000000000100|}");
+    objPrinter.Handle(MGolden::With(MGolden::Parameters, {{"FontCode", "3"}}));
     objPrinter.Handle("{IH;1," + std::string(32, 'A') + ",h\xE4" + std::string(14, '\xFF') + "|}");
     objPrinter.PowerOff();
     const std::string strDump = MDump::Of(objPrinter).Written();
     EXPECT_NE(strDump.find("\"power\": false"), std::string::npos);
     EXPECT_NE(strDump.find("\"FontCode\": \"3\""), std::string::npos);
     EXPECT_NE(strDump.find("\"DhcpClientHost\": \"h\\u00e4\""), std::string::npos);
-    EXPECT_NE(strDump.find("\"answers\": [\"{0+000+000+00+00+00-00-00|}\", "
-                           "\"{1+000+00010200101400B0|}\", \"{200000000|}\", \"{30"),
+    const std::string strFont = MGolden::With(MGolden::Answer(1), {{"FontCode", "1"}});
+    EXPECT_NE(strDump.find(std::string("\"answers\": [\"") + MGolden::Answer(0) + "\", \"" +
+                           strFont + "\", \"" + MGolden::Answer(2) + "\", \"{30"),
               std::string::npos)
         << strDump;
 }

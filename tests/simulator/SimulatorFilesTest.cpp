@@ -1,4 +1,5 @@
 #include "simulator/CPrinter.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CPrinterClient.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
@@ -131,14 +132,18 @@ TEST_F(SimulatorFilesTest, TheSettingsAreWrittenWheneverAskedAndAtTheEnd) {
     ASSERT_TRUE(m_objSimulator.Dump(PatienceMs));
     EXPECT_EQ(DumpedFeed(2), "000");
     CPrinterClient objClient("127.0.0.2", m_objSimulator.Port());
-    objClient.Ask("{Z2;2,-123+000+00+000+00+00-00-001014|}", Status);
+    objClient.Ask(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}),
+        Status);
     ASSERT_TRUE(m_objSimulator.Dump(PatienceMs));
     EXPECT_EQ(Dumped().size(), 2);
     EXPECT_EQ(DumpedFeed(1), "000");
     EXPECT_EQ(DumpedFeed(2), "123");
     const QJsonObject objSecond = Dumped(2);
-    EXPECT_EQ(objSecond["settings"].toObject().size(), 74);
-    EXPECT_EQ(objSecond["answers"].toArray().at(0).toString(), "{0-123+000+00+00+00-00-00|}");
+    EXPECT_EQ(objSecond["settings"].toObject().size(), std::ssize(MGolden::Items()));
+    EXPECT_EQ(
+        objSecond["answers"].toArray().at(0).toString().toStdString(),
+        MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
     EXPECT_EQ(objSecond["answers"].toArray().size(), 5);
     EXPECT_EQ(objSecond["printer"].toInt(), 2);
     EXPECT_EQ(objSecond["link"].toString(), "lan");

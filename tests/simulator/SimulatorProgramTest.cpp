@@ -1,6 +1,7 @@
 #include "simulator/CPrinter.h"
 #include "simulator/MFaultPlan.h"
 #include "simulator/program/COptions.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CPrinterClient.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
@@ -20,7 +21,7 @@
 namespace {
 
 constexpr int PatienceMs = 20'000;
-const std::string Settings0 = "{0+000+000+00+00+00-00-00|}";
+const std::string Settings0 = MGolden::Answer(0);
 
 using CClient = CPrinterClient;
 
@@ -61,12 +62,15 @@ TEST_F(SimulatorProgramTest, GivesEveryConnectionTheSameSettings) {
     Start({"--status", "14"});
     CClient objOther(m_objSimulator.Port());
     ASSERT_TRUE(objOther.WaitForConnection());
-    objOther.Send("{Z2;2,-123+000+00+000+00+00-00-001014|}");
+    objOther.Send(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
     ASSERT_TRUE(objOther.WaitForBytes(13));
     EXPECT_EQ(objOther.m_strReceived, CPrinter::StatusAnswer("14"));
     m_objClient->Send("{Z5;0|}");
     ASSERT_TRUE(m_objClient->WaitForBytes(Settings0.size()));
-    EXPECT_EQ(m_objClient->m_strReceived, "{0-123+000+00+00+00-00-00|}");
+    EXPECT_EQ(
+        m_objClient->m_strReceived,
+        MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
 }
 
 TEST_F(SimulatorProgramTest, GivesTestsTheCommandsItHasReceived) {

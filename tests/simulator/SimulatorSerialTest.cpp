@@ -1,5 +1,6 @@
 #include "simulator/CPrinter.h"
 #include "simulator/MFaultPlan.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
 #include <QElapsedTimer>
@@ -22,7 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int PatienceMs = 20'000;
-const std::string Settings0 = "{0+000+000+00+00+00-00-00|}";
+const std::string Settings0 = MGolden::Answer(0);
 
 /// A program that has the serial line open, without any settings of its own.
 class CSerialClient {
@@ -158,11 +159,14 @@ TEST_F(SimulatorSerialTest, TakesACommandByteByByteAndNothingIsEchoed) {
 
 TEST_F(SimulatorSerialTest, KeepsItsSettingsFromOneOpeningToTheNext) {
     Start();
-    Exchange("{Z2;2,-123+000+00+000+00+00-00-001014|}", CPrinter::StatusAnswer("00"));
+    Exchange(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}),
+        CPrinter::StatusAnswer("00"));
     m_objClient.reset();
     ASSERT_TRUE(m_objSimulator.WaitForLine("port closed", PatienceMs));
     OpenPort();
-    Exchange("{Z5;0|}", "{0-123+000+00+00+00-00-00|}");
+    Exchange("{Z5;0|}", MGolden::With(MGolden::Answer(0),
+                                      {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
 }
 
 TEST_F(SimulatorSerialTest, AnAnswerToAClosedPortIsLost) {
@@ -187,7 +191,8 @@ TEST_F(SimulatorSerialTest, WhatNobodyHasReadIsLost) {
 
 TEST_F(SimulatorSerialTest, ACommandCountsThoughThePortIsClosedAtOnce) {
     Start({"--silent"});
-    m_objClient->Send("{Z2;2,-123+000+00+000+00+00-00-001014|}");
+    m_objClient->Send(
+        MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}}));
     m_objClient.reset();
     EXPECT_TRUE(m_objSimulator.WaitForCommands(1, PatienceMs));
 }
@@ -273,14 +278,22 @@ TEST_F(SimulatorSerialTest, OutlivesAFloodThatNobodyReadsTheAnswersOf) {
 
 // Faults of its state.
 
-constexpr const char* SetFeed = "{Z2;2,-123+000+00+000+00+00-00-001014|}";
-const std::string Changed0 = "{0-123+000+00+00+00-00-00|}";
+const std::string SetFeed =
+    MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
+const std::string Changed0 =
+    MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
 
 TEST_F(SimulatorSerialTest, RefusesAndStoresWrongly) {
     Start({"--refuse", "WS", "--stuck", "FeedDirection", "--half-fields", "3"});
     Exchange("{WS|}", CPrinter::StatusAnswer("06"));
-    Exchange("{Z2;2,-123-456-00+000+00+00-00-001014|}", CPrinter::StatusAnswer("00"));
-    Exchange("{Z5;0|}", "{0+123-000+00+00+00-00-00|}");
+    Exchange(MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"},
+                                                  {"FeedAdjustment", "123"},
+                                                  {"CutPosDirection", "-"},
+                                                  {"CutPosAdjustment", "456"},
+                                                  {"BackFeedDirection", "-"}}),
+             CPrinter::StatusAnswer("00"));
+    Exchange("{Z5;0|}", MGolden::With(MGolden::Answer(0),
+                                      {{"FeedAdjustment", "123"}, {"CutPosDirection", "-"}}));
 }
 
 TEST_F(SimulatorSerialTest, WithoutPowerThePortStaysAndWhatIsSentIsLost) {
@@ -314,7 +327,8 @@ TEST_F(SimulatorSerialTest, AnotherAddressAndAnotherLineFormatChangeNothingHere)
     Start({"--moves", "at-once"});
     Exchange("{IP;2,127,000,000,077|}", CPrinter::StatusAnswer("00"));
     Exchange("{IS;1,08001|}", CPrinter::StatusAnswer("00"));
-    Exchange("{Z2;1,00410021+0001B0A00000B0000000000100|}", CPrinter::StatusAnswer("00"));
+    Exchange(MGolden::With(MGolden::Parameters, {{"CommunicationSpeed", "4"}, {"Parity", "0"}}),
+             CPrinter::StatusAnswer("00"));
     Exchange("{Z5;0|}", Settings0);
 }
 

@@ -1,4 +1,5 @@
 #include "simulator/CPrinter.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CPrinterClient.h"
 #include "tests/simulator/CSimulatorProcess.h"
 
@@ -18,9 +19,11 @@ constexpr int PatienceMs = 20'000;
 constexpr std::size_t Status = 13;  // bytes
 const std::string Good = CPrinter::StatusAnswer("00");
 const std::string Refused = CPrinter::StatusAnswer("06");
-const std::string SetFeed = "{Z2;2,-123+000+00+000+00+00-00-001014|}";
-const std::string Default0 = "{0+000+000+00+00+00-00-00|}";
-const std::string Changed0 = "{0-123+000+00+00+00-00-00|}";
+const std::string SetFeed =
+    MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
+const std::string Default0 = MGolden::Answer(0);
+const std::string Changed0 =
+    MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}, {"FeedAdjustment", "123"}});
 
 /// The command that sends a printer to 127.0.0.p_iLast.
 std::string MoveTo(int p_iLast) {
@@ -91,7 +94,7 @@ const std::vector<Case> Cases{
     {"refused_once", {"--refuse", "Z2;2,", "--refuse-only", "2"}, "\"{Z2;2,\" refused, only number 2",
      {{SetFeed, Good}, {SetFeed, Refused}, {SetFeed, Good}, {"{Z5;0|}", Changed0}}},
     {"stuck", {"--stuck", "FeedAdjustment"}, "FeedAdjustment never changed",
-     {{SetFeed, Good}, {"{Z5;0|}", "{0-000+000+00+00+00-00-00|}"}}},
+     {{SetFeed, Good}, {"{Z5;0|}", MGolden::With(MGolden::Answer(0), {{"FeedDirection", "-"}})}}},
     {"two_stuck", {"--stuck", "FeedAdjustment", "--stuck", "FeedDirection"}, "FeedAdjustment, FeedDirection never changed",
      {{SetFeed, Good}, {"{Z5;0|}", Default0}}},
     {"half_fields", {"--half-fields", "2"}, "only 2 fields stored of set commands",

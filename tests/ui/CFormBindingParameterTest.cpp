@@ -1,4 +1,5 @@
 #include "tests/ui/CBindingFixture.h"
+#include "tests/ui/MGoldenPage.h"
 #include "ui/UCParameterSetting.h"
 
 #include <stdexcept>
@@ -40,34 +41,6 @@ struct Visit {
 };
 
 // clang-format off
-const std::vector<ListRow> Lists{
-    {"cmbFontCode", &CItemManager::m_objFontCode, 16},
-    {"cmbZeroCode", &CItemManager::m_objZeroStyle, 2},
-    {"cmbSpeed", &CItemManager::m_objCommunicationSpeed, 6},
-    {"cmbDataLeg", &CItemManager::m_objDataLength, 2},
-    {"cmbStopBit", &CItemManager::m_objStopBit, 2},
-    {"cmbParity", &CItemManager::m_objParity, 3},
-    {"cmbControl", &CItemManager::m_objControl, 5},
-    {"cmbFowardWait", &CItemManager::m_objAutoForward, 2},
-    {"cmbCode", &CItemManager::m_objControlCode, 4},
-    {"cmbPeelOffStatus", &CItemManager::m_objStripStatus, 2},
-    {"cmbFeedKey", &CItemManager::m_objFeedKeyFunction, 2},
-    {"cmbKanji", &CItemManager::m_objKanjiCode, 2},
-    {"cmbAutoHdChk", &CItemManager::m_objHeadCheck, 2},
-    {"cmbAckBusy", &CItemManager::m_objAckBusyTiming, 2},
-    {"cmbWebPrinter", &CItemManager::m_objWebPrinter, 2},
-    {"cmbInputPrime", &CItemManager::m_objResetNInitSignalIsON, 2},
-    {"cmbRibbonNearEnd", &CItemManager::m_objRibbonNearEnd, 3},
-    {"cmbExIoMode", &CItemManager::m_objExpansionIO, 2},
-    {"cmbPlugPlay", &CItemManager::m_objPlugAndPlay, 2},
-    {"cmbLblRbnEnd", &CItemManager::m_objLabelendRibbonend, 2},
-    {"cmbPrePeelOff", &CItemManager::m_objPreStrip, 2},
-    {"cmbBackSpeed", &CItemManager::m_objBackFeedSpeed, 2},
-    {"cmbMaxiCodeSpec", &CItemManager::m_objMaxiCodeSpecification, 2},
-    {"cmbKbIF", &CItemManager::m_objKeyboardIF, 4},
-    {"cmbPeelOffTrq", &CItemManager::m_objStripMotorTorque, 4},
-};
-
 const std::vector<SpinRow> Spins{
     {"SeCode1", &CItemManager::m_objControlCode1st, "2B", "2B", 0x2B, "2B"},
     {"SeCode2", &CItemManager::m_objControlCode2nd, "0D", "0D", 0x0D, "0D"},
@@ -88,51 +61,32 @@ const std::vector<PairRow> Pairs{
     {"SeRbnAdjFw", &CItemManager::m_objRibbonMotorDirection_F, &CItemManager::m_objRibbonMotorAdjustment_F, "12", "-12", nullptr, "-12", "12"},
     {"SeRbnAdjBk", &CItemManager::m_objRibbonMotorDirection_B, &CItemManager::m_objRibbonMotorAdjustment_B, "15", "-15", nullptr, "-15", "15"},
 };
-
-// Every control, in the order in which both directions visit them.
-const std::vector<Visit> Visits{
-    {"cmbFontCode", &CItemManager::m_objFontCode, "A", "PC-850"},
-    {"cmbZeroCode", &CItemManager::m_objZeroStyle, 1, "NO SLASH"},
-    {"cmbSpeed", &CItemManager::m_objCommunicationSpeed, 5, "9600bps"},
-    {"cmbDataLeg", &CItemManager::m_objDataLength, 0, "8bits"},
-    {"cmbStopBit", &CItemManager::m_objStopBit, 1, "1bit"},
-    {"cmbParity", &CItemManager::m_objParity, 2, "EVEN"},
-    {"cmbControl", &CItemManager::m_objControl, 4, "XON+READY AUTO"},
-    {"cmbFowardWait", &CItemManager::m_objAutoForward, 0, "ON"},
-    {"SeFowardPosition", &CItemManager::m_objAutoForwardAdjustment, "35", "0.0"},
-    {"cmbCode", &CItemManager::m_objControlCode, 3, "AUTO"},
-    {"SeCode1", &CItemManager::m_objControlCode1st, "2B", "1B"},
-    {"SeCode2", &CItemManager::m_objControlCode2nd, "0D", "0A"},
-    {"SeCode3", &CItemManager::m_objControlCode3rd, "7F", "00"},
-    {"cmbPeelOffStatus", &CItemManager::m_objStripStatus, 1, "OFF"},
-    {"cmbFeedKey", &CItemManager::m_objFeedKeyFunction, 1, "FEED"},
-    {"cmbKanji", &CItemManager::m_objKanjiCode, 1, "TYPE1"},
-    {"SeEuroCode", &CItemManager::m_objEuroCode, "A4", "B0"},
-    {"cmbAutoHdChk", &CItemManager::m_objHeadCheck, 1, "OFF"},
-    {"cmbAckBusy", &CItemManager::m_objAckBusyTiming, 1, "TYPE1"},
-    {"cmbWebPrinter", &CItemManager::m_objWebPrinter, 1, "OFF"},
-    {"cmbInputPrime", &CItemManager::m_objResetNInitSignalIsON, 1, "OFF"},
-    {"cmbRibbonNearEnd", &CItemManager::m_objRibbonNearEnd, 2, "OFF"},
-    {"cmbExIoMode", &CItemManager::m_objExpansionIO, 1, "TYPE1"},
-    {"cmbPlugPlay", &CItemManager::m_objPlugAndPlay, 1, "OFF"},
-    {"cmbLblRbnEnd", &CItemManager::m_objLabelendRibbonend, 1, "TYPE1"},
-    {"cmbPrePeelOff", &CItemManager::m_objPreStrip, 1, "OFF"},
-    {"cmbBackSpeed", &CItemManager::m_objBackFeedSpeed, 0, "LOW"},
-    {"cmbMaxiCodeSpec", &CItemManager::m_objMaxiCodeSpecification, 1, "TYPE1"},
-    {"cmbKbIF", &CItemManager::m_objKeyboardIF, 3, "OFF"},
-    {"cmbPeelOffTrq", &CItemManager::m_objStripMotorTorque, 3, "R0"},
-    {"SeFeedAdj", &CItemManager::m_objFeedAdjustment, "005", "0.0"},
-    {"SeCutAdj", &CItemManager::m_objCutPosAdjustment, "123", "0.0"},
-    {"SeBackAdj", &CItemManager::m_objBackFeedAdjustment, "67", "0.0"},
-    {"SeXAdj", &CItemManager::m_objXCoordinateAdjustment, "995", "0.0"},
-    {"SeToneAdjT", &CItemManager::m_objToneAdjustment_T, "03", "0"},
-    {"SeToneAdjD", &CItemManager::m_objToneAdjustment_D, "10", "0"},
-    {"SeRbnAdjFw", &CItemManager::m_objRibbonMotorAdjustment_F, "12", "0"},
-    {"SeRbnAdjBk", &CItemManager::m_objRibbonMotorAdjustment_B, "15", "0"},
-    {"SeThresholdR", &CItemManager::m_objThresholdAdjustment_R, "31", "1.0"},
-    {"SeThresholdT", &CItemManager::m_objThresholdAdjustment_T, "07", "1.4"},
-};
 // clang-format on
+
+std::vector<ListRow> MakeLists() {
+    std::vector<ListRow> objLists;
+    for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+        if (!objControl.m_strEntries.isEmpty()) {
+            objLists.push_back({objControl.m_strName, objControl.m_objItem,
+                                static_cast<int>(objControl.m_strEntries.size())});
+        }
+    }
+    return objLists;
+}
+
+/// Every control, in the order in which both directions visit them.
+std::vector<Visit> MakeVisits() {
+    std::vector<Visit> objVisits;
+    for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+        objVisits.push_back({objControl.m_strName, objControl.m_objItem,
+                             MGolden::Of(objControl.m_objItem).m_strOther,
+                             objControl.m_strDefault});
+    }
+    return objVisits;
+}
+
+const std::vector<ListRow> Lists = MakeLists();
+const std::vector<Visit> Visits = MakeVisits();
 
 class CFormBindingParameterTest : public CBindingFixture<UCParameterSetting> {
 protected:

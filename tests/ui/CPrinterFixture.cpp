@@ -50,21 +50,18 @@ void CPrinterFixture::StartPrinter(const QStringList& p_strOptions) {
 }
 
 void CPrinterFixture::TeachPrinter() {
-    for (const char* strCommand :
+    for (const std::string& strCommand :
          {MTaughtPrinter::Parameters, MTaughtPrinter::Adjustments, MTaughtPrinter::Address}) {
         QTcpSocket objSocket;  // a connection each: the printer may close after the first
         objSocket.connectToHost(QHostAddress::LocalHost, m_objPrinter.Port());
-        objSocket.write(strCommand);
+        objSocket.write(QByteArray::fromStdString(strCommand));
         ASSERT_TRUE(m_objPrinter.WaitForCommands(++m_iTaught, PatienceMs));
     }
 }
 
 const std::vector<std::string>& CPrinterFixture::LanSetCommands() {
-    static const std::vector<std::string> strCommands{
-        "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
-        "{IS;1,08000|}",
-        "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,<FF><FF><FF><FF><FF><FF><FF><FF>"
-        "<FF><FF><FF><FF><FF><FF><FF><FF>|}"};
+    static const std::vector<std::string> strCommands =
+        CSimulatorProcess::AsPrinted(MGolden::LanSetCommands());
     return strCommands;
 }
 

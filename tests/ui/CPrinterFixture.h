@@ -10,6 +10,7 @@
 #include "tests/fakes/CFakeClock.h"
 #include "tests/fakes/CFakeMessageBox.h"
 #include "tests/fakes/CHastyClock.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CSimulatorProcess.h"
 #include "tests/ui/CMainWindow.h"
 #include "tests/ui/MTaughtPrinter.h"
@@ -28,8 +29,8 @@
 class CPrinterFixture : public ::testing::Test {
 protected:
     /// Both send it when nothing was changed.
-    static constexpr const char* DefaultParameters = "{Z2;1,00210121+0001B0A00000B0000000000100|}";
-    static constexpr const char* DefaultAdjustments = "{Z2;2,+000+000+00+000+00+00-00-001014|}";
+    static inline const std::string DefaultParameters = MGolden::Parameters;
+    static inline const std::string DefaultAdjustments = MGolden::Adjustments;
 
     /// How the time passes that the window measures its waits and pauses by.
     enum class Pace : std::uint8_t {

@@ -1,5 +1,6 @@
 #include "tests/ui/CUsbWindowFixture.h"
 
+#include "tests/golden/MGolden.h"
 #include "tests/ui/CModalAnswer.h"
 
 #include <QTest>
@@ -26,12 +27,8 @@ const std::vector<UsbAction>& UsbAction::All() {
     // clang-format off
     static const std::vector<UsbAction> objActions{
         {"btnRead", {"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"}, Reads},
-        {"btnSet", {"{Z2;1,00210121+0001B0A00000B0000000000100|}",
-                    "{Z2;2,+000+000+00+000+00+00-00-001014|}"}, Writes},
-        {"btnLanSet", {"{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}",
-                       "{IP;4,255,255,255,000|}", "{IS;1,08000|}",
-                       "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," + std::string(16, '\xFF') + "|}"},
-         Writes},
+        {"btnSet", MGolden::SetCommands(), Writes},
+        {"btnLanSet", MGolden::LanSetCommands(), Writes},
         {"btnLanRead", {"{Z5;3|}"}, Reads},
         {"btnGetStatus", {"{WS|}"}, Writes},
         {"btnHeadCheck", {"{HD001,A|}", "{WS|}"}, Writes},

@@ -1,4 +1,5 @@
 #include "tests/MSanitizers.h"
+#include "tests/golden/MGolden.h"
 #include "tests/platform_qt/CRefusedPort.h"
 #include "tests/platform_qt/CUnreachablePort.h"
 #include "tests/simulator/CSimulatorProcess.h"
@@ -50,9 +51,9 @@ const std::vector<Case> Cases{
     {"InThePauseOfRead", "read", Printer::Answering, "{Z5;0|}"},
     {"InTheWaitForAnAnswer", "read", Printer::Silent, "{Z5;0|}"},
     {"ByExitInTheWaitForAnAnswer", "read-exit", Printer::Silent, "{Z5;0|}"},
-    {"InTheWaitOfSet", "set", Printer::Silent, "{Z2;1,00210121+0001B0A00000B0000000000100|}"},
+    {"InTheWaitOfSet", "set", Printer::Silent, MGolden::Parameters},
     {"InTheWaitOfLanSet", "lan-set", Printer::Silent, "{IP;2,192,168,010,020|}"},
-    {"InTheWaitForTheSending", "send", Printer::Answering, "{Z2;1,00210121+0001B0A00000B0000000000100|}"},
+    {"InTheWaitForTheSending", "send", Printer::Answering, MGolden::Parameters},
     {"InAnEndlessConnect", "connect", Printer::Unreachable, ""},
     {"UnderTheConnectErrorsBox", "connect-error", Printer::None, ""},
     {"UnderTheSendErrorsBox", "send-error", Printer::None, ""},
@@ -105,7 +106,7 @@ protected:
         QObject::connect(objSocket, &QTcpSocket::readyRead, [this, objSocket] {
             m_strReceived += objSocket->readAll().toStdString();
             if (m_bAnswers && m_strReceived == "{Z5;0|}") {
-                objSocket->write("{0+123-045-67-03+09-12-15|}");
+                objSocket->write(MGolden::Answer(0));
             }
         });
     }

@@ -1,4 +1,5 @@
 #include "tests/ui/CFormFixture.h"
+#include "tests/ui/MGoldenPage.h"
 #include "ui/MListEntries.h"
 
 #include <QGroupBox>
@@ -79,48 +80,8 @@ const std::vector<Standing> ResultLabels{
     {"lblHeadCheck", "", "FrHeadCheck", 1},
 };
 
-const std::vector<Field> Fields{
+const std::vector<Field> OtherFields{
     {"FrInterface", "cmbInterface", nullptr, "Interface"},
-    {"FrParameter", "cmbFontCode", "FONT CODE", nullptr},
-    {"FrParameter", "cmbZeroCode", "ZERO CODE", nullptr},
-    {"FrParameter", "cmbSpeed", "SPEED", nullptr},
-    {"FrParameter", "cmbDataLeg", "DATA LENG.", nullptr},
-    {"FrParameter", "cmbStopBit", "STOP BIT", nullptr},
-    {"FrParameter", "cmbParity", "PARITY", nullptr},
-    {"FrParameter", "cmbControl", "CONTROL", nullptr},
-    {"FrParameter", "cmbFowardWait", "FOWARD WAIT", nullptr},
-    {"FrParameter", "SeFowardPosition", "FOWARD POSITION", nullptr},
-    {"FrParameter", "cmbCode", "CODE", nullptr},
-    {"FrParameter", "SeCode1", nullptr, "CODE 1"},
-    {"FrParameter", "SeCode2", nullptr, "CODE 2"},
-    {"FrParameter", "SeCode3", nullptr, "CODE 3"},
-    {"FrParameter", "cmbPeelOffStatus", "PEEL OFF STATUS", nullptr},
-    {"FrParameter", "cmbFeedKey", "FEED KEY", nullptr},
-    {"FrParameter", "cmbKanji", "KANJI CODE", nullptr},
-    {"FrParameter", "SeEuroCode", "EURO CODE", nullptr},
-    {"FrParameter", "cmbAutoHdChk", "AUTO HD CHK", nullptr},
-    {"FrParameter", "cmbAckBusy", "ACK/BUSY", nullptr},
-    {"FrParameter", "cmbWebPrinter", "WEB PRINTER", nullptr},
-    {"FrParameter", "cmbInputPrime", "INPUT PRIME", nullptr},
-    {"FrParameter", "cmbRibbonNearEnd", "RIBBON NEAR END", nullptr},
-    {"FrParameter", "cmbExIoMode", "EX.I/O MODE", nullptr},
-    {"FrParameter", "cmbPlugPlay", "PLUG && PLAY", "PLUG & PLAY"},
-    {"FrParameter", "cmbLblRbnEnd", "LBL/RBN END", nullptr},
-    {"FrParameter", "cmbPrePeelOff", "PRE PEEL OFF", nullptr},
-    {"FrParameter", "cmbBackSpeed", "BACK SPEED", nullptr},
-    {"FrParameter", "cmbMaxiCodeSpec", "MAXI CODE SPEC.", nullptr},
-    {"FrParameter", "cmbKbIF", "KB I/F", nullptr},
-    {"FrParameter", "cmbPeelOffTrq", "PEEL OFF TRQ", nullptr},
-    {"FrAdjustment", "SeFeedAdj", "FEED ADJ.", nullptr},
-    {"FrAdjustment", "SeCutAdj", "CUT ADJ.", nullptr},
-    {"FrAdjustment", "SeBackAdj", "BACK ADJ.", nullptr},
-    {"FrAdjustment", "SeXAdj", "X ADJ.", nullptr},
-    {"FrAdjustment", "SeToneAdjT", "TONE ADJ.<T>", nullptr},
-    {"FrAdjustment", "SeToneAdjD", "TONE ADJ.<D>", nullptr},
-    {"FrAdjustment", "SeRbnAdjFw", "RBN ADJ.<FW>", nullptr},
-    {"FrAdjustment", "SeRbnAdjBk", "RBN ADJ.<BK>", nullptr},
-    {"FrAdjustment", "SeThresholdR", "THRESHOLD<R>", nullptr},
-    {"FrAdjustment", "SeThresholdT", "THRESHOLD<T>", nullptr},
     {"FrRamClear", "cmbRamClear", "MODE", nullptr},
     {"FrRamClear", "cmbDestination", nullptr, "DESTINATION"},
     {"FrThresholdCalib", "cmbThresholdCalib", "SENSOR", nullptr},
@@ -150,33 +111,8 @@ const std::vector<Field> Fields{
     {"FrLan", "txtDhcpName", "DHCP HOST NAME", nullptr},
 };
 
-const std::vector<List> Lists{
+const std::vector<List> OtherLists{
     {"cmbInterface", {"COM", "LAN", "USB"}},
-    {"cmbFontCode", {"PC-850", "PC-852", "PC-857", "PC-8", "PC-851", "PC-855", "PC-1250", "PC-1251", "PC-1252", "PC-1253", "PC-1254", "PC-1257", "LATIN9", "Arabic", "PC-866", "UTF-8"}},
-    {"cmbZeroCode", {"NO SLASH", "WITH SLASH"}},
-    {"cmbSpeed", {"2400bps", "4800bps", "9600bps", "19200bps", "38400bps", "115200bps"}},
-    {"cmbDataLeg", {"7bits", "8bits"}},
-    {"cmbStopBit", {"1bit", "2bits"}},
-    {"cmbParity", {"NONE", "EVEN", "ODD"}},
-    {"cmbControl", {"XON/XOFF", "READY/BUSY(DTR)", "XON+READY AUTO", "XON/XOFF AUTO", "READY/BUSY(RTS)"}},
-    {"cmbFowardWait", {"OFF", "ON"}},
-    {"cmbCode", {"AUTO", "ESC,LF,NUL", "{,|,}", "MANUAL"}},
-    {"cmbPeelOffStatus", {"OFF", "ON"}},
-    {"cmbFeedKey", {"FEED", "PRINT"}},
-    {"cmbKanji", {"TYPE1", "TYPE2"}},
-    {"cmbAutoHdChk", {"OFF", "ON"}},
-    {"cmbAckBusy", {"TYPE1", "TYPE2"}},
-    {"cmbWebPrinter", {"OFF", "ON"}},
-    {"cmbInputPrime", {"OFF", "ON"}},
-    {"cmbRibbonNearEnd", {"OFF", "30m", "70m"}},
-    {"cmbExIoMode", {"TYPE1", "TYPE2"}},
-    {"cmbPlugPlay", {"OFF", "ON"}},
-    {"cmbLblRbnEnd", {"TYPE1", "TYPE2"}},
-    {"cmbPrePeelOff", {"OFF", "ON"}},
-    {"cmbBackSpeed", {"STD", "LOW"}},
-    {"cmbMaxiCodeSpec", {"TYPE1", "TYPE2"}},
-    {"cmbKbIF", {"OFF", "KB60(1)", "KB60(2)", "KB80"}},
-    {"cmbPeelOffTrq", {"R0", "R1", "R2", "R3"}},
     {"cmbDiagPrint", {"DIRECT", "TRANSFR"}},
     {"cmbPattern", {"FEED", "SLANT LINE(1DOT)", "SLANT LINE(3DOT)", "CHARACTERS", "BARCODE", "FACTORY TEST"}},
     {"cmbPrintSpeed", {"2\"/sec", "4\"/sec"}},
@@ -190,6 +126,29 @@ const std::vector<List> Lists{
     {"cmbDhcp", {"OFF", "ON"}},
 };
 // clang-format on
+
+/// Those, and the controls of the parameter page.
+std::vector<Field> Fields() {
+    std::vector<Field> objFields = OtherFields;
+    for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+        objFields.push_back({objControl.m_strFrame, objControl.m_strName, objControl.m_strLabel,
+                             objControl.m_strAccessible});
+    }
+    return objFields;
+}
+
+/// The same in their order, in which the parameter page's stand behind the first.
+std::vector<List> Lists() {
+    std::vector<List> objLists;
+    for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+        if (!objControl.m_strEntries.isEmpty()) {
+            objLists.push_back({objControl.m_strName, objControl.m_strEntries});
+        }
+    }
+    objLists.insert(objLists.begin(), OtherLists.front());
+    objLists.insert(objLists.end(), OtherLists.begin() + 1, OtherLists.end());
+    return objLists;
+}
 
 /// Whether a control is what its name's prefix says.
 bool IsOfItsKind(const QWidget& p_objControl) {
@@ -250,7 +209,7 @@ TEST_F(FmMainControlsTest, TheListsAreFilledInTheirOrder) {
         strFilled.push_back(objList.m_strName);
     }
     std::vector<std::string> strExpected;
-    for (const List& objList : Lists) {
+    for (const List& objList : Lists()) {
         strExpected.emplace_back(objList.m_strName);
     }
     EXPECT_EQ(strFilled, strExpected);
@@ -287,7 +246,7 @@ TEST_F(FmMainControlsTest, EveryButtonAndResultLabelStandsInItsFrameAndOnItsTab)
 }
 
 TEST_F(FmMainControlsTest, EveryFieldStandsInItsFrameAndIsOfItsKind) {
-    for (const Field& objRow : Fields) {
+    for (const Field& objRow : Fields()) {
         SCOPED_TRACE(objRow.m_strName);
         const auto& objControl = m_objWindow.Get<QWidget>(objRow.m_strName);
         EXPECT_TRUE(m_objWindow.Get<QGroupBox>(objRow.m_strFrame).isAncestorOf(&objControl));
@@ -296,7 +255,7 @@ TEST_F(FmMainControlsTest, EveryFieldStandsInItsFrameAndIsOfItsKind) {
 }
 
 TEST_F(FmMainControlsTest, EveryLabelLeadsToItsField) {
-    for (const Field& objRow : Fields) {
+    for (const Field& objRow : Fields()) {
         EXPECT_EQ(LabelOf(m_objWindow.Form(), m_objWindow.Get<QWidget>(objRow.m_strName)),
                   QString(objRow.m_strLabel))
             << objRow.m_strName;
@@ -322,7 +281,7 @@ TEST_F(FmMainControlsTest, LabelsShowTheirTextAsItIsWritten) {
 }
 
 TEST_F(FmMainControlsTest, EveryFieldIsNamedAfterItsLabel) {
-    for (const Field& objRow : Fields) {
+    for (const Field& objRow : Fields()) {
         const char* const strExpected =
             objRow.m_strAccessible != nullptr ? objRow.m_strAccessible : objRow.m_strLabel;
         EXPECT_EQ(m_objWindow.Get<QWidget>(objRow.m_strName).accessibleName(), strExpected)
@@ -331,7 +290,7 @@ TEST_F(FmMainControlsTest, EveryFieldIsNamedAfterItsLabel) {
 }
 
 TEST_F(FmMainControlsTest, EveryListHoldsItsEntriesInTheirOrder) {
-    for (const List& objRow : Lists) {
+    for (const List& objRow : Lists()) {
         const QComboBox& cmb = m_objWindow.List(objRow.m_strName);
         QStringList strEntries;
         for (int i = 0; i < cmb.count(); ++i) {
@@ -343,7 +302,7 @@ TEST_F(FmMainControlsTest, EveryListHoldsItsEntriesInTheirOrder) {
 
 TEST_F(FmMainControlsTest, HasNoOtherFieldsAndButtons) {
     std::vector<QString> strKnown;
-    for (const Field& objRow : Fields) {
+    for (const Field& objRow : Fields()) {
         strKnown.emplace_back(objRow.m_strName);
     }
     for (const Standing& objRow : Buttons) {

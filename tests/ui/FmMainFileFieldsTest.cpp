@@ -1,4 +1,5 @@
 #include "tests/files/MSettingsFields.h"
+#include "tests/golden/MGolden.h"
 #include "tests/ui/CFilesFixture.h"
 
 #include <QCoreApplication>
@@ -15,7 +16,8 @@ namespace {
 using FmMainFileFieldsTest = CFilesFixture;
 
 const std::string Blank(9, '\xFF');
-const std::string HostLine = "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,caf\xE9 17" + Blank + "|}\r\n";
+const std::string HostLine =
+    MGolden::File({MGolden::With(MGolden::Dhcp, {{"DhcpClientHost", "caf\xE9 17" + Blank}})});
 constexpr const char* RangeMessage = "It is a value that exceeds the useful range. ";
 
 TEST_F(FmMainFileFieldsTest, TheProgramsFolderIsTheOneItLiesIn) {
@@ -43,8 +45,10 @@ TEST_F(FmMainFileFieldsTest, AHostNameTooLongForALineIsSavedWholeAndRefused) {
 }
 
 TEST_F(FmMainFileFieldsTest, APositionThatItsListDoesNotHaveStopsTheParameterPageThere) {
-    m_objFolder.Make("odd", "{Z2;1,F9210121+0001B0A00000B0000000000100|}\r\n"
-                            "{Z2;2,+025+000+00+000+00+00-00-001014|}\r\n");
+    m_objFolder.Make("odd",
+                     MGolden::With(MGolden::Parameters, {{"FontCode", "F"}, {"ZeroStyle", "9"}}) +
+                         "\r\n" + MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "025"}}) +
+                         "\r\n");
     EXPECT_EQ(Press("btnLoad", Enter("odd")), Boxes{Abnormal()});
     EXPECT_EQ(Shown("cmbFontCode"), "UTF-8");  // comes before the list
     EXPECT_EQ(Shown("cmbZeroCode"), "NO SLASH");
@@ -69,7 +73,9 @@ TEST_F(FmMainFileFieldsTest, ATextThatIsNoNumberEndsAbnormally) {
 }
 
 TEST_F(FmMainFileFieldsTest, ANumberOutsideItsRangeIsToldAndTheRestIsShown) {
-    m_objFolder.Make("odd", "{Z2;2,+501+012+00+000+00+00-00-001014|}\r\n");
+    m_objFolder.Make("odd", MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "501"},
+                                                                 {"CutPosAdjustment", "012"}}) +
+                                "\r\n");
     EXPECT_EQ(Press("btnLoad", Enter("odd")), (Boxes{Box{RangeMessage}, Normal()}));
     EXPECT_EQ(Shown("SeFeedAdj"), "0.0");
     EXPECT_EQ(Shown("SeCutAdj"), "1.2");
@@ -79,7 +85,7 @@ TEST_F(FmMainFileFieldsTest, ANegativeAdjustmentThatWasStoredAndIsNotLoadedCanno
     m_objWindow.Type("SeFeedAdj", "-12.5");
     m_objWindow.Type("SeCutAdj", "3.0");
     EXPECT_EQ(Press("btnSave", Enter("negative")), Boxes{Normal()});
-    m_objFolder.Make("parameters", "{Z2;1,00210121+0001B0A00000B0000000000100|}\r\n");
+    m_objFolder.Make("parameters", std::string(MGolden::Parameters) + "\r\n");
     EXPECT_EQ(Press("btnLoad", Enter("parameters")), Boxes{Abnormal()});
     m_objWindow.Type("SeFeedAdj", "1.0");
     EXPECT_EQ(Press("btnLoad", Enter("negative.dt1")), Boxes{Normal()}) << "it sets them all";

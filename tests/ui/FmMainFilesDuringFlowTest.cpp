@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/platform_qt/CFolder.h"
 #include "tests/platform_widgets/CFileDialogDriver.h"
 #include "tests/platform_widgets/CModalPerson.h"
@@ -28,14 +29,12 @@ struct FileButton {
     }
 };
 
-const std::string ParameterFile = "{Z2;1,00210121+0001B0A00000B0000000000100|}\r\n"
-                                  "{Z2;2,-125+000+00+000+00+00-00-001014|}\r\n";
-const std::string LanFile = "{IP;2,192,168,010,020|}\r\n"
-                            "{IP;3,000,000,000,000|}\r\n"
-                            "{IP;4,255,255,255,000|}\r\n"
-                            "{IS;1,09100|}\r\n"
-                            "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," +
-                            std::string(16, '\xFF') + "|}\r\n";
+const std::string ParameterFile = MGolden::File(
+    {MGolden::Parameters,
+     MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "125"}})});
+const std::string LanFile = MGolden::File(
+    {MGolden::IpAddress, MGolden::Gateway, MGolden::SubnetMask,
+     MGolden::With(MGolden::SocketPort, {{"SocketPortNumber", "09100"}}), MGolden::Dhcp});
 
 const std::vector<FileButton> Buttons{
     {"btnSave", false, "settings.dt1", ParameterFile, "SeFeedAdj", "-12.5"},

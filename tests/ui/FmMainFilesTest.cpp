@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/ui/CFilesFixture.h"
 
 #include <QComboBox>
@@ -35,24 +36,20 @@ void PrintTo(const KindRow& p_objRow, std::ostream* p_objStream) {
     *p_objStream << p_objRow.m_strName;
 }
 
-const std::string Blank(16, '\xFF');
-const std::string ParameterLine = "{Z2;1,00210121+0001B0A00000B0000000000100|}\r\n";
-const std::string LanRest = "{IP;3,000,000,000,000|}\r\n"
-                            "{IP;4,255,255,255,000|}\r\n"
-                            "{IS;1,08000|}\r\n"
-                            "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF," +
-                            Blank + "|}\r\n";
+using MGolden::File;
+
+const std::string Feed =
+    MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"}, {"FeedAdjustment", "125"}});
+const std::string Address = MGolden::With(MGolden::IpAddress, {{"IpAddress4", "077"}});
 
 const std::vector<KindRow> Kinds{
     {"Parameter", "btnSave", "btnLoad", "dt1 files(*.dt1)", "dat files(*.dt1)", ".dt1",
-     ParameterLine + "{Z2;2,+000+000+00+000+00+00-00-001014|}\r\n",
-     ParameterLine + "{Z2;2,-125+000+00+000+00+00-00-001014|}\r\n",
-     "{Z2;2,-125+000+00+000+00+00-00-001014|}\r\n", "SeFeedAdj", "0.0", "-12.5",
-     &CItemManager::m_objFeedAdjustment, "000", "125"},
+     File(MGolden::SetCommands()), File({MGolden::Parameters, Feed}), File({Feed}), "SeFeedAdj",
+     "0.0", "-12.5", &CItemManager::m_objFeedAdjustment, "000", "125"},
     {"Lan", "btnLanSave", "btnLanLoad", "dt2 files(*.dt2)", "dat files(*.dt2)", ".dt2",
-     "{IP;2,192,168,010,020|}\r\n" + LanRest, "{IP;2,192,168,010,077|}\r\n" + LanRest,
-     "{IP;2,192,168,010,077|}\r\n", "SeIpAddress4", "20", "77", &CItemManager::m_objIpAddress4,
-     "020", "077"},
+     File(MGolden::LanSetCommands()),
+     File({Address, MGolden::Gateway, MGolden::SubnetMask, MGolden::SocketPort, MGolden::Dhcp}),
+     File({Address}), "SeIpAddress4", "20", "77", &CItemManager::m_objIpAddress4, "020", "077"},
 };
 
 /// SAVE and LOAD of either page as a person uses them.

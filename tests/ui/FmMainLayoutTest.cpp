@@ -1,4 +1,5 @@
 #include "tests/ui/CFormFixture.h"
+#include "tests/ui/MGoldenPage.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -176,16 +177,15 @@ TEST_F(FmMainLayoutTest, GetStatusAndItsLabelStandOnOneLineWithSetup) {
 }
 
 TEST_F(FmMainLayoutTest, TheRowsOfParameterAndAdjustmentHaveOnePitchAndTheirFieldsOneHeight) {
-    const std::vector<std::vector<const char*>> strColumns{
-        {"cmbFontCode", "cmbSpeed", "cmbStopBit", "cmbControl", "SeFowardPosition",
-         "cmbPeelOffStatus", "cmbKanji", "cmbAutoHdChk", "cmbWebPrinter", "cmbRibbonNearEnd",
-         "cmbPlugPlay", "cmbPrePeelOff", "cmbMaxiCodeSpec", "cmbPeelOffTrq"},
-        {"cmbZeroCode", "cmbDataLeg", "cmbParity", "cmbFowardWait", "cmbCode", "cmbFeedKey",
-         "SeEuroCode", "cmbAckBusy", "cmbInputPrime", "cmbExIoMode", "cmbLblRbnEnd", "cmbBackSpeed",
-         "cmbKbIF"},
-        {"SeFeedAdj", "SeCutAdj", "SeBackAdj", "SeXAdj", "SeToneAdjT", "SeToneAdjD", "SeRbnAdjFw",
-         "SeRbnAdjBk", "SeThresholdR", "SeThresholdT"},
-    };
+    std::vector<std::vector<const char*>> strColumns(3);
+    std::size_t iParameters = 0;
+    for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+        if (objControl.m_strFrame == std::string("FrAdjustment")) {
+            strColumns[2].push_back(objControl.m_strName);
+        } else if (objControl.m_strLabel != nullptr) {  // the codes stand behind a list
+            strColumns[iParameters++ % 2].push_back(objControl.m_strName);
+        }
+    }
     for (const QSize objSize : {Small, LargestStart, QSize(1600, 1200)}) {
         Resize(objSize);
         const QRect objFirst = PlaceIn(m_objWindow.Form(), m_objWindow.List("cmbFontCode"));

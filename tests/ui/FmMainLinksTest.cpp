@@ -1,5 +1,6 @@
 #include "platform/widgets/CQtPlatform.h"
 #include "tests/fakes/CFakeMessageBox.h"
+#include "tests/golden/MGolden.h"
 #include "tests/simulator/CSimulatorProcess.h"
 #include "tests/ui/CMainWindow.h"
 #include "tests/ui/CModalAnswer.h"
@@ -142,8 +143,9 @@ TEST_F(FmMainSerialTest, SetSendsBothCommandsAndAwaitsNoAnswer) {
     m_objWindow.Click("btnSet");
     EXPECT_LT(objTime.elapsed(), 4000);
     EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
-    EXPECT_EQ(Sent(2), (std::vector<std::string>{"{Z2;1,00210121+0001B0A00000B0000000000100|}",
-                                                 "{Z2;2,+123+000+00+000+00+00-00-001014|}"}));
+    EXPECT_EQ(Sent(2), (std::vector<std::string>{
+                           MGolden::Parameters,
+                           MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "123"}})}));
     m_objWindow.Type("SeFeedAdj", "0");
     m_objWindow.Click("btnRead");
     EXPECT_EQ(Shown("SeFeedAdj"), "12.3");
@@ -159,21 +161,19 @@ TEST_F(FmMainSerialTest, LanReadAndLanSetGoOverTheLineToo) {
     m_objWindow.Type("SeIpAddress4", "77");
     m_objWindow.Type("txtDhcpName", "label printer 01");
     m_objWindow.Click("btnLanSet");
-    EXPECT_EQ(Sent(6), (std::vector<std::string>{
-                           "{Z5;3|}", "{IP;2,192,168,010,077|}", "{IP;3,000,000,000,000|}",
-                           "{IP;4,255,255,255,000|}", "{IS;1,08000|}",
-                           "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}"}));
+    EXPECT_EQ(Sent(6),
+              (std::vector<std::string>{
+                  "{Z5;3|}", MGolden::With(MGolden::IpAddress, {{"IpAddress4", "077"}}),
+                  MGolden::Gateway, MGolden::SubnetMask, MGolden::SocketPort,
+                  MGolden::With(MGolden::Dhcp, {{"DhcpClientHost", "label printer 01"}})}));
 }
 
 // Bytes go out one by one, and LAN SET leaves the buttons enabled between them.
 TEST_F(FmMainSerialTest, NoCommandPressedInsideOfLanSetLandsInTheMiddleOfItsOwn) {
     StartPrinter();
     OpenPort();
-    const std::vector<std::string> strLanSet{
-        "{IP;2,192,168,010,020|}", "{IP;3,000,000,000,000|}", "{IP;4,255,255,255,000|}",
-        "{IS;1,08000|}",
-        "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,<FF><FF><FF><FF><FF><FF><FF><FF>"
-        "<FF><FF><FF><FF><FF><FF><FF><FF>|}"};
+    const std::vector<std::string> strLanSet =
+        CSimulatorProcess::AsPrinted(MGolden::LanSetCommands());
     std::size_t iSent = 0;
     for (const int iTurns : {1, 3, 10, 30, 60}) {
         SCOPED_TRACE(iTurns);

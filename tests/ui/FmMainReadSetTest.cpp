@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/platform_qt/CRefusedPort.h"
 #include "tests/ui/CPrinterFixture.h"
 
@@ -87,7 +88,7 @@ TEST_F(FmMainReadSetTest, ReadAsksForThreeGroupsASecondApartAndFillsThePage) {
     m_objWindow.Click("btnSet");
     const std::vector<std::string> strSent = Sent();
     ASSERT_EQ(strSent.size(), 5U);
-    EXPECT_EQ(strSent[3], "{Z2;1,A1500240-3532B0D7F111A4111121111013|}")
+    EXPECT_EQ(strSent[3], MGolden::With(MTaughtPrinter::Parameters, {{"StopBit", "0"}}))
         << "what was read, with the stop bit of the page";
     EXPECT_EQ(strSent[4], MTaughtPrinter::Adjustments);
 }
@@ -114,8 +115,18 @@ TEST_F(FmMainReadSetTest, ReadShowsWhatSetHasWritten) {
     m_objWindow.Type("SeRbnAdjBk", "-7");
     m_objWindow.Type("SeThresholdT", "3.3");
     m_objWindow.Click("btnSet");  // while the last one still has the focus
-    EXPECT_EQ(Sent(), (std::vector<std::string>{"{Z2;1,10310121-2501B0A00000A4000020000100|}",
-                                                "{Z2;2,-500+000+00+995+00+00-00-071033|}"}));
+    EXPECT_EQ(Sent(), (std::vector<std::string>{
+                          MGolden::With(MGolden::Parameters, {{"FontCode", "1"},
+                                                              {"CommunicationSpeed", "3"},
+                                                              {"AutoForwardDirection", "-"},
+                                                              {"AutoForwardAdjustment", "25"},
+                                                              {"EuroCode", "A4"},
+                                                              {"RibbonNearEnd", "2"}}),
+                          MGolden::With(MGolden::Adjustments, {{"FeedDirection", "-"},
+                                                               {"FeedAdjustment", "500"},
+                                                               {"XCoordinateAdjustment", "995"},
+                                                               {"RibbonMotorAdjustment_B", "07"},
+                                                               {"ThresholdAdjustment_T", "33"}})}));
     const auto strWritten = m_objWindow.ShownFields();
 
     m_objWindow.Choose("cmbFontCode", 7);
@@ -259,8 +270,9 @@ TEST_F(FmMainReadSetTest, SetInAWindowThatTheToolkitTakesForInactiveSendsNothing
         m_objBoxes.Verify();
     }
     m_objWindow.Click("btnSet");
-    EXPECT_EQ(Sent(), (std::vector<std::string>{DefaultParameters,
-                                                "{Z2;2,+015+000+00+000+00+00-00-001014|}"}));
+    EXPECT_EQ(Sent(), (std::vector<std::string>{
+                          DefaultParameters,
+                          MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "015"}})}));
 }
 
 /// Types into a field while READ runs, so that the answer comes under it.
@@ -390,10 +402,13 @@ TEST_F(FmMainReadSetTest, LanSetSendsItsFiveCommandsAndLanReadShowsThem) {
     m_objWindow.Choose("cmbDhcp", 1);
     m_objWindow.Type("txtDhcpName", "label printer 01");
     m_objWindow.Click("btnLanSet");
-    EXPECT_EQ(Sent(),
-              (std::vector<std::string>{
-                  "{IP;2,192,168,010,077|}", "{IP;3,010,000,000,000|}", "{IP;4,255,255,255,128|}",
-                  "{IS;1,09100|}", "{IH;1,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}"}));
+    EXPECT_EQ(Sent(), (std::vector<std::string>{
+                          MGolden::With(MGolden::IpAddress, {{"IpAddress4", "077"}}),
+                          MGolden::With(MGolden::Gateway, {{"Gateway1", "010"}}),
+                          MGolden::With(MGolden::SubnetMask, {{"SubnetMask4", "128"}}),
+                          MGolden::With(MGolden::SocketPort, {{"SocketPortNumber", "09100"}}),
+                          MGolden::With(MGolden::Dhcp, {{"DhcpSetting", "1"},
+                                                        {"DhcpClientHost", "label printer 01"}})}));
     const auto strWritten = m_objWindow.ShownFields();
     m_objWindow.Type("SeIpAddress4", "1");
     m_objWindow.Type("SeSubNet4", "0");

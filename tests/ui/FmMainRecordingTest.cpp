@@ -1,3 +1,4 @@
+#include "tests/ui/recorder/CSettingsTexts.h"
 #include "tests/ui/recorder/MRecording.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,9 @@ std::string Recorded(const std::string& p_strName) {
 TEST_P(FmMainRecordingTest, TheWindowDoesWhatWasRecorded) {
     CStage objStage;
     const std::string strNow = MRecording::Make(objStage, GetParam());
-    const std::string strDifference = MRecording::Difference(Recorded(GetParam()), strNow);
+    const CSettingsTexts objTexts(Recorded(MRecording::SettingsName));
+    const std::string strDifference =
+        MRecording::Difference(objTexts.Long(Recorded(GetParam())), strNow);
     EXPECT_TRUE(strDifference.empty()) << strDifference;
     EXPECT_EQ(strNow.find("\nFAILED"), std::string::npos);
 }

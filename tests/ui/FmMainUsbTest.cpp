@@ -1,3 +1,4 @@
+#include "tests/golden/MGolden.h"
 #include "tests/ui/CModalAnswer.h"
 #include "tests/ui/CUsbWindowFixture.h"
 
@@ -37,9 +38,15 @@ TEST_F(FmMainUsbTest, ReadFillsThePageInItsPausesAndGivesThePrinterBack) {
     Press("btnRead");
     EXPECT_GE(m_objTime.elapsed(), 2950);
     EXPECT_EQ(Taken(), "{Z5;0|}{Z5;1|}{Z5;4|}");
-    EXPECT_EQ(Answers(),
-              (Texts{"<02>0{0+123-045-67-03+09-12-15|}", "<02>0{1+055+000A1431310710A4|}",
-                     "<02>0{45020-352B0D7F11111211110130|}"}));
+    EXPECT_EQ(
+        Answers(),
+        (Texts{"<02>0" + MGolden::All(MGolden::Answer(0), &MGolden::Item::m_strOther),
+               "<02>0" + MGolden::With(MGolden::All(MGolden::Answer(1), &MGolden::Item::m_strOther),
+                                       {{"PrintPosCorrectionDirection", "+"},
+                                        {"PrintPosCorrectionValue", "000"},
+                                        {"Country", "0"}}),
+               "<02>0" + MGolden::With(MGolden::All(MGolden::Answer(4), &MGolden::Item::m_strOther),
+                                       {{"KeyboardIF", "0"}})}));
     MTaughtPrinter::ExpectPage(m_objWindow);
     EXPECT_FALSE(objDevice.IsClaimed());
     EXPECT_TRUE(objDevice.HasDriver());
@@ -52,8 +59,8 @@ TEST_F(FmMainUsbTest, SetSendsBothCommandsWithoutAPause) {
     m_objTime.restart();
     Press("btnSet");
     EXPECT_LT(m_objTime.elapsed(), 2000);
-    EXPECT_EQ(Taken(), "{Z2;1,00210121+0001B0A00000B0000000000100|}"
-                       "{Z2;2,+123+000+00+000+00+00-00-001014|}");
+    EXPECT_EQ(Taken(), MGolden::Parameters +
+                           MGolden::With(MGolden::Adjustments, {{"FeedAdjustment", "123"}}));
     EXPECT_EQ(Answers(), (Texts{StatusAnswer, StatusAnswer}));
     EXPECT_EQ(Shown("lblStatus"), "ON LINE");
     EXPECT_TRUE(m_objPrinter.SettingsAnswer(0).starts_with("{0+123+000+00"));
@@ -67,16 +74,17 @@ TEST_F(FmMainUsbTest, LanSetAndLanReadGoOverUsbToo) {
     QTimer::singleShot(0, [&] { strDisabled = m_objWindow.DisabledButtons(); });
     Press("btnLanSet");
     EXPECT_EQ(strDisabled, QStringList("btnSetup"));  // as it was: LAN SET switches none
-    EXPECT_EQ(Taken(), "{IP;2,192,168,010,077|}{IP;3,000,000,000,000|}{IP;4,255,255,255,000|}"
-                       "{IS;1,08000|}"
-                       "{IH;0,FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF,label printer 01|}");
+    EXPECT_EQ(Taken(), MGolden::With(MGolden::IpAddress, {{"IpAddress4", "077"}}) +
+                           MGolden::Gateway + MGolden::SubnetMask + MGolden::SocketPort +
+                           MGolden::With(MGolden::Dhcp, {{"DhcpClientHost", "label printer 01"}}));
     m_objPrinter.Handle("{IP;2,192,168,010,078|}");  // by somebody else
     m_objTime.restart();
     Press("btnLanRead");
     EXPECT_GE(m_objTime.elapsed(), 950);
     EXPECT_EQ(Taken(), "{Z5;3|}");
-    EXPECT_EQ(Answers().back(), "<02>0{30192168010078000000000000255255255000108000"
-                                "0FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFlabel printer 01|}");
+    EXPECT_EQ(Answers().back(), "<02>0" + MGolden::With(MGolden::Answer(3),
+                                                        {{"IpAddress4", "078"},
+                                                         {"DhcpClientHost", "label printer 01"}}));
     EXPECT_EQ(Shown("SeIpAddress4"), "78");
     EXPECT_EQ(Shown("txtDhcpName"), "label printer 01");
 }

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "tests/golden/MGolden.h"
 #include "tests/ui/CMainWindow.h"
+
+#include <string>
 
 /// A printer that somebody else has given other settings than its defaults.
 namespace MTaughtPrinter {
 
 // The commands that give it those settings.
-inline constexpr const char* Parameters = "{Z2;1,A1501240-3532B0D7F111A4111121111013|}";
-inline constexpr const char* Adjustments = "{Z2;2,+123-045-67+055-03+09-12-153107|}";
-inline constexpr const char* Address = "{IP;2,192,168,010,078|}";
+inline const std::string Parameters = MGolden::All(MGolden::Parameters, &MGolden::Item::m_strOther);
+inline const std::string Adjustments =
+    MGolden::All(MGolden::Adjustments, &MGolden::Item::m_strOther);
+inline const std::string Address = MGolden::With(MGolden::IpAddress, {{"IpAddress4", "078"}});
 
 /// Expects every field of the parameter page to show what was read from it.
 void ExpectPage(CMainWindow& p_objWindow);

@@ -34,6 +34,16 @@ std::size_t EndOfFirstLine(const std::string& p_strBytes) {
     return p_strBytes.find('\n') + 1;
 }
 
+/// The first half of the lines, the last of them without its end.
+std::string FirstHalf(const std::string& p_strBytes) {
+    const auto iLines = std::ranges::count(p_strBytes, '\n');
+    std::size_t iEnd = 0;
+    for (std::ptrdiff_t i = 0; i < (iLines + 1) / 2; ++i) {
+        iEnd = p_strBytes.find('\n', iEnd) + 1;
+    }
+    return p_strBytes.substr(0, iEnd - std::string_view("\r\n").size());
+}
+
 void Drop(std::string& p_strBytes, char p_cByte) {
     std::erase(p_strBytes, p_cByte);
 }
@@ -62,7 +72,7 @@ const std::vector<Damage>& Damages() {
         {"only the first line", [](const std::string& p_str) { return p_str.substr(0, EndOfFirstLine(p_str)); }},
         {"the first line comes last", [](const std::string& p_str) { return p_str.substr(EndOfFirstLine(p_str)) + p_str.substr(0, EndOfFirstLine(p_str)); }},
         {"one line more", [](const std::string& p_str) { return p_str + p_str.substr(0, EndOfFirstLine(p_str)); }},
-        {"ends in its middle", [](const std::string& p_str) { return p_str.substr(0, p_str.size() / 2); }},
+        {"ends in its middle", FirstHalf},
         {"ends in its first line", [](const std::string& p_str) { return p_str.substr(0, EndOfFirstLine(p_str) / 2); }},
         {"no end of the last line", [](const std::string& p_str) { return p_str.substr(0, p_str.find_last_not_of("\r\n") + 1); }},
         {"lines end with LF alone", [](const std::string& p_str) { std::string strBytes = p_str; Drop(strBytes, '\r'); return strBytes; }},

@@ -1,8 +1,9 @@
 // Writes the recordings of the window anew, or shows cells of them:
 //
-//   varden_window_recording --write FOLDER    every recording as a file in FOLDER
-//   varden_window_recording --show TEXT       the cells in whose heading TEXT stands
+//   varden_window_recording --write FOLDER    every recording as a file in FOLDER, and their
+//   settings varden_window_recording --show TEXT       the cells in whose heading TEXT stands
 
+#include "tests/ui/recorder/CSettingsTexts.h"
 #include "tests/ui/recorder/MRecording.h"
 
 #include <QApplication>
@@ -10,20 +11,33 @@
 #include <cstdio>
 #include <exception>
 #include <fstream>
+#include <map>
+#include <stdexcept>
 #include <string>
 
 namespace {
 
-int Write(CStage& p_objStage, const std::string& p_strFolder) {
-    for (const std::string& strName : MRecording::Names()) {
-        std::ofstream objFile(p_strFolder + "/" + strName + ".txt", std::ios::binary);
-        objFile << MRecording::Make(p_objStage, strName);
-        objFile.close();
-        if (!objFile) {
-            std::fprintf(stderr, "cannot write into %s\n", p_strFolder.c_str());
-            return 1;
-        }
+void WriteFile(const std::string& p_strFolder, const std::string& p_strName,
+               const std::string& p_strText) {
+    std::ofstream objFile(p_strFolder + "/" + p_strName + ".txt", std::ios::binary);
+    objFile << p_strText;
+    objFile.close();
+    if (!objFile) {
+        throw std::runtime_error("cannot write into " + p_strFolder);
     }
+}
+
+int Write(CStage& p_objStage, const std::string& p_strFolder) {
+    CSettingsTexts objTexts;
+    std::map<std::string, std::string> strRecordings;
+    for (const std::string& strName : MRecording::Names()) {
+        strRecordings[strName] = MRecording::Make(p_objStage, strName);
+        objTexts.Learn(strRecordings[strName]);
+    }
+    for (const auto& [strName, strText] : strRecordings) {
+        WriteFile(p_strFolder, strName, objTexts.Short(strText));
+    }
+    WriteFile(p_strFolder, MRecording::SettingsName, objTexts.Table());
     return 0;
 }
 
