@@ -14,9 +14,9 @@ enum class Told : std::uint8_t {
 };
 
 struct Row {
-    Kind m_iKind;
-    Told m_iTold;
-    const char* m_strText;
+    Kind m_iKind = Kind::None;
+    Told m_iTold = Told::Nowhere;
+    const char* m_strText = "";
     MessageIcon m_iIcon = MessageIcon::None;
     const char* m_strTitle = IMessageBox::ProgramTitle;
     bool m_bBeep = false;  ///< the moment it happens, before the box

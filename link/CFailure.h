@@ -40,7 +40,7 @@ struct CFailure {
     };
 
     Kind m_iKind = Kind::None;
-    SocketError m_objSocket{};   ///< of a failure of the network, as far as the socket told it
+    SocketError m_objSocket{};  ///< of a failure of the network, as far as the socket told it
     /// What the port or the USB library gave, 0 where there is none; of a printer that was named
     /// beforehand the system's error number (errno), where it tells one.
     std::int32_t m_iNumber = 0;

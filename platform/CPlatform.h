@@ -3,6 +3,12 @@
 #include "platform/CFilePlatform.h"
 #include "platform/CPrinterPlatform.h"
 
+#include <utility>
+
 /// Everything that lies outside the program, handed in from outside. Nothing that it refers to is
 /// owned; all of it outlives whoever gets it.
-struct CPlatform : CPrinterPlatform, CFilePlatform {};
+struct CPlatform : CPrinterPlatform, CFilePlatform {
+    CPlatform(const CPrinterPlatform& p_objPrinter, CFilePlatform p_objFiles)
+        : CPrinterPlatform(p_objPrinter)
+        , CFilePlatform(std::move(p_objFiles)) {}
+};

@@ -59,9 +59,9 @@ struct Item {
 
 /// An item in an answer.
 struct Answered {
-    Slot m_objSlot;
-    const char* m_strField;  ///< that no other item of the answer has
-    int m_iStored = -1;      ///< the number that becomes of it; less than 0: the field itself
+    Slot m_objSlot = nullptr;
+    const char* m_strField = "";  ///< that no other item of the answer has
+    int m_iStored = -1;           ///< the number that becomes of it; less than 0: the field itself
 };
 
 /// In the order in which they are created.

@@ -1,14 +1,10 @@
 #include "link/CComLink.h"
 
-#include "flows/CReadWriteFlow.h"
-#include "flows/MFailureBox.h"
 #include "flows/MHandler.h"
 #include "model/CConversionError.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
-#include "tests/fakes/CFakeSerialPort.h"
-#include "tests/fakes/CFakeSettingsPage.h"
-#include "tests/fakes/CLinkFixture.h"
+#include "tests/link/CComLinkFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -24,52 +20,7 @@ using Texts = std::vector<std::string>;
 constexpr std::int16_t Serial = CInterface::SerialInterface;
 constexpr std::int16_t GroupCount = 5;
 
-class CComLinkTest : public CLinkFixture {
-protected:
-    CComLinkTest() {
-        m_objInterface.SetActiveInterface(Serial);
-        m_objLinks.SetLink(Serial, m_objComLink);
-    }
-
-    /// Opens the link and forgets how.
-    void OpenQuietly() {
-        ASSERT_TRUE(m_objComLink.Open());
-        m_objPort.m_strCalls.clear();
-    }
-
-    /// Sends p_strCommand and gives what the link hands back.
-    bool Exchange(const std::string& p_strCommand, std::int16_t p_iLength = 13) {
-        m_strError.clear();
-        Bytes objBuffer;
-        std::int16_t iCount = 0;
-        CFailure objFailure;
-        const bool bSent = m_objComLink.Exchange(MWire::ToBytes(p_strCommand), objBuffer,
-                                                 objFailure, iCount, p_iLength);
-        m_strError = MFailureBox::HandlerText(objFailure);
-        return bSent;
-    }
-
-    void BeginRead(std::int16_t p_iGroup) {
-        m_objRouter.SetAnswerSelector(p_iGroup);
-        ASSERT_TRUE(Exchange(MCommand::ReadRequest(p_iGroup), MAnswer::ReceiveLength(p_iGroup)));
-    }
-
-    [[nodiscard]] std::string Stored(std::int16_t p_iGroup) const {
-        return MWire::StoredFields(m_objItemManager, p_iGroup);
-    }
-
-    void ExpectNothingStored() {
-        const CItemManager objUntouched;
-        for (std::int16_t iGroup = 0; iGroup < GroupCount; ++iGroup) {
-            EXPECT_EQ(Stored(iGroup), MWire::StoredFields(objUntouched, iGroup)) << iGroup;
-        }
-    }
-
-    std::string m_strError;
-    CFakeSerialPort m_objPort{m_objEventLoop};
-    CComLink m_objComLink{m_objPort,  m_objInterface, m_objRouter,
-                          m_objState, m_objEvents,    m_objWaiter};
-};
+class CComLinkTest : public CComLinkFixture {};
 
 // Opening and closing.
 
@@ -542,62 +493,6 @@ TEST_F(CComLinkTest, ABoxThatFailsInsideAnEventIsContained) {
     m_objMessageBox.Expect("HARD ERROR", MessageIcon::Exclamation);
     m_objMessageBox.WhileShown([](const auto&) { throw std::runtime_error("no box"); });
     EXPECT_NO_THROW(m_objPort.Raise(1006));
-}
-
-// READ from end to end.
-
-class CComLinkReadTest : public CComLinkTest {
-protected:
-    CFakeSettingsPage m_objParameterPage;
-    CFakeSettingsPage m_objLanPage;
-    CReadWriteFlow m_objFlow{m_objItemManager, m_objSession, m_objMessageBox, m_objParameterPage,
-                             m_objLanPage};
-};
-
-TEST_F(CComLinkReadTest, ReadTakesItsThreeGroupsCharacterByCharacter) {
-    OpenQuietly();
-    m_objPort.m_fnAnswer = CScriptedPrinter::Behave;
-    m_objParameterPage.m_fnRefresh = [this] {
-        for (const std::int16_t iGroup : std::vector<std::int16_t>{0, 1, 4}) {
-            EXPECT_EQ(Stored(iGroup), MWire::Fields(iGroup)) << iGroup;
-        }
-        return true;
-    };
-    m_objFlow.Read();
-    EXPECT_EQ(m_objPort.Sent(), "{Z5;0|}{Z5;1|}{Z5;4|}");
-    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 1);
-    EXPECT_EQ(m_objView.m_bEnabled, (std::vector<bool>{false, true}));
-}
-
-TEST_F(CComLinkReadTest, LanReadTakesItsGroup) {
-    OpenQuietly();
-    m_objEventLoop.After(100, [this] { m_objPort.SetClearToSend(false); });
-    m_objLanPage.m_fnRefresh = [this] {
-        EXPECT_EQ(Stored(3), MWire::Fields(3));
-        return true;
-    };
-    m_objPort.m_fnAnswer = CScriptedPrinter::Behave;
-    EXPECT_EQ(MWire::Settings(3).size(), 96U);
-    m_objFlow.LanRead();
-    EXPECT_EQ(m_objPort.Sent(), "{Z5;3|}");
-    EXPECT_EQ(m_objLanPage.m_iRefreshes, 1);
-    EXPECT_EQ(m_objView.m_strStatuses, Texts{"OFF LINE"});
-}
-
-TEST_F(CComLinkReadTest, ASilentPrinterIsNotWaitedForAndTellsNothing) {
-    OpenQuietly();
-    m_objFlow.Read();
-    EXPECT_EQ(m_objPort.Sent(), "{Z5;0|}{Z5;1|}{Z5;4|}");
-    ExpectNothingStored();
-    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 1);
-    EXPECT_TRUE(m_objView.AreControlsEnabled());
-}
-
-TEST_F(CComLinkReadTest, APortThatIsNotOpenEndsReadQuietly) {
-    m_objFlow.Read();
-    EXPECT_TRUE(m_objPort.m_strWrites.empty());
-    EXPECT_EQ(m_objParameterPage.m_iRefreshes, 0);
-    EXPECT_EQ(m_objView.m_bEnabled, (std::vector<bool>{false, true}));
 }
 
 }  // namespace
