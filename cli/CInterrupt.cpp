@@ -14,15 +14,22 @@ namespace {
 
 // A signal handler gets no argument: what it writes must be known to the file.
 std::atomic<const std::string*> g_strLastWords{nullptr};
+std::atomic<const std::string*> g_strLastNote{nullptr};
 static_assert(std::atomic<const std::string*>::is_always_lock_free);
+
+#ifndef _WIN32
+void Put(int p_iStream, const std::string* p_strBytes) {
+    if (p_strBytes != nullptr && !p_strBytes->empty()) {
+        [[maybe_unused]] const auto iWritten =
+            ::write(p_iStream, p_strBytes->data(), p_strBytes->size());
+    }
+}
+#endif
 
 void OnInterrupt(int /*p_iSignal*/) {
 #ifndef _WIN32
-    const std::string* const strWords = g_strLastWords.load();
-    if (strWords != nullptr && !strWords->empty()) {
-        [[maybe_unused]] const auto iWritten =
-            ::write(STDOUT_FILENO, strWords->data(), strWords->size());
-    }
+    Put(STDERR_FILENO, g_strLastNote.load());
+    Put(STDOUT_FILENO, g_strLastWords.load());
 #endif
     std::_Exit(MExitCode::Interrupted);
 }
@@ -39,8 +46,13 @@ CInterrupt::CInterrupt() {
 CInterrupt::~CInterrupt() {
     std::signal(SIGINT, SIG_DFL);
     g_strLastWords = nullptr;
+    g_strLastNote = nullptr;
 }
 
 void CInterrupt::SetLastWords(const std::string& p_strBytes) {
     g_strLastWords = &m_strWords.emplace_back(p_strBytes);
+}
+
+void CInterrupt::SetLastNote(const std::string& p_strBytes) {
+    g_strLastNote = &m_strWords.emplace_back(p_strBytes);
 }

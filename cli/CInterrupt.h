@@ -15,6 +15,7 @@ public:
     CInterrupt& operator=(const CInterrupt&) = delete;
 
     void SetLastWords(const std::string& p_strBytes) override;
+    void SetLastNote(const std::string& p_strBytes) override;
 
 private:
     std::list<std::string> m_strWords;  // all that were set: a signal may be reading the one before

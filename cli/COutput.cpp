@@ -82,11 +82,13 @@ void COutput::ShowProgress(std::string_view p_strLine) {
     }
     m_iProgress = MUtf8::Length(strLine);
     m_objError << strLine << std::flush;
+    m_objInterrupt.SetLastNote("\n");  // whatever comes behind the program has a line of its own
 }
 
 void COutput::ClearProgress() {
     if (m_iProgress > 0) {
         m_objError << "\r" << std::string(m_iProgress, ' ') << "\r" << std::flush;
+        m_objInterrupt.SetLastNote({});
         m_iProgress = 0;
     }
 }

@@ -188,8 +188,7 @@ void CReadCommand::Tell(const CReadReport& p_objReport, const Rows& p_objRows,
 void CReadCommand::CheckReport(const CReadReport& p_objReport, const Rows& p_objRows,
                                const CTarget& p_objTarget) const {
     if (!p_objReport.m_objFailure.IsNone()) {
-        throw MFailureText::Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget,
-                               m_objAccess);
+        throw MFailureText::OfRead(p_objReport, p_objTarget, m_objAccess);
     }
     const std::vector<std::string> strUnread = Unread(p_objReport, p_objRows);
     if (!strUnread.empty()) {

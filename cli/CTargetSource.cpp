@@ -48,7 +48,7 @@ ISettingsSource::Fetch CTargetSource::Open(const std::string& p_strName, COutput
     return [objTarget, objOpened, &objAccess = m_objAccess] {
         const CReadReport objReport = objOpened->m_objPrinter->Read(AllRows());
         if (!objReport.m_objFailure.IsNone()) {
-            throw MFailureText::Of(objReport.m_objFailure, objReport.m_bSent, objTarget, objAccess);
+            throw MFailureText::OfRead(objReport, objTarget, objAccess);
         }
         return Loaded(objTarget.m_strText, objReport);
     };

@@ -229,4 +229,18 @@ CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_ob
     return {p_bSent || objRow.m_bMaySend ? MExitCode::Failed : MExitCode::NotReachable, objTexts};
 }
 
+CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
+                     const IDeviceAccess& p_objAccess) {
+    if (p_objReport.m_strStatusCode.empty()) {
+        return Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget, p_objAccess);
+    }
+    const std::string strStatus = MUtf8::FromLatin1(p_objReport.m_strStatusCode) + " " +
+                                  MUtf8::FromLatin1(p_objReport.m_strStatusText);
+    return {MExitCode::Failed,
+            {"No settings from " + p_objTarget.m_strText,
+             "in their place it has told the status " +
+                 strStatus.substr(0, strStatus.find_last_not_of(' ') + 1),
+             p_objTarget.m_strText, SilenceHint(Link::Usb)}};
+}
+
 }  // namespace MFailureText

@@ -2,6 +2,7 @@
 
 #include "cli/CCommandError.h"
 #include "cli/CTarget.h"
+#include "jobs/CReadReport.h"
 #include "link/CFailure.h"
 #include "platform/IDeviceAccess.h"
 
@@ -17,5 +18,10 @@ namespace MFailureText {
 /// @param p_objAccess is asked why a device cannot be had.
 CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_objTarget,
                  const IDeviceAccess& p_objAccess);
+
+/// The same of a reading that has failed. A printer that has told its status in place of settings
+/// has refused to tell them, or cannot.
+CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
+                     const IDeviceAccess& p_objAccess);
 
 }  // namespace MFailureText

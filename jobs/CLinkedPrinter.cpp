@@ -159,6 +159,9 @@ void CLinkedPrinter::ReadGroup(Session& p_objSession, std::int16_t p_iGroup,
     if (objOutcome.m_bDone) {
         p_objReport.m_iAnswered.insert(p_iGroup);
         p_objSession.Fields().Take(p_iGroup, p_objReport.m_objSnapshot);
+    } else {
+        p_objReport.m_strStatusCode = objOutcome.m_strStatusCode.value_or("");
+        p_objReport.m_strStatusText = objOutcome.m_strStatusText;
     }
 }
 

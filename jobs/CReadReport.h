@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <set>
+#include <string>
 
 /// What reading settings from a printer has brought.
 struct CReadReport {
@@ -21,7 +22,11 @@ struct CReadReport {
     std::set<std::int16_t> m_iAsked{};     ///< the groups that were wanted (MAnswer::Group)
     std::set<std::int16_t> m_iAnswered{};  ///< those whose answer was had
     CFailure m_objFailure{};               ///< what has ended it early; None when nothing has
-    bool m_bSent = false;                  ///< a request has gone out
+    /// The status that the printer has told in place of the answer that ended it, as
+    /// CStatusReport has it; empty when it has told none, and on USB.
+    std::string m_strStatusCode{};
+    std::string m_strStatusText{};
+    bool m_bSent = false;  ///< a request has gone out
 
     /// p_objRow is a row of MSettings::All().
     [[nodiscard]] Why WhyUnknown(const MSettings::Row& p_objRow) const;

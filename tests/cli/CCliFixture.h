@@ -22,7 +22,9 @@
 class CFakeInterrupt : public IInterrupt {
 public:
     void SetLastWords(const std::string& p_strBytes) override { m_strWords = p_strBytes; }
+    void SetLastNote(const std::string& p_strBytes) override { m_strNote = p_strBytes; }
     std::string m_strWords;
+    std::string m_strNote;
 };
 
 class CFakeSerialPorts : public ISerialPortLister {

@@ -20,6 +20,7 @@ struct CFakePrinter {
     bool m_bSent = false;                        ///< something had gone out when opening failed
     std::string m_strCode = "00";
     std::string m_strText = "ON LINE";
+    std::string m_strInPlace;  ///< the status code that is told in place of that answer
     std::optional<CCommandError> m_objRefused{};  ///< it cannot be connected at all
 
     void Hold(std::string_view p_strName, std::string_view p_strValue) {
@@ -78,6 +79,8 @@ private:
                 m_objEvents.OnStep(++iStep, static_cast<std::int16_t>(objReport.m_iAsked.size()));
                 if (iGroup == m_objPrinter.m_iFailing) {
                     objReport.m_objFailure = m_objPrinter.m_objFailure;
+                    objReport.m_strStatusCode = m_objPrinter.m_strInPlace;
+                    objReport.m_strStatusText = m_objPrinter.m_strText;
                     break;
                 }
                 objReport.m_iAnswered.insert(iGroup);

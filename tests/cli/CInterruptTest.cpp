@@ -59,6 +59,17 @@ TEST(CInterrupt, CtrlCPrintsTheLatestLastWords) {
     EXPECT_EQ(objEnded.m_strOut, "{}\n");
 }
 
+TEST(CInterrupt, CtrlCPrintsTheLastNoteOnStandardErrorFirst) {
+    const Ended objEnded = InAProcess([] {
+        ::dup2(STDOUT_FILENO, STDERR_FILENO);
+        CInterrupt objInterrupt;
+        objInterrupt.SetLastWords("{}\n");
+        objInterrupt.SetLastNote("note\n");
+        std::raise(SIGINT);
+    });
+    EXPECT_EQ(objEnded.m_strOut, "note\n{}\n");
+}
+
 TEST(CInterrupt, WithoutItCtrlCEndsAProgramAsEver) {
     const Ended objEnded = InAProcess([] {
         { const CInterrupt objInterrupt; }

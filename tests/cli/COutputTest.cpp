@@ -103,10 +103,12 @@ TEST_F(COutputTest, ProgressIsOneLineThatGoesBeforeAnythingElseIsTold) {
     };
     objOutput.ShowProgress("first");
     EXPECT_EQ(Told(), "first");
+    EXPECT_EQ(m_objInterrupt.m_strNote, "\n");
     objOutput.ShowProgress("second\x1B");
     EXPECT_EQ(Told(), "\r     \rsecond<1B>");
     objOutput.Show(m_objTable);
     EXPECT_EQ(Told(), "\r          \r");
+    EXPECT_EQ(m_objInterrupt.m_strNote, "");
     objOutput.Say("text");
     EXPECT_EQ(Told(), "");
     objOutput.ShowProgress("longer than the terminal");

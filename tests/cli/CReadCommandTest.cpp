@@ -136,6 +136,21 @@ TEST_F(CReadCommandTest, WhatCameBeforeAFailureIsTold) {
     EXPECT_TRUE(objPeople.m_strError.starts_with("varden: No answer from lan:a: "));
 }
 
+TEST_F(CReadCommandTest, AStatusInPlaceOfSettingsIsTold) {
+    FailAt("ip-address");
+    m_objPrinter.m_strInPlace = "06";
+    m_objPrinter.m_strText = "Command Error";
+    const Ran objRan = RunJson({"read", "lan:a"});
+    EXPECT_EQ(objRan.m_iCode, MExitCode::Failed);
+    EXPECT_EQ(objRan.m_objJson["error"]["what"], "No settings from lan:a");
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "in their place it has told the status 06 Command Error");
+    EXPECT_EQ(objRan.m_objJson["complete"], false);
+    m_objPrinter.m_strText = "";
+    EXPECT_TRUE(Has(Run({"diff", "lan:a", "defaults"}).m_strError,
+                    "No settings from lan:a: in their place it has told the status 06: see "));
+}
+
 TEST_F(CReadCommandTest, WhereNothingCameThereIsNoTable) {
     m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::LanNotConnected;
     const Ran objRan = Run({"read", "lan:a"});

@@ -7,6 +7,7 @@ namespace MOutcomes {
 namespace {
 
 constexpr const char* NoAnswer = "No answer from TARGET";
+constexpr const char* NoSettings = "No settings from TARGET";
 constexpr const char* NotSent = "Sending to TARGET has failed";
 constexpr const char* Closed = "TARGET has closed the connection";
 constexpr const char* Gone = "TARGET is gone";
@@ -123,7 +124,7 @@ std::vector<Fault> FaultsOfState() {
         {"Refuses",
          "it refuses the second request for settings, with the status 06",
          {"--refuse", "Z5;1"},
-         OnAll(ReadFailed(NoAnswer, 2))},
+         {ReadFailed(NoSettings, 2), ReadFailed(NoSettings, 2), ReadFailed(NoAnswer, 2)}},
         {"RefusesStatus",
          "it refuses to tell its status, with the status 06",
          {"--refuse", "WS"},

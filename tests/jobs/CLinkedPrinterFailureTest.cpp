@@ -182,6 +182,22 @@ TEST_F(CLinkedPrinterFailureTest, ThereIsNoSuchLink) {
     EXPECT_FALSE(Printer(7).Status().m_objFailure.IsNone());
 }
 
+TEST_F(CLinkedPrinterFailureTest, AStatusInPlaceOfSettingsIsKept) {
+    m_fnAnswer = [this](const std::string& p_strCommand) -> std::optional<std::string> {
+        return p_strCommand == "{Z5;1|}" ? MWire::Status("06")
+                                         : m_objSimulated.Handle(p_strCommand).m_strAnswer;
+    };
+    // USB drops unread what was not asked for.
+    for (const std::int16_t iInterface : {CInterface::LanInterface, CInterface::SerialInterface}) {
+        SCOPED_TRACE(iInterface);
+        const CReadReport objReport = Printer(iInterface).Read(All());
+        EXPECT_FALSE(objReport.m_objFailure.IsNone());
+        EXPECT_EQ(objReport.m_iAnswered, std::set<std::int16_t>{0});
+        EXPECT_EQ(objReport.m_strStatusCode, "06");
+        EXPECT_EQ(objReport.m_strStatusText, "Command Error");
+    }
+}
+
 TEST_F(CLinkedPrinterFailureTest, AProgramThatClosesEndsEveryCallAtOnce) {
     m_fnAnswer = CScriptedPrinter::KeepSilent;
     m_objEventLoop.After(500, [this] { m_objEventLoop.RequestClose(); });
