@@ -13,9 +13,11 @@ constexpr std::chrono::milliseconds UsbLook{250};
 }  // namespace
 
 CConnectedPrinter::CConnectedPrinter(const Place& p_objPlace, IEventLoop& p_objEventLoop,
-                                     const IClock& p_objClock, ISessionEvents& p_objEvents,
-                                     const CPrinterLimits& p_objLimits)
-    : m_objLoop(p_objEventLoop, p_objClock)
+                                     const IClock& p_objClock, IInterrupt& p_objInterrupt,
+                                     ISessionEvents& p_objEvents, const CPrinterLimits& p_objLimits)
+    : m_objInterrupt(p_objInterrupt)
+    , m_objInterruptLoop(p_objEventLoop, p_objInterrupt)
+    , m_objLoop(m_objInterruptLoop, p_objClock)
     , m_objSocket(p_objPlace.m_strHost, p_objPlace.m_iPort, Milliseconds(p_objLimits.m_dOpen))
     , m_objSerialPort(m_objLine, p_objPlace.m_objSerial)
     , m_objUsbLibrary(m_objLoop, p_objPlace.m_objUsb, {Milliseconds(p_objLimits.m_dSend), UsbLook})

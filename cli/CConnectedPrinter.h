@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/CInterruptLoop.h"
 #include "cli/CTarget.h"
 #include "jobs/CDeadlineLoop.h"
 #include "jobs/CLinkedPrinter.h"
@@ -23,19 +24,31 @@ public:
     };
 
     /// None of the references is owned; all outlive this. The event loop is the toolkit's, the
-    /// clock one that never starts again.
+    /// clock one that never starts again. On Ctrl-C the link is closed before the program ends.
     CConnectedPrinter(const Place& p_objPlace, IEventLoop& p_objEventLoop, const IClock& p_objClock,
-                      ISessionEvents& p_objEvents, const CPrinterLimits& p_objLimits);
+                      IInterrupt& p_objInterrupt, ISessionEvents& p_objEvents,
+                      const CPrinterLimits& p_objLimits);
 
     CReadReport Read(std::span<const MSettings::Row* const> p_objRows) override {
-        return m_objPrinter.Read(p_objRows);
+        return Held([&] { return m_objPrinter.Read(p_objRows); });
     }
-    CStatusReport Status() override { return m_objPrinter.Status(); }
+    CStatusReport Status() override {
+        return Held([&] { return m_objPrinter.Status(); });
+    }
     CStatusReport Maintain(const std::string& p_strCommand) override {
-        return m_objPrinter.Maintain(p_strCommand);
+        return Held([&] { return m_objPrinter.Maintain(p_strCommand); });
     }
 
 private:
+    template <typename Job>
+    auto Held(const Job& p_fnJob) -> decltype(p_fnJob()) {
+        decltype(p_fnJob()) objReport;
+        m_objInterrupt.RunHeld([&] { objReport = p_fnJob(); });
+        return objReport;
+    }
+
+    IInterrupt& m_objInterrupt;
+    CInterruptLoop m_objInterruptLoop;
     CDeadlineLoop m_objLoop;
     CSystemLineState m_objLine;
     CFixedTcpClient m_objSocket;

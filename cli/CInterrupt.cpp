@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #ifndef _WIN32
+#include <sys/time.h>
 #include <unistd.h>
 #endif
 
@@ -15,7 +16,10 @@ namespace {
 // A signal handler gets no argument: what it writes must be known to the file.
 std::atomic<const std::string*> g_strLastWords{nullptr};
 std::atomic<const std::string*> g_strLastNote{nullptr};
+std::atomic<bool> g_bHeld{false};
+std::atomic<bool> g_bPending{false};
 static_assert(std::atomic<const std::string*>::is_always_lock_free);
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 #ifndef _WIN32
 void Put(int p_iStream, const std::string* p_strBytes) {
@@ -26,12 +30,24 @@ void Put(int p_iStream, const std::string* p_strBytes) {
 }
 #endif
 
-void OnInterrupt(int /*p_iSignal*/) {
+[[noreturn]] void End(int /*p_iSignal*/) {
 #ifndef _WIN32
     Put(STDERR_FILENO, g_strLastNote.load());
     Put(STDOUT_FILENO, g_strLastWords.load());
 #endif
     std::_Exit(MExitCode::Interrupted);
+}
+
+void OnInterrupt(int p_iSignal) {
+    const bool bFirst = !g_bPending.exchange(true);
+#ifndef _WIN32
+    if (bFirst && g_bHeld) {
+        const itimerval objGrace{{0, 0}, {0, CInterrupt::GraceMilliseconds * 1000}};
+        ::setitimer(ITIMER_REAL, &objGrace, nullptr);
+        return;
+    }
+#endif
+    End(p_iSignal);
 }
 
 }  // namespace
@@ -41,10 +57,17 @@ CInterrupt::CInterrupt() {
     if (std::signal(SIGINT, &OnInterrupt) == SIG_IGN) {
         std::signal(SIGINT, SIG_IGN);
     }
+#ifndef _WIN32
+    std::signal(SIGALRM, &End);
+#endif
 }
 
 CInterrupt::~CInterrupt() {
     std::signal(SIGINT, SIG_DFL);
+#ifndef _WIN32
+    std::signal(SIGALRM, SIG_DFL);
+#endif
+    g_bPending = false;
     g_strLastWords = nullptr;
     g_strLastNote = nullptr;
 }
@@ -55,4 +78,22 @@ void CInterrupt::SetLastWords(const std::string& p_strBytes) {
 
 void CInterrupt::SetLastNote(const std::string& p_strBytes) {
     g_strLastNote = &m_strWords.emplace_back(p_strBytes);
+}
+
+void CInterrupt::RunHeld(const std::function<void()>& p_fnWork) {
+    struct Held {
+        Held() { g_bHeld = true; }
+        ~Held() {
+            g_bHeld = false;
+            if (g_bPending) {
+                End(SIGINT);
+            }
+        }
+    };
+    const Held objHeld;
+    p_fnWork();
+}
+
+bool CInterrupt::IsPending() const {
+    return g_bPending;
 }

@@ -5,10 +5,13 @@
 #include <list>
 
 /// Ctrl-C ends the program at once, with MExitCode::Interrupted: nothing that runs is left undone
-/// half, for a file is written all or nothing and a link closes with the program. One at a time may
-/// exist: signals belong to the process.
+/// half, for a file is written all or nothing. What RunHeld runs has GraceMilliseconds to close its
+/// link. One at a time may exist: signals belong to the process.
 class CInterrupt : public IInterrupt {
 public:
+    /// How long Ctrl-C is held back at most.
+    static constexpr int GraceMilliseconds = 80;
+
     CInterrupt();
     ~CInterrupt() override;
     CInterrupt(const CInterrupt&) = delete;
@@ -16,6 +19,8 @@ public:
 
     void SetLastWords(const std::string& p_strBytes) override;
     void SetLastNote(const std::string& p_strBytes) override;
+    void RunHeld(const std::function<void()>& p_fnWork) override;
+    [[nodiscard]] bool IsPending() const override;
 
 private:
     std::list<std::string> m_strWords;  // all that were set: a signal may be reading the one before

@@ -53,8 +53,9 @@ struct CPrinterConnector::Toolkit {
 };
 
 CPrinterConnector::CPrinterConnector(IUsbPrinterLister& p_objUsbPrinters,
-                                     const CPrinterLimits& p_objLimits)
+                                     IInterrupt& p_objInterrupt, const CPrinterLimits& p_objLimits)
     : m_objUsbPrinters(p_objUsbPrinters)
+    , m_objInterrupt(p_objInterrupt)
     , m_objLimits(p_objLimits) {}
 
 CPrinterConnector::~CPrinterConnector() = default;
@@ -85,7 +86,8 @@ std::unique_ptr<IPrinter> CPrinterConnector::Connect(const CTarget& p_objTarget,
     objLimits.m_dPause = std::chrono::duration<double>(p_iPause).count();
     Toolkit& objToolkit = Life();
     return std::make_unique<CConnectedPrinter>(objPlace, objToolkit.m_objEventLoop,
-                                               objToolkit.m_objClock, p_objEvents, objLimits);
+                                               objToolkit.m_objClock, m_objInterrupt, p_objEvents,
+                                               objLimits);
 }
 
 CUsbPrinterEntry CPrinterConnector::ChooseUsb(const CTarget& p_objTarget) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/IInterrupt.h"
 #include "cli/IPrinterConnector.h"
 #include "jobs/CPrinterLimits.h"
 #include "platform/IUsbPrinterLister.h"
@@ -11,10 +12,10 @@
 /// does not pay for it.
 class CPrinterConnector : public IPrinterConnector {
 public:
-    /// p_objUsbPrinters is not owned and outlives this.
+    /// Neither reference is owned; both outlive this.
     /// @param p_objLimits those of every printer, but for the pause.
-    explicit CPrinterConnector(IUsbPrinterLister& p_objUsbPrinters,
-                               const CPrinterLimits& p_objLimits = {});
+    CPrinterConnector(IUsbPrinterLister& p_objUsbPrinters, IInterrupt& p_objInterrupt,
+                      const CPrinterLimits& p_objLimits = {});
     ~CPrinterConnector() override;
     CPrinterConnector(const CPrinterConnector&) = delete;
     CPrinterConnector& operator=(const CPrinterConnector&) = delete;
@@ -31,6 +32,7 @@ private:
     CUsbPrinterEntry ChooseUsb(const CTarget& p_objTarget);
 
     IUsbPrinterLister& m_objUsbPrinters;
+    IInterrupt& m_objInterrupt;
     CPrinterLimits m_objLimits;
     std::unique_ptr<Toolkit> m_objToolkit;  // null before it is needed
 };

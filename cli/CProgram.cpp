@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr const char* JsonOption = "--json";
+const std::string JsonOption = "--json";
 constexpr const char* JsonText = "Prints one JSON object, also when something goes wrong.";
 constexpr const char* HelpText = "Shows this text.";
 constexpr const char* Footer = R"(Exit codes:
@@ -26,7 +26,10 @@ varden COMMAND --help tells more of a command, man varden of all.)";
 /// Whether JSON is asked for; also of a command line that cannot be understood otherwise.
 bool AsksForJson(const std::vector<std::string>& p_strArguments) {
     const auto objEnd = std::ranges::find(p_strArguments, "--");
-    return std::find(p_strArguments.begin(), objEnd, JsonOption) != objEnd;
+    // With a value behind it, which it does not take, it is meant all the same.
+    return std::any_of(p_strArguments.begin(), objEnd, [](const std::string& p_strArgument) {
+        return p_strArgument == JsonOption || p_strArgument.starts_with(JsonOption + "=");
+    });
 }
 
 /// The words of the parser as the rest of a sentence.
@@ -67,7 +70,7 @@ CProgram::CProgram(const CEnvironment& p_objEnvironment)
     m_objTables->formatter(std::make_shared<CHelpFormatter>());
     m_objTables->set_help_flag("-h,--help", HelpText);
     m_objTables->set_version_flag("--version", VARDEN_VERSION, "Shows the program's version.");
-    m_objTables->add_flag(JsonOption, m_bJson, JsonText);
+    m_objTables->add_flag(JsonOption, m_bJson, JsonText)->disable_flag_override();
     m_objTables->require_subcommand(1);
     m_objTables->footer(Footer);
     for (const MCommandTable::Row& objRow : MCommandTable::All()) {
@@ -82,7 +85,7 @@ void CProgram::AddCommand(std::string_view p_strName, std::string_view p_strSumm
     CLI::App& objTable =
         *m_objTables->add_subcommand(std::string(p_strName), std::string(p_strSummary));
     objTable.set_help_flag("-h,--help", HelpText);
-    objTable.add_flag(JsonOption, m_bJson, JsonText);
+    objTable.add_flag(JsonOption, m_bJson, JsonText)->disable_flag_override();
     p_objCommand->Describe(objTable);
     m_objCommands.push_back(std::move(p_objCommand));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 /// What becomes of Ctrl-C.
@@ -13,4 +14,12 @@ public:
 
     /// The same for standard error, which has them first.
     virtual void SetLastNote(const std::string& p_strBytes) = 0;
+
+    /// Runs p_fnWork, which has something open that is to be closed. Ctrl-C meanwhile makes
+    /// IsPending true and ends the program once p_fnWork has returned, or after a moment if it has
+    /// not by then.
+    virtual void RunHeld(const std::function<void()>& p_fnWork) = 0;
+
+    /// True from the moment that Ctrl-C has come.
+    [[nodiscard]] virtual bool IsPending() const = 0;
 };

@@ -231,7 +231,9 @@ CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_ob
 
 CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
                      const IDeviceAccess& p_objAccess) {
-    if (p_objReport.m_strStatusCode.empty()) {
+    const Kind iKind = p_objReport.m_objFailure.m_iKind;
+    const bool bSilent = iKind == Kind::NoReply || iKind == Kind::UsbNoAnswer;
+    if (p_objReport.m_strStatusCode.empty() || !bSilent) {
         return Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget, p_objAccess);
     }
     const std::string strStatus = MUtf8::FromLatin1(p_objReport.m_strStatusCode) + " " +

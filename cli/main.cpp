@@ -45,7 +45,7 @@ int main(int p_iCount, char** p_strArguments) {
     const CDeviceAccess objAccess;
     CDefaultsSource objDefaults;
     CFileSource objFileSource(objFiles);
-    CPrinterConnector objPrinters(objUsbPrinters);
+    CPrinterConnector objPrinters(objUsbPrinters, objInterrupt);
     CTargetSource objTargets(objPrinters, objAccess);
     CProgram objProgram({objFiles,
                          objSerialPorts,

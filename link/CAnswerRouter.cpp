@@ -147,6 +147,23 @@ bool CAnswerRouter::IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived)
     return true;
 }
 
+bool CAnswerRouter::BeginsUsbAnswer(std::span<const std::uint8_t> p_objReceived) {
+    return !p_objReceived.empty() && (p_objReceived.front() == MAnswer::StatusHead ||
+                                      p_objReceived.front() == MAnswer::UsbSettingsHead);
+}
+
+bool CAnswerRouter::IsCut(std::span<const std::uint8_t> p_objReceived,
+                          std::size_t p_iBufferLength) const {
+    if (p_objReceived.empty()) {
+        return false;
+    }
+    if (p_objReceived.front() == MAnswer::StatusHead) {
+        return p_objReceived.size() < MAnswer::StatusCodePosition + 2;
+    }
+    return p_objReceived.front() == MAnswer::UsbSettingsHead &&
+           JudgeUsb(p_objReceived, p_iBufferLength) == MAnswer::Frame::Open;
+}
+
 bool CAnswerRouter::IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
                                     std::size_t p_iBufferLength) const {
     return !p_objReceived.empty() && p_objReceived.front() == MAnswer::UsbSettingsHead &&

@@ -71,6 +71,15 @@ public:
     /// True for an answer from USB of the kind that the command in flight waits for.
     [[nodiscard]] bool IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived) const;
 
+    /// True for bytes from USB that begin an answer, and are not the rest of one.
+    [[nodiscard]] static bool BeginsUsbAnswer(std::span<const std::uint8_t> p_objReceived);
+
+    /// True for an answer from USB that has been cut before its end, so that more may come of it.
+    /// @param p_objReceived as TakeUsbAnswer takes it.
+    /// @param p_iBufferLength how many bytes could have been received.
+    [[nodiscard]] bool IsCut(std::span<const std::uint8_t> p_objReceived,
+                             std::size_t p_iBufferLength) const;
+
     /// Takes one answer as USB brings it, a byte 0x01 (status) or 0x02 (settings, two bytes before
     /// the answer as the other links have it) in front; any other goes nowhere. Nor does a status
     /// that ends before its code, or settings that are cut or another group's.

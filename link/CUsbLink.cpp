@@ -137,6 +137,7 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                              std::int16_t& p_iReceivedCount) {
     const std::size_t iLength = p_objReceiveBuffer.size();
     CWaiter::Stopwatch objWaited(m_objWaiter);
+    Bytes objPiece;  // of an answer that was cut, where its rest is waited for
     while (m_objWaiter.Yield()) {
         // Answers come in the order of their commands, and the handler inside has taken its own.
         if (objWaited.IsInterrupted() && m_objState.m_iReplyReceived == 1) {
@@ -149,16 +150,18 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
         if (m_objWaiter.MustStop()) {
             return false;
         }
-        if (m_objManners.m_bAwaitsItsAnswer && !p_objFailure.IsNone()) {
-            return true;  // it went out, and the printer has gone since
+        if (m_objManners.m_bAwaitsItsAnswer) {
+            if (!p_objFailure.IsNone()) {
+                return true;  // it went out, and the printer has gone since
+            }
+            iCount = JoinPieces(objPiece, objAnswer, iCount);
         }
         const auto objReceived = std::span(objAnswer).first(static_cast<std::size_t>(iCount));
         const bool bDropped = IsDropped(objReceived, iLength);
         if (bDropped) {
             objAnswer.assign(iLength, 0);
             iCount = 0;
-        }
-        if (iCount > 0) {
+        } else if (iCount > 0) {
             m_objState.m_iReplyReceived = 1;
         }
         if (!m_objWaiter.Yield()) {
@@ -176,6 +179,25 @@ bool CUsbLink::ReceiveAnswer(Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
         }
     }
     return false;
+}
+
+std::int16_t CUsbLink::JoinPieces(Bytes& p_objPiece, Bytes& p_objAnswer,
+                                  std::int16_t p_iCount) const {
+    const std::size_t iLength = p_objAnswer.size();
+    const auto objReceived = std::span(p_objAnswer).first(static_cast<std::size_t>(p_iCount));
+    if (CAnswerRouter::BeginsUsbAnswer(objReceived)) {
+        p_objPiece.clear();  // the rest of the former one does not come any more
+    }
+    p_objPiece.insert(p_objPiece.end(), objReceived.begin(), objReceived.end());
+    p_objPiece.resize(std::min(p_objPiece.size(), iLength));
+    p_objAnswer.assign(iLength, 0);
+    if (m_objRouter.IsCut(p_objPiece, iLength)) {
+        return 0;
+    }
+    std::ranges::copy(p_objPiece, p_objAnswer.begin());
+    const auto iCount = static_cast<std::int16_t>(p_objPiece.size());
+    p_objPiece.clear();
+    return iCount;
 }
 
 bool CUsbLink::IsDropped(std::span<const std::uint8_t> p_objReceived,

@@ -36,7 +36,7 @@ public:
     /// the printer too runs to its end first; what its use of it has cut short is done again behind
     /// it.
     /// Where just the awaited answer will do, any other is dropped, and receiving goes on until the
-    /// reply time is over.
+    /// reply time is over; an answer that comes in pieces is put together.
     bool Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                   std::int16_t& p_iReceivedCount, std::int16_t p_iReceiveLength) override;
 
@@ -47,6 +47,9 @@ private:
     bool SendUsb(const Bytes& p_objBytes, CFailure& p_objFailure);
     bool ReceiveAnswer(Bytes& p_objReceiveBuffer, CFailure& p_objFailure,
                        std::int16_t& p_iReceivedCount);
+    /// Joins what has come, the first p_iCount bytes of p_objAnswer, with the piece that was cut
+    /// off before; both become it. 0 while more has to come, which is kept as the piece.
+    std::int16_t JoinPieces(Bytes& p_objPiece, Bytes& p_objAnswer, std::int16_t p_iCount) const;
     [[nodiscard]] bool IsDropped(std::span<const std::uint8_t> p_objReceived,
                                  std::size_t p_iBufferLength) const;
     [[nodiscard]] bool MayReceiveAgain(bool p_bDropped, double p_dElapsed) const;

@@ -5,6 +5,7 @@
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
 #include "platform/qt/CQtFileStore.h"
+#include "tests/cli/CFakeInterrupt.h"
 #include "tests/cli/CFakePrinters.h"
 #include "tests/cli/CJsonSchema.h"
 #include "tests/fakes/CFakeFileStore.h"
@@ -18,14 +19,6 @@
 #include <sstream>
 #include <string>
 #include <vector>
-
-class CFakeInterrupt : public IInterrupt {
-public:
-    void SetLastWords(const std::string& p_strBytes) override { m_strWords = p_strBytes; }
-    void SetLastNote(const std::string& p_strBytes) override { m_strNote = p_strBytes; }
-    std::string m_strWords;
-    std::string m_strNote;
-};
 
 class CFakeSerialPorts : public ISerialPortLister {
 public:

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <string>
 #include <sys/wait.h>
@@ -86,6 +87,48 @@ TEST(CInterrupt, AProgramThatDoesNotHearCtrlCGoesOn) {
         std::raise(SIGINT);
     });
     ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), 0);
+}
+
+TEST(CInterrupt, WhatIsHeldIsClosedBeforeTheProgramEnds) {
+    const Ended objEnded = InAProcess([] {
+        CInterrupt objInterrupt;
+        objInterrupt.SetLastWords("{}\n");
+        objInterrupt.RunHeld([&] {
+            std::raise(SIGINT);
+            const char* const strWord = objInterrupt.IsPending() ? "closed " : "not told ";
+            EXPECT_GT(::write(STDOUT_FILENO, strWord, std::string(strWord).size()), 0);
+        });
+        EXPECT_GT(::write(STDOUT_FILENO, "went on", 7), 0);
+    });
+    ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+    EXPECT_EQ(objEnded.m_strOut, "closed {}\n");
+}
+
+TEST(CInterrupt, WhatDoesNotCloseInTimeIsNotWaitedFor) {
+    const auto iStart = std::chrono::steady_clock::now();
+    const Ended objEnded = InAProcess([] {
+        CInterrupt objInterrupt;
+        objInterrupt.SetLastWords("{}\n");
+        objInterrupt.RunHeld([] {
+            std::raise(SIGINT);
+            for (;;) {
+                ::pause();
+            }
+        });
+    });
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+    EXPECT_EQ(objEnded.m_strOut, "{}\n");
+    EXPECT_GE(std::chrono::steady_clock::now() - iStart, std::chrono::milliseconds(60));
+}
+
+TEST(CInterrupt, WithoutCtrlCWhatIsHeldChangesNothing) {
+    const Ended objEnded = InAProcess([] {
+        CInterrupt objInterrupt;
+        objInterrupt.RunHeld([] {});
+        EXPECT_FALSE(objInterrupt.IsPending());
+    });
     EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), 0);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/qt/CQtSerialPort.h"
 #include "platform/usb/CUsbPrinterLister.h"
 #include "simulator/MItemNames.h"
+#include "tests/cli/CFakeInterrupt.h"
 #include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/jobs/MOtherSettings.h"
 #include "tests/platform_qt/CFakeLineState.h"
@@ -109,7 +110,8 @@ protected:
     }
 
     CUsbPrinterLister m_objUsbPrinters;
-    CPrinterConnector m_objConnector{m_objUsbPrinters, ShortLimits};
+    CFakeInterrupt m_objInterrupt;
+    CPrinterConnector m_objConnector{m_objUsbPrinters, m_objInterrupt, ShortLimits};
     CFakeSessionEvents m_objEvents;
     CFolder m_objFolder;
     CSimulatorProcess m_objSimulator;

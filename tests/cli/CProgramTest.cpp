@@ -73,6 +73,14 @@ TEST_F(CProgramTest, JsonMayBeAskedForBeforeAndBehindTheCommand) {
     EXPECT_EQ(Run({"--json", "list", "speed"}).m_strOut, Run({"list", "speed", "--json"}).m_strOut);
 }
 
+TEST_F(CProgramTest, JsonTakesNoValueAndIsMeantWithOneAllTheSame) {
+    std::ostringstream objOut;
+    std::ostringstream objError;
+    COutput objOutput(objOut, objError, m_objInterrupt);
+    EXPECT_EQ(CProgram(Environment()).Run({"list", "--json=false"}, objOutput), MExitCode::Wrong);
+    EXPECT_EQ(CJsonSchema::OfOutputs().Complaint(objOut.str()), "");
+}
+
 TEST_F(CProgramTest, BehindTheEndOfTheOptionsJsonIsAName) {
     std::ostringstream objOut;
     std::ostringstream objError;

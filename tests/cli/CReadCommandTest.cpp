@@ -146,6 +146,11 @@ TEST_F(CReadCommandTest, AStatusInPlaceOfSettingsIsTold) {
     EXPECT_EQ(objRan.m_objJson["error"]["cause"],
               "in their place it has told the status 06 Command Error");
     EXPECT_EQ(objRan.m_objJson["complete"], false);
+    m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::LanClosed;
+    EXPECT_EQ(RunJson({"read", "lan:a"}).m_objJson["error"]["what"],
+              "lan:a has closed the connection")
+        << "what ended it comes before what was told meanwhile";
+    m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::NoReply;
     m_objPrinter.m_strText = "";
     EXPECT_TRUE(Has(Run({"diff", "lan:a", "defaults"}).m_strError,
                     "No settings from lan:a: in their place it has told the status 06: see "));

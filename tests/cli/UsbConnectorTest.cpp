@@ -3,6 +3,7 @@
 #include "jobs/MCompare.h"
 #include "platform/usb/CUsbPrinterLister.h"
 #include "simulator/usb/CEmulatedPrinter.h"
+#include "tests/cli/CFakeInterrupt.h"
 #include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/jobs/MOtherSettings.h"
 
@@ -67,7 +68,8 @@ protected:
     std::deque<CPrinter> m_objPrinters;
     std::vector<std::unique_ptr<CEmulatedPrinter>> m_objDevices;
     CUsbPrinterLister m_objUsbPrinters;
-    CPrinterConnector m_objConnector{m_objUsbPrinters, ShortLimits};
+    CFakeInterrupt m_objInterrupt;
+    CPrinterConnector m_objConnector{m_objUsbPrinters, m_objInterrupt, ShortLimits};
     CFakeSessionEvents m_objEvents;
     milliseconds m_iTook{0};
     bool m_bSent = false;

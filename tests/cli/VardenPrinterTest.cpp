@@ -5,6 +5,7 @@
 #include "platform/qt/CQtFileStore.h"
 #include "platform/usb/CUsbPrinterLister.h"
 #include "simulator/MItemNames.h"
+#include "tests/cli/CFakeInterrupt.h"
 #include "tests/cli/CJsonSchema.h"
 #include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/jobs/MOtherSettings.h"
@@ -55,7 +56,8 @@ protected:
     /// Gives the printer settings none of which stands at its default.
     void ChangeEverything() {
         CUsbPrinterLister objUsbPrinters;
-        CPrinterConnector objConnector(objUsbPrinters);
+        CFakeInterrupt objInterrupt;
+        CPrinterConnector objConnector(objUsbPrinters, objInterrupt);
         CFakeSessionEvents objEvents;
         const auto objPrinter = objConnector.Connect(CTarget::Parse(Target().toStdString()),
                                                      milliseconds(0), objEvents);

@@ -193,6 +193,52 @@ TEST_P(CAwaitedOutcomeTest, ALinkThatGoesWhileTheAnswerIsAwaitedEndsTheWaitAtOnc
     EXPECT_LT(m_objClock.Elapsed() - iBefore, 1200);
 }
 
+class CAwaitedUsbPiecesTest : public CAwaitedOutcomeTest {
+protected:
+    /// These bytes come by themselves, as they are.
+    void ArriveRaw(std::int64_t p_iMilliseconds, const std::string& p_strBytes) {
+        m_objEventLoop.After(p_iMilliseconds,
+                             [=, this] { m_objLibrary.m_strAnswers.push_back(p_strBytes); });
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(, CAwaitedUsbPiecesTest, ::testing::Values(Usb),
+                         [](const auto& p_objInfo) { return LinkName(p_objInfo.param); });
+
+TEST_P(CAwaitedUsbPiecesTest, AnAnswerThatIsCutIsPutTogetherWithItsRest) {
+    const std::string strAnswer = Framed(MWire::Settings(3));
+    for (const std::size_t iCut :
+         {std::size_t{1}, std::size_t{2}, std::size_t{40}, strAnswer.size() - 1}) {
+        SCOPED_TRACE(iCut);
+        Answer(CScriptedPrinter::KeepSilent);
+        ArriveRaw(200, strAnswer.substr(0, iCut));
+        ArriveRaw(1900, strAnswer.substr(iCut));
+        const COutcome objOutcome = Exchange().ReadGroup(3);
+        EXPECT_TRUE(objOutcome);
+        EXPECT_EQ(objOutcome.m_iGroup, 3);
+        EXPECT_EQ(MWire::StoredFields(m_objItemManager, 3), MWire::Fields(3));
+        m_objItemManager = CItemManager();
+    }
+}
+
+TEST_P(CAwaitedUsbPiecesTest, APieceWhoseRestDoesNotComeIsLetPass) {
+    Answer(CScriptedPrinter::KeepSilent);
+    ArriveRaw(200, Framed(MWire::Settings(1, 1)).substr(0, 20));
+    ArriveRaw(1900, Framed(MWire::Settings(1)));
+    EXPECT_TRUE(Exchange().ReadGroup(1));
+    EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), MWire::Fields(1));
+}
+
+TEST_P(CAwaitedUsbPiecesTest, AStatusThatStaysCutIsNoAnswerInTheEnd) {
+    Answer(CScriptedPrinter::KeepSilent);
+    ArriveRaw(200, MWire::Status("00").substr(0, 3));
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    const COutcome objOutcome = AskStatus();
+    EXPECT_FALSE(objOutcome);
+    EXPECT_EQ(FailureOf(objOutcome), "UsbNoAnswer");
+    EXPECT_GE(m_objClock.Elapsed() - iBefore, 4000);
+}
+
 TEST_P(CAwaitedOutcomeTest, TheReplyTimeIsTheCallers) {
     CPrinterSession objQuick(
         m_objItemManager, m_objInterface, m_objEvents,
