@@ -58,8 +58,8 @@ void CFixedTcpClient::Connect() {
         TryNext();
         return;
     }
-    m_iLookup = QHostInfo::lookupHost(
-        m_strHost, this, [this](const QHostInfo& p_objInfo) { TakeAddresses(p_objInfo); });
+    // By the slot's name: the toolkit never frees a function object whose lookup is given up.
+    m_iLookup = QHostInfo::lookupHost(m_strHost, this, SLOT(TakeAddresses(QHostInfo)));
 }
 
 void CFixedTcpClient::Close() {

@@ -18,6 +18,8 @@
 /// whoever waits has had enough of it and calls Close. When all have failed, one OnError tells what
 /// came closest to the printer: a refusal rather than a network that is not there.
 class CFixedTcpClient : public QObject, public ITcpClient, private ITcpClientEvents {
+    Q_OBJECT
+
 public:
     /// @param p_iLimit how long whoever calls Connect is going to wait for it.
     CFixedTcpClient(const std::string& p_strHost, std::uint16_t p_iPort,
@@ -34,6 +36,9 @@ public:
     bool SendData(std::span<const std::uint8_t> p_objBytes) override;
     std::vector<std::uint8_t> GetData() override { return m_objSocket.GetData(); }
 
+private slots:
+    void TakeAddresses(const QHostInfo& p_objInfo);
+
 private:
     void OnConnect() override;
     void OnClose() override;
@@ -41,7 +46,6 @@ private:
     void OnDataArrival() override;
     void OnError(const SocketError& p_objError) override;
 
-    void TakeAddresses(const QHostInfo& p_objInfo);
     void TryNext();
     void Note(const SocketError& p_objError);
     void Fail(const SocketError& p_objError);
