@@ -99,7 +99,7 @@ private:
             return {m_objPrinter.m_strCode, m_objPrinter.m_strText, 0.0254, {}, true};
         }
 
-        CStatusReport Maintain(const std::string& p_strCommand) override {
+        CStatusReport Send(const std::string& p_strCommand) override {
             m_strAsked.push_back(m_strName + ": " + p_strCommand);
             return {};
         }
