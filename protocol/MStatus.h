@@ -15,4 +15,8 @@ namespace MStatus {
 /// @return true, always.
 bool StatusText(std::string_view p_strCode, std::string& p_strText, bool& p_bReceived);
 
+/// Whether a printer that tells this code has not done, or cannot do, what it was asked for. A code
+/// that nobody knows is an error, too.
+bool IsError(std::string_view p_strCode);
+
 }  // namespace MStatus

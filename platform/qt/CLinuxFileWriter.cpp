@@ -52,7 +52,8 @@ CLinuxFileWriter::~CLinuxFileWriter() {
 }
 
 bool CLinuxFileWriter::Open(const std::string& p_strPath) {
-    const std::filesystem::path objPath = WithoutLinks(p_strPath);
+    const std::filesystem::path objPath =
+        m_iReaders == Readers::Owner ? std::filesystem::path(p_strPath) : WithoutLinks(p_strPath);
     const std::filesystem::path objFolder = objPath.parent_path();
     m_strTarget = objPath.filename().string();
     m_objFolder = CFileHandle(
@@ -71,9 +72,13 @@ bool CLinuxFileWriter::LookAtTarget() {
     return S_ISREG(objOld.st_mode) && ::faccessat(iFolder, m_strTarget.c_str(), W_OK, 0) == 0;
 }
 
+mode_t CLinuxFileWriter::FirstMode() const {
+    return m_objOld || m_iReaders == Readers::Owner ? OwnersAlone : OfAnyFile;
+}
+
 bool CLinuxFileWriter::OpenWithoutName() {
-    m_objFile = CFileHandle(::openat(m_objFolder.Number(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC,
-                                     m_objOld ? OwnersAlone : OfAnyFile));
+    m_objFile = CFileHandle(
+        ::openat(m_objFolder.Number(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, FirstMode()));
     // It could not get a name later if the system did not show it.
     return m_objFile.IsOpen() && ::access(ShownAt(m_objFile.Number()).c_str(), F_OK) == 0 &&
            MSaveName::Lock(m_objFile.Number());
@@ -84,8 +89,7 @@ bool CLinuxFileWriter::OpenWithName() {
         const std::string strName = MSaveName::Of(m_strTarget, i);
         MSaveName::RemoveLeftOver(m_objFolder.Number(), strName);
         m_objFile = CFileHandle(::openat(m_objFolder.Number(), strName.c_str(),
-                                         O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC,
-                                         m_objOld ? OwnersAlone : OfAnyFile));
+                                         O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, FirstMode()));
         if (!m_objFile.IsOpen() && errno != EEXIST) {
             return false;
         }
@@ -123,12 +127,12 @@ bool CLinuxFileWriter::Commit() {
     if (!PutInPlace()) {
         return false;
     }
-    SyncFolder();
+    m_bInPlace = MOnDisk::WaitForFolder(m_objFolder.Number());
     return true;
 }
 
 void CLinuxFileWriter::TakeOverOwner() const {
-    if (!m_objOld) {
+    if (!m_objOld || m_iReaders == Readers::Owner) {
         return;
     }
     const int iFile = m_objFile.Number();
@@ -183,12 +187,4 @@ bool CLinuxFileWriter::Rename() {
     }
     m_strName.clear();
     return true;
-}
-
-void CLinuxFileWriter::SyncFolder() const {
-    const CFileHandle objFolder(
-        ::openat(m_objFolder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (objFolder.IsOpen()) {
-        static_cast<void>(::fsync(objFolder.Number()));
-    }
 }

@@ -5,6 +5,7 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,7 +18,14 @@
 /// for the same target.
 class CLinuxFileWriter : public IFileWriter {
 public:
-    CLinuxFileWriter() = default;
+    /// Whom a file is for.
+    enum class Readers : std::uint8_t {
+        Usual,  ///< whoever may read what the user makes, or could read what stood there
+        Owner,  ///< its owner alone; what stands at its name may be no link then
+    };
+
+    explicit CLinuxFileWriter(Readers p_iReaders = Readers::Usual)
+        : m_iReaders(p_iReaders) {}
     CLinuxFileWriter(const CLinuxFileWriter&) = delete;
     CLinuxFileWriter& operator=(const CLinuxFileWriter&) = delete;
     ~CLinuxFileWriter() override;
@@ -29,12 +37,17 @@ public:
     bool Write(std::string_view p_strBytes) override;
 
     /// An existing file keeps its permissions, and its owner and group where the system allows
-    /// that. The folder is synchronised, too. (That the disk fails there is no failure: the file
-    /// has taken its place by then, and whatever a disk makes of that, old or new is whole.)
+    /// that. The folder is synchronised, too; IsInPlace tells how that went. (That the disk fails
+    /// there is no failure: the file has taken its place by then, and whatever a disk makes of
+    /// that, old or new is whole.)
     bool Commit() override;
+
+    /// Whether the disk knows, after a commit, that the file has taken its place.
+    [[nodiscard]] bool IsInPlace() const { return m_bInPlace; }
 
 private:
     bool LookAtTarget();
+    [[nodiscard]] mode_t FirstMode() const;
     bool OpenWithoutName();
     bool OpenWithName();
     void TakeOverOwner() const;
@@ -42,12 +55,13 @@ private:
     bool PutInPlace();
     [[nodiscard]] bool GiveName(const std::string& p_strName) const;
     bool Rename();
-    void SyncFolder() const;
 
+    Readers m_iReaders;
     CFileHandle m_objFolder;
     std::string m_strTarget;              // in that folder
     std::optional<struct stat> m_objOld;  // what stood there
     CFileHandle m_objFile;
     std::string m_strName;  // of MSaveName, while the file bears one
     bool m_bFailed = false;
+    bool m_bInPlace = false;
 };

@@ -108,3 +108,14 @@ TEST(MStatus, KnowsNoCodeThatIsNotTwoDigits) {
         EXPECT_FALSE(bReceived);
     }
 }
+
+TEST(MStatus, TakesEveryCodeForAnErrorButThoseOfAPrinterThatIsAtWorkOrWaits) {
+    const std::set<std::string> strFine{"00", "01", "02", "04", "05", "40", "41", "55"};
+    for (int i = 0; i < 100; ++i) {
+        const std::string strCode{static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
+        EXPECT_EQ(MStatus::IsError(strCode), !strFine.contains(strCode)) << strCode;
+    }
+    for (const char* const strNoCode : {"", "0", "000", "0 ", " 0", "AB"}) {
+        EXPECT_TRUE(MStatus::IsError(strNoCode)) << strNoCode;
+    }
+}
