@@ -79,7 +79,7 @@ CWriteReport CWriteJob::Run(const CWriteRequest& p_objRequest) {
     const bool bDone = CarryOut(objRun, objReport);
     const Rows objUnmet = objRun.IsRead() ? objReport.m_objRows : Rows();
     if (bDone) {
-        objReport.m_iEnd = End::Changed;
+        objReport.m_iEnd = AreOthersAsBefore(objRun, objReport) ? End::Changed : End::PersonNeeded;
     } else {
         Undo(objRun, objReport);
     }
@@ -102,7 +102,7 @@ bool CWriteJob::Prepare(const CWriteRequest& p_objRequest, CWriteReport& p_objRe
         p_objReport.m_iEnd = End::WouldChange;
         return false;
     }
-    if (!IsReady(p_objReport)) {
+    if (!IsReady(p_objReport) || !TakeOthers(p_objReport)) {
         return false;
     }
     if (!m_objJournal.Open(p_objReport.m_objPlan)) {
@@ -213,6 +213,40 @@ bool CWriteJob::IsReady(CWriteReport& p_objReport) {
     return true;
 }
 
+/// Reads what has not been read yet, so that it is known what has to stay.
+bool CWriteJob::TakeOthers(CWriteReport& p_objReport) {
+    CSnapshot objOthers = p_objReport.m_objBefore;
+    std::set<std::int16_t> iRead;
+    for (const Row& objRow : MSettings::All()) {
+        if (objOthers.IsKnown(objRow)) {
+            iRead.insert(MSettingRoute::ReportedIn(objRow));
+        }
+    }
+    MWritePlan::TakeOthers(p_objReport.m_objBefore, p_objReport.m_objPlan);
+    const Rows objRows = MWritePlan::ToReadBesides(iRead);
+    if (objRows.empty()) {
+        return true;
+    }
+    if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({})) {
+        p_objReport.m_objRead = objPrinter->Read(objRows);
+    }
+    if (!p_objReport.m_objRead.m_objFailure.IsNone() || p_objReport.m_objRead.m_iAnswered.empty()) {
+        p_objReport.m_iWhy = Why::NotRead;
+        return false;
+    }
+    MWritePlan::TakeOthers(p_objReport.m_objRead.m_objSnapshot, p_objReport.m_objPlan);
+    return true;
+}
+
+bool CWriteJob::AreOthersAsBefore(CWriteRun& p_objRun, CWriteReport& p_objReport) {
+    const Rows objRows = p_objRun.FindOthersChanged();
+    if (!objRows.empty()) {
+        p_objReport.m_iWhy = Why::OthersChanged;
+        p_objReport.m_objRows = objRows;
+    }
+    return objRows.empty();
+}
+
 bool CWriteJob::CarryOut(CWriteRun& p_objRun, CWriteReport& p_objReport) {
     if (!p_objRun.Send(p_objReport)) {
         return false;
@@ -233,7 +267,7 @@ void CWriteJob::Undo(CWriteRun& p_objRun, CWriteReport& p_objReport) {
         p_objReport.m_iEnd = End::Undone;
         return;
     }
-    const bool bRestored = p_objRun.Restore();
+    const bool bRestored = p_objRun.Restore() && AreOthersAsBefore(p_objRun, p_objReport);
     p_objReport.m_objDoubtful = Doubtful(p_objReport.m_objPlan, p_objRun);
     p_objReport.m_iEnd =
         bRestored && p_objReport.m_objDoubtful.empty() ? End::Undone : End::PersonNeeded;
@@ -260,7 +294,7 @@ CWriteReport CWriteJob::Restore(const CWritePlan& p_objPlan, double p_dReach) {
     if (!objRun.IsRead()) {
         objReport.m_iWhy = Why::NotReadBack;
         objReport.m_objRead = objRun.Last();
-    } else if (objReport.m_iEnd == End::PersonNeeded) {
+    } else if (objReport.m_iEnd == End::PersonNeeded && objReport.m_iWhy == Why::None) {
         objReport.m_iWhy = Why::OtherThanWanted;
         objReport.m_objRows = objRun.Differing(p_objPlan.m_objBefore);
     }

@@ -14,6 +14,11 @@ bool IsReported(const MSettings::Row& p_objRow) {
     return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
 }
 
+/// Whether a setting is reported, and stays what it is until somebody changes it.
+bool IsLasting(const MSettings::Row& p_objRow) {
+    return IsReported(p_objRow) && MSettingRoute::ReportedIn(p_objRow) != MAnswer::Sensor;
+}
+
 /// No byte of a field may look like the end of the command or the beginning of another.
 bool IsOneCommand(std::string_view p_strText) {
     constexpr std::string_view Frame = "{|}";
@@ -54,6 +59,18 @@ Rows CWritePlan::Reported() const {
 Rows CWritePlan::Unreported() const {
     Rows objRows = Carried();
     std::erase_if(objRows, [](const MSettings::Row* p_objRow) { return IsReported(*p_objRow); });
+    return objRows;
+}
+
+Rows CWritePlan::Others() const {
+    const Rows objCarried = Carried();
+    Rows objRows;
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        if (IsLasting(objRow) && m_objBefore.IsKnown(objRow) &&
+            std::ranges::find(objCarried, &objRow) == objCarried.end()) {
+            objRows.push_back(&objRow);
+        }
+    }
     return objRows;
 }
 

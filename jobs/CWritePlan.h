@@ -21,7 +21,7 @@ struct CWritePlan {
         CPrinterPlace m_objPlace{};  ///< where the printer may be when it has been carried out
     };
 
-    CSnapshot m_objBefore{};         ///< what the commands carry, as far as it was known
+    CSnapshot m_objBefore{};         ///< what the printer held, as far as it was known
     CSnapshot m_objAfter{};          ///< the same, with what is wanted
     std::vector<Step> m_objSteps{};  ///< in the order in which they are sent
 
@@ -36,6 +36,10 @@ struct CWritePlan {
 
     /// Of these the ones that no answer reports.
     [[nodiscard]] Rows Unreported() const;
+
+    /// What none of the steps carries and what was known before, but for the sensors' readings:
+    /// what has to stay as it was, for a printer that loses its power can forget everything.
+    [[nodiscard]] Rows Others() const;
 
     /// The command of a step with the values of p_objSnapshot. Empty when not every field is
     /// exactly as wide as it has to be, or holds what frames a command.

@@ -36,6 +36,7 @@ struct CWriteReport {
         Refused,          ///< it has refused a command: m_objStatus
         NotAnswered,      ///< a command has failed: m_objStatus
         OtherThanWanted,  ///< it has taken everything, and m_objRows are not as wanted
+        OthersChanged,    ///< m_objRows, which no command has carried, are not as they were
         NotReadBack,      ///< it could not be read back: m_objRead
     };
 

@@ -1,5 +1,6 @@
 #include "jobs/CWriteRun.h"
 
+#include "jobs/MWritePlan.h"
 #include "model/MSettingText.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MStatus.h"
@@ -74,7 +75,7 @@ bool CWriteRun::ReadBack(const CSnapshot& p_objExpected) {
         if (i > 0) {
             m_objWays.Wait(BetweenReadings);
         }
-        Read();
+        Read(m_objPlan.Reported());
         if (!IsRead()) {
             return false;
         }
@@ -88,7 +89,7 @@ bool CWriteRun::ReadBack(const CSnapshot& p_objExpected) {
 bool CWriteRun::Restore() {
     for (int iRound = 0; iRound < Rounds; ++iRound) {
         m_objEvents.OnStage(Stage::Restoring, 0, 0);
-        Read();
+        Read(m_objPlan.Reported());
         if (!IsRead()) {
             return false;
         }
@@ -112,6 +113,27 @@ bool CWriteRun::Restore() {
     return false;
 }
 
+Rows CWriteRun::FindOthersChanged() {
+    const CReadReport objCarried = m_objLast;
+    Rows objOthers = m_objPlan.Others();
+    const Rows objUnread = MWritePlan::ToReadBesides(objCarried.m_iAnswered);
+    if (!objUnread.empty()) {
+        Read(objUnread);
+        if (!IsRead()) {
+            return objOthers;
+        }
+    }
+    std::erase_if(objOthers, [&](const MSettings::Row* p_objRow) {
+        const CSnapshot& objHeld = objCarried.m_objSnapshot.IsKnown(*p_objRow)
+                                       ? objCarried.m_objSnapshot
+                                       : m_objLast.m_objSnapshot;
+        return objHeld.IsKnown(*p_objRow) &&
+               MSettingText::Same(*p_objRow, objHeld.Items(), m_objPlan.m_objBefore.Items());
+    });
+    m_objLast = objCarried;
+    return objOthers;
+}
+
 bool CWriteRun::IsRead() const {
     return m_objLast.m_objFailure.IsNone() && !m_objLast.m_iAnswered.empty();
 }
@@ -127,8 +149,7 @@ Rows CWriteRun::Differing(const CSnapshot& p_objExpected) const {
 }
 
 /// Reads the printer wherever it may be, for as long as it is sought.
-void CWriteRun::Read() {
-    const Rows objRows = m_objPlan.Reported();
+void CWriteRun::Read(const Rows& p_objRows) {
     const double dStart = m_objWays.Now();
     while (true) {
         for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
@@ -138,7 +159,7 @@ void CWriteRun::Read() {
                 m_objLast.m_objFailure.m_iKind = CFailure::Kind::NoLink;
                 continue;
             }
-            m_objLast = objPrinter->Read(objRows);
+            m_objLast = objPrinter->Read(p_objRows);
             if (IsRead()) {
                 ComeTo(objPlace);
                 return;

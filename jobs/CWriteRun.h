@@ -38,6 +38,10 @@ public:
     /// Brings back what was before, of everything that may have been sent, and verifies it.
     bool Restore();
 
+    /// Reads what the last reading has not brought of everything that has to stay as it was, and
+    /// tells what has not. To be called when the last reading is whole; it may fail in this.
+    CWritePlan::Rows FindOthersChanged();
+
     /// A command may have gone out.
     [[nodiscard]] bool HasSent() const { return m_iSent > 0; }
     [[nodiscard]] bool HasSent(MSettingRoute::Command p_iCommand) const {
@@ -51,13 +55,13 @@ public:
     /// The last reading: whole, or failed.
     [[nodiscard]] const CReadReport& Last() const { return m_objLast; }
     [[nodiscard]] bool IsRead() const;
-    /// What of the last reading is not as in p_objExpected.
+    /// What the steps carry and the last reading has brought otherwise than in p_objExpected.
     [[nodiscard]] CWritePlan::Rows Differing(const CSnapshot& p_objExpected) const;
     /// Where the printer has answered last.
     [[nodiscard]] const CPrinterPlace& Place() const { return m_objPlaces.front(); }
 
 private:
-    void Read();
+    void Read(const CWritePlan::Rows& p_objRows);
     CStatusReport SendText(const std::string& p_strText);
     void ComeTo(const CPrinterPlace& p_objPlace);
     [[nodiscard]] std::vector<const CWritePlan::Step*> ToUndo(bool p_bFirst) const;

@@ -169,6 +169,28 @@ CWritePlan Make(const Ends& p_objEnds) {
     return objPlan;
 }
 
+Rows ToReadBesides(const std::set<std::int16_t>& p_iRead) {
+    Rows objRows;
+    for (const Row& objRow : MSettings::All()) {
+        const std::int16_t iGroup = MSettingRoute::ReportedIn(objRow);
+        if (IsReported(objRow) && iGroup != MAnswer::Sensor && !p_iRead.contains(iGroup)) {
+            objRows.push_back(&objRow);
+        }
+    }
+    return objRows;
+}
+
+void TakeOthers(const CSnapshot& p_objRead, CWritePlan& p_objPlan) {
+    const Rows objCarried = p_objPlan.Carried();
+    for (const Row& objRow : MSettings::All()) {
+        if (p_objRead.IsKnown(objRow) &&
+            std::ranges::find(objCarried, &objRow) == objCarried.end()) {
+            Take(objRow, p_objRead, p_objPlan.m_objBefore);
+            Take(objRow, p_objRead, p_objPlan.m_objAfter);
+        }
+    }
+}
+
 Rows Missing(const CWritePlan& p_objPlan) {
     return Filtered(p_objPlan.Unreported(),
                     [&](const Row& p_objRow) { return !p_objPlan.m_objAfter.IsKnown(p_objRow); });

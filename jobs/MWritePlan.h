@@ -2,6 +2,9 @@
 
 #include "jobs/CWritePlan.h"
 
+#include <cstdint>
+#include <set>
+
 /// Making the plan of a change.
 namespace MWritePlan {
 
@@ -25,6 +28,14 @@ struct Ends {
 /// Commands that cut the link in use come last, and of these the one behind which nobody knows
 /// where the printer is.
 CWritePlan Make(const Ends& p_objEnds);
+
+/// What stands in answers other than those in p_iRead, and lasts: what has to be read besides so
+/// that a plan knows everything that has to stay.
+CWritePlan::Rows ToReadBesides(const std::set<std::int16_t>& p_iRead);
+
+/// Takes everything that is known in p_objRead and that the plan does not carry into what was
+/// before and is to be afterwards.
+void TakeOthers(const CSnapshot& p_objRead, CWritePlan& p_objPlan);
 
 /// Settings that no answer reports and that the plan has to send, of which nobody says what they
 /// are to be.

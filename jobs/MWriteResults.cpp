@@ -41,7 +41,8 @@ public:
         if (!m_objRun.IsRead()) {
             return m_objRun.HasSent() ? Result::Lost : Result::Same;
         }
-        if (m_objReport.m_iEnd == End::Changed) {
+        if (m_objReport.m_iEnd == End::Changed ||
+            (bChanges && Holds(objHeld, p_objRow, objPlan.m_objAfter))) {
             return bChanges ? Result::Changed : Result::Same;
         }
         if (!Holds(objHeld, p_objRow, objPlan.m_objBefore)) {
