@@ -15,6 +15,10 @@ inline constexpr const char* Side = "SIDE";  ///< settings to compare
 inline constexpr const char* Target = "TARGET";
 inline constexpr const char* Shell = "SHELL";
 inline constexpr const char* Seconds = "SECONDS";
+inline constexpr const char* Assignment = "SETTING=VALUE";
+inline constexpr const char* Folder = "FOLDER";
+inline constexpr const char* Name = "NAME";
+inline constexpr const char* StopBit = "STOP-BIT";
 
 struct Row {
     std::string_view m_strName;

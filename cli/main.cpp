@@ -8,6 +8,7 @@
 #include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPortLister.h"
+#include "platform/qt/CStateFolder.h"
 #include "platform/usb/CUsbPrinterLister.h"
 
 #include <cstdio>
@@ -52,7 +53,11 @@ int main(int p_iCount, char** p_strArguments) {
                          objUsbPrinters,
                          objAccess,
                          objPrinters,
-                         {&objDefaults, &objTargets, &objFileSource}});
+                         {&objDefaults, &objTargets, &objFileSource},
+                         [](const std::string& p_strFolder) {
+                             return std::make_unique<CStateFolder>(
+                                 p_strFolder.empty() ? CStateFolder::Default() : p_strFolder);
+                         }});
     COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth(stdout),
                       TerminalWidth(stderr));
     const int iCode =

@@ -120,13 +120,14 @@ bool CWriteJob::TakeSnapshot(const CWriteRequest& p_objRequest, CWriteReport& p_
         const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({});
         p_objReport.m_iWhy = Why::NotRead;
         if (!objPrinter) {
-            p_objReport.m_objRead.m_objFailure.m_iKind = CFailure::Kind::NoLink;
+            p_objReport.m_objRead.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
             return false;
         }
         const CReadReport objRead = objPrinter->Read(objRows);
         p_objReport.m_bSent |= objRead.m_bSent;
         if (!objRead.m_objFailure.IsNone()) {
             p_objReport.m_objRead = objRead;
+            p_objReport.m_objRead.m_bSent = p_objReport.m_bSent;
             return false;
         }
         p_objReport.m_objBefore = objRead.m_objSnapshot;
@@ -231,6 +232,7 @@ bool CWriteJob::TakeOthers(CWriteReport& p_objReport) {
         p_objReport.m_objRead = objPrinter->Read(objRows);
     }
     if (!p_objReport.m_objRead.m_objFailure.IsNone() || p_objReport.m_objRead.m_iAnswered.empty()) {
+        p_objReport.m_objRead.m_bSent = true;
         p_objReport.m_iWhy = Why::NotRead;
         return false;
     }
@@ -267,10 +269,11 @@ void CWriteJob::Undo(CWriteRun& p_objRun, CWriteReport& p_objReport) {
         p_objReport.m_iEnd = End::Undone;
         return;
     }
-    const bool bRestored = p_objRun.Restore() && AreOthersAsBefore(p_objRun, p_objReport);
+    const bool bRestored = p_objRun.Restore();
+    const bool bOthers = p_objRun.IsRead() && AreOthersAsBefore(p_objRun, p_objReport);
     p_objReport.m_objDoubtful = Doubtful(p_objReport.m_objPlan, p_objRun);
     p_objReport.m_iEnd =
-        bRestored && p_objReport.m_objDoubtful.empty() ? End::Undone : End::PersonNeeded;
+        bRestored && bOthers && p_objReport.m_objDoubtful.empty() ? End::Undone : End::PersonNeeded;
 }
 
 /// The journal goes only when nothing is left to be done.

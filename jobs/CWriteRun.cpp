@@ -156,7 +156,7 @@ void CWriteRun::Read(const Rows& p_objRows) {
             const std::unique_ptr<IPrinter> objPrinter = m_objWays.At(objPlace);
             if (!objPrinter) {
                 m_objLast = {};
-                m_objLast.m_objFailure.m_iKind = CFailure::Kind::NoLink;
+                m_objLast.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
                 continue;
             }
             m_objLast = objPrinter->Read(p_objRows);
@@ -178,7 +178,7 @@ CStatusReport CWriteRun::SendText(const std::string& p_strText) {
     const double dStart = m_objWays.Now();
     while (true) {
         CStatusReport objReport;
-        objReport.m_objFailure.m_iKind = CFailure::Kind::NoLink;
+        objReport.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
         for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
             if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At(objPlace)) {
                 objReport = objPrinter->Send(p_strText);

@@ -54,6 +54,20 @@ public:
         return m_objRun.HasRefused(iCommand) ? Result::Refused : Undone(p_objRow);
     }
 
+    /// Of one that had not to be sent.
+    [[nodiscard]] Result OfUnsent(const Row& p_objRow) const {
+        if (!IsReported(p_objRow)) {
+            return Result::Unverifiable;
+        }
+        if (m_objRun.HasSent() && !m_objRun.IsRead()) {
+            return Result::Lost;
+        }
+        const CWritePlan::Rows& objRows = m_objReport.m_objRows;
+        const bool bChanged = m_objReport.m_iWhy == CWriteReport::Why::OthersChanged &&
+                              std::ranges::find(objRows, &p_objRow) != objRows.end();
+        return bChanged ? Result::Mismatch : Result::Same;
+    }
+
 private:
     /// It is as before: has it ever been otherwise?
     [[nodiscard]] Result Undone(const Row& p_objRow) const {
@@ -91,9 +105,9 @@ Of(const CWriteReport& p_objReport, const CWriteRun& p_objRun, const CWritePlan:
         if (!Concerns(objRow, p_objReport)) {
             continue;
         }
-        const Result iUnsent = IsReported(objRow) ? Result::Same : Result::Unverifiable;
-        objResults.emplace(objRow.m_strName,
-                           IsPlanned(objRow, p_objReport) ? objJudge.Of(objRow) : iUnsent);
+        objResults.emplace(objRow.m_strName, IsPlanned(objRow, p_objReport)
+                                                 ? objJudge.Of(objRow)
+                                                 : objJudge.OfUnsent(objRow));
     }
     return objResults;
 }
