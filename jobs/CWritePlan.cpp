@@ -81,14 +81,20 @@ std::string CWritePlan::Text(Command p_iCommand, const CSnapshot& p_objSnapshot)
 
 std::vector<CPrinterPlace> CWritePlan::Places(std::size_t p_iDone) const {
     std::vector<CPrinterPlace> objPlaces;
-    for (std::size_t i = std::min(p_iDone, m_objSteps.size()); i > 0; --i) {
-        const CPrinterPlace& objPlace = m_objSteps[i - 1].m_objPlace;
-        if (std::ranges::find(objPlaces, objPlace) == objPlaces.end()) {
-            objPlaces.push_back(objPlace);
+    const auto fnAdd = [&](const CPrinterPlace& p_objPlace) {
+        if (std::ranges::find(objPlaces, p_objPlace) == objPlaces.end()) {
+            objPlaces.push_back(p_objPlace);
         }
+    };
+    for (std::size_t i = std::min(p_iDone, m_objSteps.size()); i > 0; --i) {
+        fnAdd(m_objSteps[i - 1].m_objPlace);
     }
-    if (std::ranges::find(objPlaces, CPrinterPlace{}) == objPlaces.end()) {
-        objPlaces.emplace_back();
+    fnAdd({});
+    // A printer may have taken its new address and not its new port, or the other way round.
+    for (const CPrinterPlace& objOne : std::vector(objPlaces)) {
+        for (const CPrinterPlace& objOther : std::vector(objPlaces)) {
+            fnAdd({objOne.m_strHost, objOther.m_iPort, objOne.m_strLine});
+        }
     }
     return objPlaces;
 }

@@ -76,7 +76,7 @@ bool CWriteRun::Send(CWriteReport& p_objReport) {
             return false;
         }
         if (objStep.m_bCuts) {
-            ComeTo(objStep.m_objPlace);
+            m_objPlaces = m_objPlan.Places(iStep);
         }
     }
     return true;

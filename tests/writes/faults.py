@@ -120,11 +120,32 @@ ITEMS = {
 
 
 class Stuck(Fault):
-    """Each setting that changes keeps its value."""
+    """Each setting that changes keeps its value; with something more for each command."""
+
+    def __init__(self, name, codes, more=None):
+        super().__init__(name, codes)
+        self._more = more
 
     def at_each_moment(self, link, change, commands):
         for item in ITEMS[change.name]:
-            yield f"{self.name}: {item}", ["--stuck", item]
+            for head in heads(commands) if self._more else [""]:
+                more = self._more(head) if self._more else []
+                yield f"{self.name}: {item} {head}", ["--stuck", item, *more]
+
+
+class WhileUndone(Fault):
+    """The power goes at moments behind those of a change without a fault."""
+
+    def __init__(self, name, codes, options, slowness):
+        super().__init__(name, codes)
+        self._options, self.slowness = options, slowness
+
+    def at_each_moment(self, link, change, commands):
+        passed = sum(len(command) for command in commands)
+        for more in range(0, 200, 17):
+            yield (f"{self.name}, byte {passed + more}",
+                   ["--stuck", ITEMS[change.name][0], "--power-cut", str(passed + more),
+                    *self._options])
 
 
 SLOW = 10
@@ -132,30 +153,34 @@ FAULTS = [
     Always("nothing", {0}, []),
     Always("answers come after 0.3 s", {0}, ["--delay", "300"], slowness=3),
     Always("answers come in pieces of 5 bytes", {0}, ["--pieces", "5", "--gap", "1"]),
-    Always("texts are filled with the byte 0xFF", {0, 1}, ["--fill", "ff"]),
-    Always("junk comes in front of answers", {0, 1}, ["--junk-before"], slowness=SLOW),
+    Always("texts are filled with the byte 0xFF", {0}, ["--fill", "ff"], {COM: {1}}),
+    Always("junk comes in front of answers", {0}, ["--junk-before"], {USB: {1}}, SLOW),
     Always("no answers", {1}, ["--silent"], slowness=SLOW),
     Always("only 3 bytes of an answer come", {1}, ["--cut", "3"], slowness=SLOW),
     Always("junk in place of answers", {1}, ["--junk"], slowness=SLOW),
-    Always("the printer hangs up at once", {1, 3}, ["--close-after", "0"]),
-    Always("it hangs up behind the first answer", {0, 1, 5}, ["--close-after", "1"]),
+    Always("the printer hangs up at once", {1}, ["--close-after", "0"]),
+    Always("it hangs up behind the first answer", {1}, ["--close-after", "1"]),
     Always("it reports a paper jam", {1}, ["--status", "11"]),
     Always("it reports a code that nobody knows", {1}, ["--status", "99"]),
     Always("it is running, and reports so", {0}, ["--status", "02"]),
     OfCommands("it refuses a command, once", {1}, [["--refuse", "HEAD", "--refuse-only", "1"]]),
     OfCommands("it refuses a command, always", {1}, [["--refuse", "HEAD"]]),
-    OfCommands("it takes a command, and refuses it when it is undone", {0, 1, 5},
-               [["--refuse", "HEAD", "--refuse-only", "2"]]),
     OfReadings("a request for settings is refused", {0, 1, 5}),
     Stuck("a setting keeps its value", {1}),
-    OfCommands("only the first fields of a command are stored", {0, 1, 5},
+    Stuck("a setting keeps its value, and what undoes the rest is refused once", {1, 5},
+          lambda head: ["--refuse", head, "--refuse-only", "2"]),
+    WhileUndone("a setting keeps its value, and the power goes for 0.3 s while the rest is undone",
+                {1, 5}, ["--power-back", "300"], 5),
+    WhileUndone("a setting keeps its value, and the power goes for good while the rest is undone",
+                {1, 5}, ["--power-back", "never"], SLOW),
+    OfCommands("only the first fields of a command are stored", {0, 1},
                [["--half-of", "HEAD", "--half-fields", count] for count in ("0", "1", "3", "11")]),
-    OfCommands("only the first bytes of a command's fields are stored", {0, 1, 5},
+    OfCommands("only the first bytes of a command's fields are stored", {0, 1},
                [["--half-of", "HEAD", "--half-bytes", count] for count in ("1", "3", "8", "14")]),
-    PowerCut("the power goes, and is back after 0.3 s", {0, 1, 3, 5}, ["--power-back", "300"], 5),
-    PowerCut("the power goes, is back after 0.3 s, and everything is forgotten", {0, 1, 3, 5},
+    PowerCut("the power goes, and is back after 0.3 s", {0, 1}, ["--power-back", "300"], 5),
+    PowerCut("the power goes, is back after 0.3 s, and everything is forgotten", {0, 1},
              ["--power-back", "300", "--forget"], 5),
-    PowerCut("the power goes for good", {1, 3, 5}, ["--power-back", "never"], SLOW),
+    PowerCut("the power goes for good", {1, 5}, ["--power-back", "never"], SLOW),
 ]
 
 
