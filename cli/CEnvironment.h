@@ -1,7 +1,9 @@
 #pragma once
 
+#include "cli/IPause.h"
 #include "cli/IPrinterConnector.h"
 #include "cli/ISettingsSource.h"
+#include "cli/ITerminal.h"
 #include "platform/IDeviceAccess.h"
 #include "platform/IFileStore.h"
 #include "platform/ISerialPortLister.h"
@@ -16,5 +18,7 @@ struct CEnvironment {
     IUsbPrinterLister& m_objUsbPrinters;
     const IDeviceAccess& m_objAccess;
     IPrinterConnector& m_objPrinters;
+    ITerminal& m_objTerminal;
+    IPause& m_objPause;
     std::vector<ISettingsSource*> m_objSources;  ///< asked in their order for a name
 };

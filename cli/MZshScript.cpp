@@ -39,7 +39,7 @@ std::string KindFunction(const std::string& p_strKind) {
     std::vector<std::string> strWords;
     std::vector<std::string> strBeginnings;
     for (const std::string& strWord : objKind.m_strWords) {
-        (strWord.ends_with(':') ? strBeginnings : strWords).push_back(Quoted(strWord));
+        (strWord.ends_with(':') || strWord.ends_with('=') ? strBeginnings : strWords).push_back(Quoted(strWord));
     }
     std::string strFunction = "_varden_" + p_strKind + "() {\n";
     if (!strWords.empty()) {

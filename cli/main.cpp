@@ -2,9 +2,11 @@
 #include "cli/CFileSource.h"
 #include "cli/CInterrupt.h"
 #include "cli/COutput.h"
+#include "cli/CPause.h"
 #include "cli/CPrinterConnector.h"
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
+#include "cli/CTerminal.h"
 #include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPortLister.h"
@@ -46,12 +48,16 @@ int main(int p_iCount, char** p_strArguments) {
     CDefaultsSource objDefaults;
     CFileSource objFileSource(objFiles);
     CPrinterConnector objPrinters(objUsbPrinters, objInterrupt);
+    CTerminal objTerminal(objInterrupt);
+    CPause objPause;
     CTargetSource objTargets(objPrinters, objAccess);
     CProgram objProgram({objFiles,
                          objSerialPorts,
                          objUsbPrinters,
                          objAccess,
                          objPrinters,
+                         objTerminal,
+                         objPause,
                          {&objDefaults, &objTargets, &objFileSource}});
     COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth(stdout),
                       TerminalWidth(stderr));

@@ -6,7 +6,9 @@
 #include "cli/CTargetSource.h"
 #include "platform/qt/CQtFileStore.h"
 #include "tests/cli/CFakeInterrupt.h"
+#include "tests/cli/CFakePause.h"
 #include "tests/cli/CFakePrinters.h"
+#include "tests/cli/CFakeTerminal.h"
 #include "tests/cli/CJsonSchema.h"
 #include "tests/fakes/CFakeFileStore.h"
 #include "tests/platform_qt/CFolder.h"
@@ -82,8 +84,10 @@ protected:
     }
 
     CEnvironment Environment() {
-        return {m_objFiles,  m_objSerialPorts, m_objUsbPrinters,
-                m_objAccess, m_objPrinters,    {&m_objDefaults, &m_objTargets, &m_objFileSource}};
+        return {m_objFiles,       m_objSerialPorts,
+                m_objUsbPrinters, m_objAccess,
+                m_objPrinters,    m_objTerminal,
+                m_objPause,       {&m_objDefaults, &m_objTargets, &m_objFileSource}};
     }
 
     /// The path of a file of the test, with that content.
@@ -116,6 +120,8 @@ protected:
     CFakeUsbPrinters m_objUsbPrinters;
     CFakeAccess m_objAccess;
     CFakePrinters m_objPrinters;
+    CFakeTerminal m_objTerminal;
+    CFakePause m_objPause;
     CFakeInterrupt m_objInterrupt;
     CDefaultsSource m_objDefaults;
     CTargetSource m_objTargets{m_objPrinters, m_objAccess};

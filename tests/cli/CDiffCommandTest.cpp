@@ -89,6 +89,8 @@ TEST_F(CDiffCommandTest, AnotherSourceTellsWhyItDoesNotKnow) {
                          m_objUsbPrinters,
                          m_objAccess,
                          m_objPrinters,
+                         m_objTerminal,
+                         m_objPause,
                          {&objOdd, &m_objDefaults, &m_objFileSource}});
     EXPECT_EQ(objProgram.Run({"diff", "odd", "defaults", "--json"}, objOutput),
               MExitCode::Different);

@@ -20,6 +20,8 @@ struct CFakePrinter {
     bool m_bSent = false;                        ///< something had gone out when opening failed
     std::string m_strCode = "00";
     std::string m_strText = "ON LINE";
+    /// The codes that single maintenance commands are answered with; empty: with nothing.
+    std::map<std::string, std::string> m_strCodes{};
     std::string m_strInPlace;  ///< the status code that is told in place of that answer
     std::optional<CCommandError> m_objRefused{};  ///< it cannot be connected at all
 
@@ -101,7 +103,17 @@ private:
 
         CStatusReport Maintain(const std::string& p_strCommand) override {
             m_strAsked.push_back(m_strName + ": " + p_strCommand);
-            return {};
+            if (!Open()) {
+                return {{}, {}, 0, m_objPrinter.m_objFailure, m_objPrinter.m_bSent};
+            }
+            const auto objCode = m_objPrinter.m_strCodes.find(p_strCommand);
+            if (objCode == m_objPrinter.m_strCodes.end()) {
+                return {m_objPrinter.m_strCode, m_objPrinter.m_strText, 0, {}, true};
+            }
+            CFailure objFailure;
+            objFailure.m_iKind =
+                objCode->second.empty() ? CFailure::Kind::NoReply : CFailure::Kind::None;
+            return {objCode->second, {}, 0, objFailure, true};
         }
 
     private:

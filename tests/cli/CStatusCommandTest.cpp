@@ -149,8 +149,8 @@ TEST_F(CStatusCommandTest, AFileThatCannotBeWrittenIsAFailureAndTheOldOneStays) 
         Make("a.prom", "old");
         CFakeFileStore objFiles(m_objRealFiles);
         objFiles.FailAt(iOperation);
-        CEnvironment objEnvironment{objFiles,    m_objSerialPorts, m_objUsbPrinters,
-                                    m_objAccess, m_objPrinters,    {}};
+        CEnvironment objEnvironment{objFiles,      m_objSerialPorts, m_objUsbPrinters, m_objAccess,
+                                    m_objPrinters, m_objTerminal,    m_objPause,       {}};
         std::ostringstream objOut;
         std::ostringstream objError;
         COutput objOutput(objOut, objError, m_objInterrupt);
