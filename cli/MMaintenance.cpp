@@ -296,7 +296,7 @@ std::string HelpText() {
                 MParagraph::Pad("      " + std::string(objField.m_strName) + "=", iColumn);
             const std::string strWhat = AllowedText(objField) + "; " + DefaultText(objField);
             for (const std::string& strLine : MParagraph::Wrap(strWhat, iWidth - iColumn)) {
-                strText += strBegin + " " + strLine + "\n";
+                strText.append(strBegin).append(" ").append(strLine).append("\n");
                 strBegin.assign(iColumn, ' ');
             }
         }
