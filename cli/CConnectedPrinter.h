@@ -35,8 +35,8 @@ public:
     CStatusReport Status() override {
         return Held([&] { return m_objPrinter.Status(); });
     }
-    CStatusReport Maintain(const std::string& p_strCommand) override {
-        return Held([&] { return m_objPrinter.Maintain(p_strCommand); });
+    CStatusReport Send(const std::string& p_strCommand) override {
+        return Held([&] { return m_objPrinter.Send(p_strCommand); });
     }
 
 private:

@@ -146,7 +146,7 @@ CStatusReport CMaintainCommand::Do(const Wanted& p_objWanted, COutput& p_objOutp
         return objReport;
     }
     p_objOutput.ShowProgress(m_strTarget + ": waiting for the end of " + m_strFunction + " ...");
-    m_objPause.Wait(objFunction.m_iPause);
+    m_objPrinters.Wait(objFunction.m_dPause);
     objReport = objPrinter->Status();
     objReport.m_bSent = true;
     return objReport;
@@ -157,7 +157,7 @@ CStatusReport CMaintainCommand::Send(IPrinter& p_objPrinter,
     CStatusReport objWorst;
     bool bSent = false;
     for (const std::string& strCommand : p_strCommands) {
-        const CStatusReport objReport = p_objPrinter.Maintain(strCommand);
+        const CStatusReport objReport = p_objPrinter.Send(strCommand);
         bSent |= objReport.m_bSent;
         // A pass that has failed does not keep the printer from the next one, unless nobody is
         // there.

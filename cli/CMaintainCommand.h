@@ -16,8 +16,7 @@ public:
     explicit CMaintainCommand(const CEnvironment& p_objEnvironment)
         : m_objPrinters(p_objEnvironment.m_objPrinters)
         , m_objAccess(p_objEnvironment.m_objAccess)
-        , m_objTerminal(p_objEnvironment.m_objTerminal)
-        , m_objPause(p_objEnvironment.m_objPause) {}
+        , m_objTerminal(p_objEnvironment.m_objTerminal) {}
 
     void Describe(CLI::App& p_objTable) override;
     MExitCode::Code Run(COutput& p_objOutput) override;
@@ -43,7 +42,6 @@ private:
     IPrinterConnector& m_objPrinters;
     const IDeviceAccess& m_objAccess;
     ITerminal& m_objTerminal;
-    IPause& m_objPause;
     std::string m_strTarget;
     std::string m_strFunction;
     std::vector<std::string> m_strFields;

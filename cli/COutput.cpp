@@ -37,7 +37,24 @@ COutput::COutput(std::ostream& p_objOut, std::ostream& p_objError, IInterrupt& p
 
 void COutput::ChooseJson() {
     m_bJson = true;
-    m_objInterrupt.SetLastWords(Printed({{"error", ErrorObject({"Interrupted", {}, {}, {}})}}));
+    SetInterruption({"Interrupted", {}, {}, {}});
+}
+
+void COutput::SetInterruption(const CCommandError::Texts& p_objTexts) {
+    if (m_bJson) {
+        m_objInterrupt.SetLastWords(Printed({{"error", ErrorObject(p_objTexts)}}));
+    }
+    m_strInterruption =
+        p_objTexts.m_strCause.empty() ? "" : Program + MUtf8::Printable(Line(p_objTexts)) + "\n";
+    m_objInterrupt.SetLastNote((m_iProgress > 0 ? "\n" : "") + m_strInterruption);
+}
+
+std::string COutput::Line(const CCommandError::Texts& p_objTexts) {
+    std::string strLine = p_objTexts.m_strWhat;
+    for (const std::string& strFurther : {p_objTexts.m_strCause, p_objTexts.m_strHint}) {
+        strLine += strFurther.empty() ? "" : ": " + strFurther;
+    }
+    return strLine;
 }
 
 void COutput::Say(std::string_view p_strLine) {
@@ -61,13 +78,8 @@ void COutput::Note(std::string_view p_strLine) {
 }
 
 void COutput::Fail(const CCommandError& p_objError) {
-    const CCommandError::Texts& objTexts = p_objError.Words();
-    m_objJson["error"] = ErrorObject(objTexts);
-    std::string strLine = objTexts.m_strWhat;
-    for (const std::string& strFurther : {objTexts.m_strCause, objTexts.m_strHint}) {
-        strLine += strFurther.empty() ? "" : ": " + strFurther;
-    }
-    Note(strLine);
+    m_objJson["error"] = ErrorObject(p_objError.Words());
+    Note(Line(p_objError.Words()));
 }
 
 void COutput::ShowProgress(std::string_view p_strLine) {
@@ -82,13 +94,14 @@ void COutput::ShowProgress(std::string_view p_strLine) {
     }
     m_iProgress = MUtf8::Length(strLine);
     m_objError << strLine << std::flush;
-    m_objInterrupt.SetLastNote("\n");  // whatever comes behind the program has a line of its own
+    // Whatever comes behind the program has a line of its own.
+    m_objInterrupt.SetLastNote("\n" + m_strInterruption);
 }
 
 void COutput::ClearProgress() {
     if (m_iProgress > 0) {
         m_objError << "\r" << std::string(m_iProgress, ' ') << "\r" << std::flush;
-        m_objInterrupt.SetLastNote({});
+        m_objInterrupt.SetLastNote(m_strInterruption);
         m_iProgress = 0;
     }
 }

@@ -45,6 +45,10 @@ public:
     /// Why the command ends; becomes the object's "error".
     void Fail(const CCommandError& p_objError);
 
+    /// What Ctrl-C leaves behind from now on: in the object, and on standard error where there is
+    /// more to say than that it was interrupted.
+    void SetInterruption(const CCommandError::Texts& p_objTexts);
+
     /// Prints the object, where JSON is on. To be called once, at the end. False when standard
     /// output has not taken everything.
     bool Finish();
@@ -52,6 +56,7 @@ public:
 private:
     std::ostream& People();
     void ClearProgress();
+    static std::string Line(const CCommandError::Texts& p_objTexts);
 
     std::ostream& m_objOut;
     std::ostream& m_objError;
@@ -60,5 +65,6 @@ private:
     std::size_t m_iErrorWidth;
     std::size_t m_iProgress = 0;  // characters of the line of progress that is there
     bool m_bJson = false;
+    std::string m_strInterruption;  // the line for standard error
     nlohmann::ordered_json m_objJson = nlohmann::ordered_json::object();
 };

@@ -1,12 +1,15 @@
 #include "cli/CPrinterConnector.h"
 
-#include "cli/CConnectedPrinter.h"
+#include "cli/MStateName.h"
 #include "cli/MUsbChoice.h"
 #include "platform/qt/CQtEventLoop.h"
 #include "platform/qt/CSteadyClock.h"
 #include "platform/qt/MSerialPortName.h"
 
 #include <QCoreApplication>
+
+#include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -35,6 +38,30 @@ Place UsbPlace(const CUsbPrinterEntry& p_objEntry) {
     objPlace.m_objUsb = CUsbPort{p_objEntry.m_iBus, p_objEntry.m_iPorts};
     return objPlace;
 }
+
+const char* LinkName(CTarget::Link p_iLink) {
+    switch (p_iLink) {
+    case CTarget::Link::Lan:
+        return "lan";
+    case CTarget::Link::Com:
+        return "com";
+    case CTarget::Link::Usb:
+        break;
+    }
+    return "usb";
+}
+
+/// Hears of a session and tells nobody.
+class CNobody : public ISessionEvents {
+public:
+    void OnBusy(bool /*p_bBusy*/) override {}
+    void OnLinkStatus(const CLinkStatus& /*p_objStatus*/) override {}
+    void OnStep(std::int16_t /*p_iStep*/, std::int16_t /*p_iSteps*/) override {}
+    void OnStatus(const std::string& /*p_strText*/) override {}
+    void OnHeadCheck(const std::string& /*p_strText*/) override {}
+    void OnFailure(const CFailure& /*p_objFailure*/) override {}
+    void OnCommandFailed(const CFailure& /*p_objFailure*/) override {}
+};
 
 }  // namespace
 
@@ -67,27 +94,69 @@ CPrinterConnector::Toolkit& CPrinterConnector::Life() {
     return *m_objToolkit;
 }
 
+CConnectedPrinter::Place CPrinterConnector::PlaceOf(const CTarget& p_objTarget) {
+    switch (p_objTarget.m_iLink) {
+    case CTarget::Link::Lan:
+        return LanPlace(p_objTarget);
+    case CTarget::Link::Com:
+        return SerialPlace(p_objTarget);
+    case CTarget::Link::Usb:
+        break;
+    }
+    return UsbPlace(ChooseUsb(p_objTarget));
+}
+
 std::unique_ptr<IPrinter> CPrinterConnector::Connect(const CTarget& p_objTarget,
                                                      std::chrono::milliseconds p_iPause,
                                                      ISessionEvents& p_objEvents) {
-    Place objPlace;
-    switch (p_objTarget.m_iLink) {
-    case CTarget::Link::Lan:
-        objPlace = LanPlace(p_objTarget);
-        break;
-    case CTarget::Link::Com:
-        objPlace = SerialPlace(p_objTarget);
-        break;
-    case CTarget::Link::Usb:
-        objPlace = UsbPlace(ChooseUsb(p_objTarget));
-        break;
-    }
+    const Place objPlace = PlaceOf(p_objTarget);
     CPrinterLimits objLimits = m_objLimits;
     objLimits.m_dPause = std::chrono::duration<double>(p_iPause).count();
     Toolkit& objToolkit = Life();
     return std::make_unique<CConnectedPrinter>(objPlace, objToolkit.m_objEventLoop,
                                                objToolkit.m_objClock, m_objInterrupt, p_objEvents,
                                                objLimits);
+}
+
+bool CPrinterConnector::IsTaken(const CTarget& p_objTarget) {
+    CNobody objNobody;
+    CPrinterLimits objLimits;
+    objLimits.m_dOpen = 2;
+    objLimits.m_iReply = 1;
+    Toolkit& objToolkit = Life();
+    CConnectedPrinter objPrinter(PlaceOf(p_objTarget), objToolkit.m_objEventLoop,
+                                 objToolkit.m_objClock, m_objInterrupt, objNobody, objLimits);
+    const CStatusReport objReport = objPrinter.Status();
+    return objReport.m_bSent || objReport.m_objFailure.IsNone();
+}
+
+std::string CPrinterConnector::KeyOf(const CTarget& p_objTarget) {
+    const Place objPlace = PlaceOf(p_objTarget);
+    std::string strName = objPlace.m_strDevice;
+    if (p_objTarget.m_iLink == CTarget::Link::Com) {
+        // A name such as by-id/… is a link to the device.
+        std::error_code objError;
+        const auto objDevice = std::filesystem::canonical(strName, objError);
+        strName = objError ? strName : objDevice.string();
+    }
+    if (objPlace.m_objUsb) {
+        strName = std::to_string(objPlace.m_objUsb->m_iBus);
+        for (const int iPort : objPlace.m_objUsb->m_iPorts) {
+            strName += "." + std::to_string(iPort);
+        }
+    }
+    return MStateName::Of(LinkName(p_objTarget.m_iLink), strName);
+}
+
+double CPrinterConnector::Now() {
+    return Life().m_objClock.SecondsSinceMidnight();
+}
+
+void CPrinterConnector::Wait(double p_dSeconds) {
+    const double dStart = Now();
+    while (Now() - dStart < p_dSeconds) {
+        Life().m_objEventLoop.Yield();
+    }
 }
 
 CUsbPrinterEntry CPrinterConnector::ChooseUsb(const CTarget& p_objTarget) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/CConnectedPrinter.h"
 #include "cli/IInterrupt.h"
 #include "cli/IPrinterConnector.h"
 #include "jobs/CPrinterLimits.h"
@@ -25,10 +26,16 @@ public:
                                       std::chrono::milliseconds p_iPause,
                                       ISessionEvents& p_objEvents) override;
 
+    bool IsTaken(const CTarget& p_objTarget) override;
+    std::string KeyOf(const CTarget& p_objTarget) override;
+    [[nodiscard]] double Now() override;
+    void Wait(double p_dSeconds) override;
+
 private:
     struct Toolkit;
 
     Toolkit& Life();
+    CConnectedPrinter::Place PlaceOf(const CTarget& p_objTarget);
     CUsbPrinterEntry ChooseUsb(const CTarget& p_objTarget);
 
     IUsbPrinterLister& m_objUsbPrinters;

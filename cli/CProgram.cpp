@@ -18,7 +18,8 @@ constexpr const char* Footer = R"(Exit codes:
   1    failed
   2    the command line, a value or a file is wrong
   3    not reachable
-  4    what was compared differs
+  4    what was compared differs, or would be changed
+  5    a person is needed: a printer is neither as it was nor as wanted
   130  interrupted by Ctrl-C
 
 varden COMMAND --help tells more of a command, man varden of all.)";

@@ -4,6 +4,7 @@
 #include "cli/MArgumentKind.h"
 #include "cli/MFailureText.h"
 #include "cli/MSaving.h"
+#include "cli/MSeconds.h"
 #include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
 #include "cli/MSettingNames.h"
@@ -20,8 +21,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 using MSettings::Row;
 using Why = CReadReport::Why;
-
-constexpr double LongestPause = 10;
 
 constexpr const char* Examples = R"(Examples:
   varden read lan:192.168.10.20
@@ -104,7 +103,7 @@ void CReadCommand::Describe(CLI::App& p_objTable) {
 MExitCode::Code CReadCommand::Run(COutput& p_objOutput) {
     const CTarget objTarget = CTarget::Parse(m_strTarget);
     const Rows objRows = MSettingNames::Rows(m_strSettings);
-    const std::chrono::milliseconds iPause = Pause();
+    const std::chrono::milliseconds iPause = MSeconds::Pause(m_dPause);
     CheckReported(objRows, objTarget);
     if (!m_strSave.empty()) {
         CheckSave(objRows);
@@ -118,15 +117,6 @@ MExitCode::Code CReadCommand::Run(COutput& p_objOutput) {
         MSaving::Save(m_objFiles, m_strSave, Asked(objReport, objRows), p_objOutput);
     }
     return MExitCode::Done;
-}
-
-std::chrono::milliseconds CReadCommand::Pause() const {
-    // Written so that what is no number at all is refused, too.
-    if (!(m_dPause >= 0 && m_dPause <= LongestPause)) {
-        throw CCommandError(MExitCode::Wrong,
-                            {"This is no pause", "it has from 0 to 10 seconds", {}, {}});
-    }
-    return std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(m_dPause));
 }
 
 void CReadCommand::CheckReported(const Rows& p_objRows, const CTarget& p_objTarget) const {

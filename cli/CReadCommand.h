@@ -4,7 +4,6 @@
 #include "cli/CTarget.h"
 #include "cli/ICommand.h"
 
-#include <chrono>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,6 @@ public:
 private:
     using Rows = std::vector<const MSettings::Row*>;
 
-    [[nodiscard]] std::chrono::milliseconds Pause() const;
     void CheckReported(const Rows& p_objRows, const CTarget& p_objTarget) const;
     void CheckSave(const Rows& p_objRows) const;
     void Tell(const CReadReport& p_objReport, const Rows& p_objRows, COutput& p_objOutput) const;

@@ -183,6 +183,22 @@ CTarget CTarget::Parse(const std::string& p_strText) {
     return objTarget;
 }
 
+CTarget CTarget::At(const CPrinterPlace& p_objPlace) const {
+    CTarget objTarget = *this;
+    if (m_iLink == Link::Lan && (p_objPlace.m_iPort || !p_objPlace.m_strHost.empty())) {
+        objTarget.m_strHost = p_objPlace.m_strHost.empty() ? m_strHost : p_objPlace.m_strHost;
+        objTarget.m_iPort = p_objPlace.m_iPort.value_or(m_iPort);
+        const bool bColons = objTarget.m_strHost.find(':') != std::string::npos;
+        objTarget.m_strText = std::string(Lan) + (bColons ? "[" : "") + objTarget.m_strHost +
+                              (bColons ? "]:" : ":") + std::to_string(objTarget.m_iPort);
+    }
+    if (m_iLink == Link::Com && !p_objPlace.m_strLine.empty()) {
+        objTarget.m_strLine = p_objPlace.m_strLine;
+        objTarget.m_strText = std::string(Com) + m_strDevice + "," + p_objPlace.m_strLine;
+    }
+    return objTarget;
+}
+
 bool CTarget::IsMeant(std::string_view p_strText) {
     return p_strText == Usb || p_strText.starts_with(Lan) || p_strText.starts_with(Com) ||
            p_strText.starts_with(UsbWith);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "jobs/CPrinterPlace.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -29,6 +31,9 @@ public:
 
     /// What the name of a printer can begin with; what ends with ":" goes on.
     static std::vector<std::string> Beginnings();
+
+    /// The same printer at another place over the same link, written as Parse takes it.
+    [[nodiscard]] CTarget At(const CPrinterPlace& p_objPlace) const;
 
     std::string m_strText;  ///< as it was written
     Link m_iLink = Link::Lan;

@@ -5,6 +5,7 @@
 #include "cli/MCompletionScript.h"
 #include "cli/MMaintenance.h"
 #include "model/MSettings.h"
+#include "protocol/MSettingRoute.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -17,6 +18,22 @@ std::vector<std::string> SettingNames() {
         strNames.emplace_back(objRow.m_strName);
     }
     return strNames;
+}
+
+/// "feed-adj=", of all that a printer can be told.
+std::vector<std::string> Assignments() {
+    std::vector<std::string> strWords;
+    for (const MSettings::Row& objRow : MSettings::All()) {
+        if (MSettingRoute::CarriedBy(objRow) != MSettingRoute::Command::None) {
+            strWords.push_back(std::string(objRow.m_strName) + "=");
+        }
+    }
+    return strWords;
+}
+
+std::vector<std::string> Entries(std::string_view p_strName) {
+    const auto& strEntries = MSettings::Get(p_strName).m_strEntries;
+    return {strEntries.begin(), strEntries.end()};
 }
 
 std::vector<std::string> SideWords() {
@@ -72,6 +89,10 @@ std::span<const Row> All() {
         {Field, false, FieldWords()},
         {Shell, false, MCompletionScript::Shells()},
         {Seconds, false, {}},
+        {Assignment, false, Assignments()},
+        {Folder, true, {}},
+        {Name, false, {}},
+        {StopBit, false, Entries("stop-bit")},
     };
     return Rows;
 }

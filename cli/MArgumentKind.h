@@ -17,6 +17,10 @@ inline constexpr const char* Function = "FUNCTION";
 inline constexpr const char* Field = "FIELD";  ///< of a function, with its value
 inline constexpr const char* Shell = "SHELL";
 inline constexpr const char* Seconds = "SECONDS";
+inline constexpr const char* Assignment = "SETTING=VALUE";
+inline constexpr const char* Folder = "FOLDER";
+inline constexpr const char* Name = "NAME";
+inline constexpr const char* StopBit = "STOP-BIT";
 
 struct Row {
     std::string_view m_strName;

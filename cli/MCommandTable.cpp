@@ -7,7 +7,9 @@
 #include "cli/CMaintainCommand.h"
 #include "cli/CPortsCommand.h"
 #include "cli/CReadCommand.h"
+#include "cli/CRecoverCommand.h"
 #include "cli/CStatusCommand.h"
+#include "cli/CWriteCommand.h"
 
 #include <algorithm>
 #include <array>
@@ -27,6 +29,10 @@ constexpr std::array Commands{
     MCommandTable::Row{"list", "Shows every setting: its values, its default, how it travels.",
                        &Make<CListCommand>},
     MCommandTable::Row{"read", "Reads settings from a printer.", &Make<CReadCommand>},
+    MCommandTable::Row{"write", "Changes settings of a printer, whole or not at all.",
+                       &Make<CWriteCommand>},
+    MCommandTable::Row{"recover", "Ends changes of printers that were begun and not ended.",
+                       &Make<CRecoverCommand>},
     MCommandTable::Row{"status", "Asks a printer for its status.", &Make<CStatusCommand>},
     MCommandTable::Row{"maintain", "Has a printer carry out a maintenance function.",
                        &Make<CMaintainCommand>},

@@ -57,8 +57,8 @@ Texts DiagPrint(const Values& p_iValues) {
     return {MCommand::DiagPrint(p_iValues[0])};
 }
 
-constexpr std::chrono::seconds HeadCheckTime{5};
-constexpr std::chrono::seconds SensorTime{1};
+constexpr double HeadCheckSeconds = 5;
+constexpr double SensorSeconds = 1;
 
 const std::vector<Function>& Functions() {
     static const std::vector<Function> Rows{
@@ -68,7 +68,7 @@ const std::vector<Function>& Functions() {
          false,
          &HeadCheck,
          Asks::OnUsb,
-         HeadCheckTime},
+         HeadCheckSeconds},
         {"ram-clear",
          "clears what is kept in",
          {{"mode", "ram-clear-mode", Given::MustBe},
@@ -86,7 +86,7 @@ const std::vector<Function>& Functions() {
          true,
          &SensorAdjust,
          Asks::Always,
-         SensorTime},
+         SensorSeconds},
         {"test-print",
          "prints test labels on",
          {{"pattern", "test-print-pattern"},

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -41,7 +40,7 @@ struct Function {
     /// The texts of its commands, in their order.
     std::vector<std::string> (*m_fnCommands)(const Values& p_iValues) = nullptr;
     Asks m_iAsks = Asks::Never;
-    std::chrono::seconds m_iPause{};  ///< before it is asked
+    double m_dPause = 0;  ///< seconds, before it is asked
 };
 
 /// All functions.

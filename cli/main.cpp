@@ -2,7 +2,6 @@
 #include "cli/CFileSource.h"
 #include "cli/CInterrupt.h"
 #include "cli/COutput.h"
-#include "cli/CPause.h"
 #include "cli/CPrinterConnector.h"
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
@@ -10,6 +9,7 @@
 #include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPortLister.h"
+#include "platform/qt/CStateFolder.h"
 #include "platform/usb/CUsbPrinterLister.h"
 
 #include <cstdio>
@@ -49,7 +49,6 @@ int main(int p_iCount, char** p_strArguments) {
     CFileSource objFileSource(objFiles);
     CPrinterConnector objPrinters(objUsbPrinters, objInterrupt);
     CTerminal objTerminal(objInterrupt);
-    CPause objPause;
     CTargetSource objTargets(objPrinters, objAccess);
     CProgram objProgram({objFiles,
                          objSerialPorts,
@@ -57,8 +56,11 @@ int main(int p_iCount, char** p_strArguments) {
                          objAccess,
                          objPrinters,
                          objTerminal,
-                         objPause,
-                         {&objDefaults, &objTargets, &objFileSource}});
+                         {&objDefaults, &objTargets, &objFileSource},
+                         [](const std::string& p_strFolder) {
+                             return std::make_unique<CStateFolder>(
+                                 p_strFolder.empty() ? CStateFolder::Default() : p_strFolder);
+                         }});
     COutput objOutput(std::cout, std::cerr, objInterrupt, TerminalWidth(stdout),
                       TerminalWidth(stderr));
     const int iCode =

@@ -169,7 +169,7 @@ CStatusReport CLinkedPrinter::Status() {
     return Ask([](CCommandExchange& p_objExchange) { return p_objExchange.RequestStatus(); });
 }
 
-CStatusReport CLinkedPrinter::Maintain(const std::string& p_strCommand) {
+CStatusReport CLinkedPrinter::Send(const std::string& p_strCommand) {
     return Ask([&](CCommandExchange& p_objExchange) {
         return p_objExchange.SendMaintenance(p_strCommand);
     });

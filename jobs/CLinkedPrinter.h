@@ -26,7 +26,7 @@ public:
 
     CReadReport Read(std::span<const MSettings::Row* const> p_objRows) override;
     CStatusReport Status() override;
-    CStatusReport Maintain(const std::string& p_strCommand) override;
+    CStatusReport Send(const std::string& p_strCommand) override;
 
 private:
     class Session;

@@ -19,9 +19,9 @@ CReadFields::CReadFields() {
 }
 
 bool CReadFields::IsWellFormed(const MSettings::Row& p_objRow) const {
-    const CItemManager objTypes;
+    static const CItemManager Types;
     return std::ranges::all_of(p_objRow.Items(), [&](MSettings::Slot p_objSlot) {
-        if ((objTypes.*p_objSlot)->m_iDataType != ItemDataType::Hexadecimal) {
+        if ((Types.*p_objSlot)->m_iDataType != ItemDataType::Hexadecimal) {
             return true;
         }
         const std::string strField = MNumber::ToText((m_objItems.*p_objSlot)->m_vValue);
@@ -31,11 +31,11 @@ bool CReadFields::IsWellFormed(const MSettings::Row& p_objRow) const {
 }
 
 void CReadFields::Take(std::int16_t p_iGroup, CSnapshot& p_objSnapshot) const {
+    const CItemManager objValues;
     for (const MSettings::Row& objRow : MSettings::All()) {
         if (MSettingRoute::ReportedIn(objRow) != p_iGroup || !IsWellFormed(objRow)) {
             continue;
         }
-        CItemManager objValues;
         for (const MSettings::Slot objSlot : objRow.Items()) {
             (objValues.*objSlot)->SetValue((m_objItems.*objSlot)->m_vValue);
         }

@@ -20,6 +20,7 @@ public:
     /// Asks for the status.
     virtual CStatusReport Status() = 0;
 
-    /// Sends a maintenance command (MCommand) and tells what the printer says to it.
-    virtual CStatusReport Maintain(const std::string& p_strCommand) = 0;
+    /// Sends a command that is answered with a status (MCommand): one that sets something, or of
+    /// maintenance. Tells what the printer says to it.
+    virtual CStatusReport Send(const std::string& p_strCommand) = 0;
 };

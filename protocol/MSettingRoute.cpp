@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <string_view>
 
 namespace {
 
@@ -50,11 +52,7 @@ bool Holds(const ItemArray& p_objItemAry, const ItemRef& p_objItem) {
     return std::ranges::find(p_objItemAry, p_objItem) != p_objItemAry.end();
 }
 
-}  // namespace
-
-namespace MSettingRoute {
-
-std::int16_t ReportedIn(const MSettings::Row& p_objRow) {
+std::int16_t FindGroup(const MSettings::Row& p_objRow) {
     const CItemManager objItems;
     const auto* const objFound = std::ranges::find_if(Groups, [&](MAnswer::Group p_iGroup) {
         ItemArray objItemAry;
@@ -64,12 +62,45 @@ std::int16_t ReportedIn(const MSettings::Row& p_objRow) {
     return objFound == Groups.end() ? MAnswer::NoGroup : *objFound;
 }
 
-Command CarriedBy(const MSettings::Row& p_objRow) {
+Command FindCommand(const MSettings::Row& p_objRow) {
     const CItemManager objItems;
     const auto objFound = std::ranges::find_if(SendOrder, [&](Command p_iCommand) {
         return Holds(ItemsOf(p_iCommand, objItems), objItems.*p_objRow.m_objSlots.front());
     });
     return objFound == SendOrder.end() ? Command::None : *objFound;
+}
+
+/// What follows from the groups once and for all, by the settings' names.
+struct Routes {
+    struct Route {
+        std::int16_t m_iGroup;
+        Command m_iCommand;
+    };
+
+    Routes() {
+        for (const MSettings::Row& objRow : MSettings::All()) {
+            m_objByName.emplace(objRow.m_strName, Route{FindGroup(objRow), FindCommand(objRow)});
+        }
+    }
+
+    static const Route& Of(const MSettings::Row& p_objRow) {
+        static const Routes Known;
+        return Known.m_objByName.at(p_objRow.m_strName);
+    }
+
+    std::map<std::string_view, Route> m_objByName;
+};
+
+}  // namespace
+
+namespace MSettingRoute {
+
+std::int16_t ReportedIn(const MSettings::Row& p_objRow) {
+    return Routes::Of(p_objRow).m_iGroup;
+}
+
+Command CarriedBy(const MSettings::Row& p_objRow) {
+    return Routes::Of(p_objRow).m_iCommand;
 }
 
 std::string Head(Command p_iCommand) {

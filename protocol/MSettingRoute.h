@@ -7,7 +7,7 @@
 #include <vector>
 
 /// How a setting travels: the answer that reports it, the command that carries it. Both follow
-/// from the catalogue's groups.
+/// from the catalogue's groups. A setting is a row of MSettings::All().
 namespace MSettingRoute {
 
 /// The commands that carry settings.

@@ -2,6 +2,7 @@
 #include "model/MChoiceLists.h"
 #include "tests/cli/CCliFixture.h"
 
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -9,8 +10,8 @@ namespace {
 class CMaintainCommandTest : public CCliFixture {
 protected:
     CMaintainCommandTest() {
-        m_objPause.m_fnOnWait = [this](std::chrono::milliseconds p_iTime) {
-            m_objPrinters.m_strAsked.push_back("pause " + std::to_string(p_iTime.count()));
+        m_objPrinters.m_fnOnWait = [this](double p_dSeconds) {
+            m_objPrinters.m_strAsked.push_back("pause " + std::to_string(std::lround(p_dSeconds)));
         };
     }
 
@@ -69,16 +70,16 @@ TEST_F(CMaintainCommandTest, AHeadChecksResultHasToBeAskedForOnUsbAlone) {
     EXPECT_EQ(Asked("lan:a", {"head-check"}), Arguments{"lan:a: {HD001,A|}"});
     EXPECT_EQ(Asked("com:/dev/a", {"head-check"}), Arguments{"com:/dev/a: {HD001,A|}"});
     EXPECT_EQ(Asked("usb", {"head-check"}),
-              (Arguments{"usb: {HD001,A|}", "pause 5000", "usb: status"}));
+              (Arguments{"usb: {HD001,A|}", "pause 5", "usb: status"}));
 }
 
 TEST_F(CMaintainCommandTest, ASensorsAdjustmentTakesASecondAndEndsWithTheStatus) {
     EXPECT_EQ(Asked("lan:a", {"sensor-adjust", "step=reflect"}),
-              (Arguments{"lan:a: {Z6;0|}", "pause 1000", "lan:a: status"}));
+              (Arguments{"lan:a: {Z6;0|}", "pause 1", "lan:a: status"}));
     EXPECT_EQ(Asked("usb", {"sensor-adjust", "step=trans"}),
-              (Arguments{"usb: {Z6;1|}", "pause 1000", "usb: status"}));
+              (Arguments{"usb: {Z6;1|}", "pause 1", "usb: status"}));
     EXPECT_EQ(Asked("usb", {"sensor-adjust", "step=paper-end"}),
-              (Arguments{"usb: {Z6;01|}", "usb: {Z6;11|}", "pause 1000", "usb: status"}));
+              (Arguments{"usb: {Z6;01|}", "usb: {Z6;11|}", "pause 1", "usb: status"}));
 }
 
 TEST_F(CMaintainCommandTest, ValuesMayBeWrittenAsTheWindowShowsThem) {
@@ -270,7 +271,7 @@ TEST_F(CMaintainCommandTest, WhatCannotBeReachedIsSentNothing) {
 }
 
 TEST_F(CMaintainCommandTest, WhoIsGoneAfterTheCommandHasBeenSentSomething) {
-    m_objPause.m_fnOnWait = [this](auto) {
+    m_objPrinters.m_fnOnWait = [this](double) {
         m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::UsbNotReady;
     };
     const Ran objRan = RunJson({"maintain", "usb", "head-check"});

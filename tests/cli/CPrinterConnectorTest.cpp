@@ -89,7 +89,7 @@ protected:
     void ExpectToReadEverything(const std::string& p_strTarget) {
         const auto objPrinter = Connect(p_strTarget);
         for (const std::string& strCommand : MOtherSettings::Commands()) {
-            EXPECT_EQ(objPrinter->Maintain(strCommand).m_strCode, "00") << strCommand;
+            EXPECT_EQ(objPrinter->Send(strCommand).m_strCode, "00") << strCommand;
         }
         const CReadReport objReport = objPrinter->Read(All());
         EXPECT_TRUE(objReport.m_objFailure.IsNone());

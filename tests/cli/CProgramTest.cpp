@@ -138,14 +138,7 @@ TEST_F(CProgramTest, WhatNobodyExpectsIsAFailureToo) {
     std::ostringstream objOut;
     std::ostringstream objError;
     COutput objOutput(objOut, objError, m_objInterrupt);
-    CProgram objProgram({m_objFiles,
-                         objBroken,
-                         m_objUsbPrinters,
-                         m_objAccess,
-                         m_objPrinters,
-                         m_objTerminal,
-                         m_objPause,
-                         {}});
+    CProgram objProgram(Environment(m_objFiles, objBroken, {}));
     EXPECT_EQ(objProgram.Run({"ports", "--json"}, objOutput), MExitCode::Failed);
     EXPECT_EQ(CJsonSchema::OfOutputs().Complaint(objOut.str()), "");
     EXPECT_EQ(Json::parse(objOut.str())["error"]["cause"], "broken");

@@ -62,7 +62,7 @@ protected:
         const auto objPrinter = objConnector.Connect(CTarget::Parse(Target().toStdString()),
                                                      milliseconds(0), objEvents);
         for (const std::string& strCommand : MOtherSettings::Commands()) {
-            EXPECT_EQ(objPrinter->Maintain(strCommand).m_strCode, "00") << strCommand;
+            EXPECT_EQ(objPrinter->Send(strCommand).m_strCode, "00") << strCommand;
         }
     }
 

@@ -241,7 +241,7 @@ TEST_P(CLinkedPrinterTest, ASilentPrinterHasNoStatus) {
 }
 
 TEST_P(CLinkedPrinterTest, SendsAMaintenanceCommand) {
-    const CStatusReport objReport = Printer(GetParam()).Maintain("{Z6;0|}");
+    const CStatusReport objReport = Printer(GetParam()).Send("{Z6;0|}");
     EXPECT_EQ(m_strCommands, Texts{"{Z6;0|}"});
     EXPECT_EQ(objReport.m_strCode, "00");
     EXPECT_EQ(objReport.m_strText, "ON LINE");
@@ -249,7 +249,7 @@ TEST_P(CLinkedPrinterTest, SendsAMaintenanceCommand) {
 }
 
 TEST_P(CLinkedPrinterTest, AMaintenanceCommandThatIsRefusedIsToldByTheCode) {
-    const CStatusReport objReport = Printer(GetParam()).Maintain("{Z6;7|}");
+    const CStatusReport objReport = Printer(GetParam()).Send("{Z6;7|}");
     EXPECT_EQ(objReport.m_strCode, "06");
     EXPECT_EQ(objReport.m_strText, "Command Error");
 }

@@ -1,0 +1,175 @@
+#include "cli/CRecoverCommand.h"
+
+#include "cli/CProgress.h"
+#include "cli/CTargetWays.h"
+#include "cli/MArgumentKind.h"
+#include "cli/MJournalJson.h"
+#include "cli/MSeconds.h"
+#include "cli/MWriteJson.h"
+#include "cli/MWriteText.h"
+#include "jobs/CWriteJob.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Report = CWriteReport;
+
+constexpr const char* Examples = R"(Examples:
+  varden recover
+  varden recover lan:192.168.10.20
+  varden recover lan:192.168.10.20 --restore
+  varden recover lan:192.168.10.20 --restore --via usb
+
+Without TARGET it lists the changes that were begun and not ended. With it the
+printer is read, and it is told how it stands: as it was, as wanted, or neither.
+--restore brings back what was, --keep leaves the printer as it is; both read it
+at the end, and remove the journal only then.)";
+
+/// How the printer stands, for people.
+const char* Standing(const Report& p_objReport) {
+    switch (p_objReport.m_iEnd) {
+    case Report::End::Changed:
+        return "The printer is as it was wanted";
+    case Report::End::Undone:
+        return "The printer is as it was before";
+    default:
+        return "The printer is neither as it was before nor as it was wanted";
+    }
+}
+
+}  // namespace
+
+void CRecoverCommand::Describe(CLI::App& p_objTable) {
+    p_objTable
+        .add_option("TARGET", m_strTarget,
+                    "The printer, as it was named when the change was begun; all unless given.")
+        ->type_name(MArgumentKind::Target);
+    CLI::Option* const objRestore = p_objTable.add_flag(
+        "--restore", m_bRestore, "Brings back what was before the change, and verifies it.");
+    CLI::Option* const objKeep =
+        p_objTable.add_flag("--keep", m_bKeep, "Leaves the printer as it is.");
+    objRestore->excludes(objKeep);
+    p_objTable
+        .add_flag("--unseen", m_bUnseen,
+                  "With --keep: also when the printer cannot be read, or is not there any more.")
+        ->needs(objKeep);
+    p_objTable.add_option("--via", m_strVia, "The same printer over another link, such as usb.")
+        ->type_name(MArgumentKind::Target);
+    p_objTable
+        .add_option("--reach", m_dReach,
+                    "For how long a printer that does not answer is sought, from 0 to 3600; 60 "
+                    "unless given.")
+        ->type_name(MArgumentKind::Seconds);
+    p_objTable
+        .add_option("--pause", m_dPause,
+                    "The pause between two answers, from 0 to 10; 1 unless given.")
+        ->type_name(MArgumentKind::Seconds);
+    p_objTable.add_option("--state", m_strState, "The folder of the journals.")
+        ->type_name(MArgumentKind::Folder);
+    p_objTable.footer(Examples);
+}
+
+MExitCode::Code CRecoverCommand::Run(COutput& p_objOutput) {
+    const std::unique_ptr<IStateStore> objStore = m_objEnvironment.m_fnState(m_strState);
+    if (!m_strTarget.empty()) {
+        return One(*objStore, p_objOutput);
+    }
+    if (m_bRestore || m_bKeep || !m_strVia.empty()) {
+        throw CCommandError(MExitCode::Wrong, {"The printer is missing",
+                                               "these options are for one printer",
+                                               {},
+                                               "varden recover lists those with a journal"});
+    }
+    return List(*objStore, p_objOutput);
+}
+
+MExitCode::Code CRecoverCommand::List(IStateStore& p_objStore, COutput& p_objOutput) const {
+    CTable objTable({"TARGET", "BEGUN", "JOURNAL"});
+    Json& objJournals = p_objOutput.Json()["journals"] = Json::array();
+    for (const std::string& strName : p_objStore.Names(CStateJournal::End)) {
+        const auto strBytes = p_objStore.Read(strName);
+        const auto objRecord = strBytes ? MJournalJson::Read(*strBytes) : std::nullopt;
+        const std::string strPath = p_objStore.Path(strName);
+        objJournals.push_back(
+            {{"target", objRecord ? Json(objRecord->m_strTarget) : Json(nullptr)},
+             {"started", objRecord ? Json(objRecord->m_strStarted) : Json(nullptr)},
+             {"journal", strPath}});
+        objTable.Add({objRecord ? objRecord->m_strTarget : "not known",
+                      objRecord ? objRecord->m_strStarted : "not known", strPath});
+    }
+    if (objTable.IsEmpty()) {
+        p_objOutput.Say("No change is open");
+    } else {
+        p_objOutput.Show(objTable);
+    }
+    return MExitCode::Done;
+}
+
+MExitCode::Code CRecoverCommand::One(IStateStore& p_objStore, COutput& p_objOutput) const {
+    const CTarget objTarget = CTarget::Parse(m_strTarget);
+    CTarget::Parse(Way());
+    MSeconds::Pause(m_dPause);
+    MSeconds::Reach(m_dReach);
+    Json& objJson = p_objOutput.Json();
+    objJson["target"] = m_strTarget;
+    // A printer that is reached another way need not be there on its own.
+    const std::string strKey = m_objEnvironment.m_objPrinters.KeyOf(objTarget);
+    CStateJournal objJournal(p_objStore, p_objOutput, objTarget, strKey, "recover");
+    const std::optional<CJournalRecord> objRecord = objJournal.Record();
+    if (!objRecord) {
+        objJson["journal"] = nullptr;
+        p_objOutput.Say("No change of " + m_strTarget + " is open");
+        return MExitCode::Done;
+    }
+    objJson["started"] = objRecord->m_strStarted;
+    const CWriteReport objReport = Do(*objRecord, objJournal, p_objOutput);
+    MWriteJson::Fill(objReport, objJson);
+    if (objReport.m_iWhy != Report::Why::NotReadBack) {
+        p_objOutput.Show(MWriteJson::Table(objReport));
+        p_objOutput.Say(Standing(objReport));
+    }
+    return End(objReport, objJournal, p_objOutput);
+}
+
+CWriteReport CRecoverCommand::Do(const CJournalRecord& p_objRecord, CStateJournal& p_objJournal,
+                                 COutput& p_objOutput) const {
+    const CTarget objWay = CTarget::Parse(Way());
+    CWritePlan objPlan = p_objRecord.m_objPlan;
+    if (!m_strVia.empty()) {
+        // Over another link the printer is where that link's target says, wherever it went.
+        for (CWritePlan::Step& objStep : objPlan.m_objSteps) {
+            objStep.m_bCuts = false;
+            objStep.m_objPlace = {};
+        }
+    }
+    CProgress objProgress(objWay, p_objOutput);
+    CTargetWays objWays(objWay, MSeconds::Pause(m_dPause), m_objEnvironment.m_objPrinters,
+                        objProgress);
+    CWriteJob objJob(objWays, p_objJournal, objProgress);
+    return m_bRestore ? objJob.Restore(objPlan, m_dReach) : objJob.Look(objPlan, m_dReach);
+}
+
+MExitCode::Code CRecoverCommand::End(const CWriteReport& p_objReport, CStateJournal& p_objJournal,
+                                     COutput& p_objOutput) const {
+    const bool bRead = p_objReport.m_iWhy != Report::Why::NotReadBack;
+    if (m_bKeep && (bRead || m_bUnseen) && !p_objJournal.Close()) {
+        throw CCommandError(MExitCode::PersonNeeded,
+                            {p_objJournal.Path() + " cannot be removed", {}, m_strTarget, {}});
+    }
+    const bool bOpen = p_objJournal.IsOpen();
+    p_objOutput.Json()["journal"] = bOpen ? Json(p_objJournal.Path()) : Json(nullptr);
+    if (!bOpen) {
+        p_objOutput.Say("The journal is removed");
+        return MExitCode::Done;
+    }
+    CWriteReport objReport = p_objReport;
+    if (bRead && !m_bRestore) {
+        p_objOutput.Say("The journal is " + p_objJournal.Path());
+        return MExitCode::Different;
+    }
+    objReport.m_iEnd = Report::End::PersonNeeded;
+    throw CCommandError(*MWriteText::Error(objReport, CTarget::Parse(Way()), p_objJournal.Path(),
+                                           m_objEnvironment.m_objAccess));
+}

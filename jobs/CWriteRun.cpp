@@ -1,0 +1,230 @@
+#include "jobs/CWriteRun.h"
+
+#include "jobs/MWritePlan.h"
+#include "model/MSettingText.h"
+#include "protocol/MAnswer.h"
+#include "protocol/MStatus.h"
+
+#include <algorithm>
+
+namespace {
+
+using Rows = CWritePlan::Rows;
+using Stage = IWriteEvents::Stage;
+using Step = CWritePlan::Step;
+
+/// The one status by which a printer says that it did not carry a command out.
+constexpr const char* CommandError = "06";
+constexpr double BetweenTries = 1;
+
+bool IsReported(const MSettings::Row& p_objRow) {
+    return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
+}
+
+}  // namespace
+
+CWriteRun::CWriteRun(const CWritePlan& p_objPlan, IPrinterWays& p_objWays,
+                     IWriteEvents& p_objEvents, double p_dReach)
+    : m_objPlan(p_objPlan)
+    , m_objWays(p_objWays)
+    , m_objEvents(p_objEvents)
+    , m_dReach(p_dReach) {}
+
+void CWriteRun::AssumeSent() {
+    for (const Step& objStep : m_objPlan.m_objSteps) {
+        m_iTouched.insert(objStep.m_iCommand);
+    }
+    m_iSent = m_objPlan.m_objSteps.size();
+    m_objPlaces = m_objPlan.Places(m_iSent);
+    // Whatever was begun, most of it was not: the printer is likelier where it was.
+    std::ranges::reverse(m_objPlaces);
+}
+
+bool CWriteRun::Send(CWriteReport& p_objReport) {
+    std::size_t iStep = 0;
+    for (const Step& objStep : m_objPlan.m_objSteps) {
+        m_objEvents.OnStage(Stage::Writing, ++iStep, m_objPlan.m_objSteps.size());
+        p_objReport.m_objStatus =
+            SendText(CWritePlan::Text(objStep.m_iCommand, m_objPlan.m_objAfter));
+        const CStatusReport& objStatus = p_objReport.m_objStatus;
+        if (objStatus.m_bSent) {
+            m_iTouched.insert(objStep.m_iCommand);
+            ++m_iSent;
+        }
+        if (!objStatus.m_strCode.empty() && MStatus::IsError(objStatus.m_strCode)) {
+            p_objReport.m_iWhy = CWriteReport::Why::Refused;
+            if (objStatus.m_strCode == CommandError) {
+                m_iRefused.insert(objStep.m_iCommand);
+            }
+            return false;
+        }
+        const bool bUnanswered = objStatus.m_strCode.empty();
+        if (bUnanswered && !(objStep.m_bCuts && objStatus.m_bSent)) {
+            p_objReport.m_iWhy = CWriteReport::Why::NotAnswered;
+            return false;
+        }
+        if (objStep.m_bCuts) {
+            ComeTo(objStep.m_objPlace);
+        }
+    }
+    return true;
+}
+
+bool CWriteRun::ReadBack(const CSnapshot& p_objExpected) {
+    for (int i = 0; i < Readings; ++i) {
+        if (i > 0) {
+            m_objWays.Wait(BetweenReadings);
+        }
+        Read(m_objPlan.Reported());
+        if (!IsRead()) {
+            return false;
+        }
+        if (Differing(p_objExpected).empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CWriteRun::Restore() {
+    for (int iRound = 0; iRound < Rounds; ++iRound) {
+        m_objEvents.OnStage(Stage::Restoring, 0, 0);
+        Read(m_objPlan.Reported());
+        if (!IsRead()) {
+            return false;
+        }
+        const std::vector<const Step*> objSteps = ToUndo(iRound == 0);
+        if (objSteps.empty()) {
+            return Differing(m_objPlan.m_objBefore).empty();
+        }
+        std::size_t iStep = 0;
+        for (const Step* const objStep : objSteps) {
+            m_objEvents.OnStage(Stage::Restoring, ++iStep, objSteps.size());
+            // Whether it has worked is told by what is read afterwards, not by the answer.
+            SendText(CWritePlan::Text(objStep->m_iCommand, m_objPlan.m_objBefore));
+            if (objStep->m_bCuts) {
+                ComeTo({});
+            }
+        }
+        if (ReadBack(m_objPlan.m_objBefore)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Rows CWriteRun::FindOthersChanged() {
+    const CReadReport objCarried = m_objLast;
+    Rows objOthers = m_objPlan.Others();
+    const Rows objUnread = MWritePlan::ToReadBesides(objCarried.m_iAnswered);
+    if (!objUnread.empty()) {
+        Read(objUnread);
+        if (!IsRead()) {
+            return objOthers;
+        }
+    }
+    std::erase_if(objOthers, [&](const MSettings::Row* p_objRow) {
+        const CSnapshot& objHeld = objCarried.m_objSnapshot.IsKnown(*p_objRow)
+                                       ? objCarried.m_objSnapshot
+                                       : m_objLast.m_objSnapshot;
+        return objHeld.IsKnown(*p_objRow) &&
+               MSettingText::Same(*p_objRow, objHeld.Items(), m_objPlan.m_objBefore.Items());
+    });
+    m_objLast = objCarried;
+    return objOthers;
+}
+
+bool CWriteRun::IsRead() const {
+    return m_objLast.m_objFailure.IsNone() && !m_objLast.m_iAnswered.empty();
+}
+
+Rows CWriteRun::Differing(const CSnapshot& p_objExpected) const {
+    Rows objRows = m_objPlan.Reported();
+    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) {
+        return m_objLast.m_objSnapshot.IsKnown(*p_objRow) &&
+               MSettingText::Same(*p_objRow, m_objLast.m_objSnapshot.Items(),
+                                  p_objExpected.Items());
+    });
+    return objRows;
+}
+
+/// Reads the printer wherever it may be, for as long as it is sought.
+void CWriteRun::Read(const Rows& p_objRows) {
+    const double dStart = m_objWays.Now();
+    while (true) {
+        for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
+            const std::unique_ptr<IPrinter> objPrinter = m_objWays.At(objPlace);
+            if (!objPrinter) {
+                m_objLast = {};
+                m_objLast.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
+                continue;
+            }
+            m_objLast = objPrinter->Read(p_objRows);
+            if (IsRead()) {
+                ComeTo(objPlace);
+                return;
+            }
+        }
+        if (m_objWays.Now() - dStart >= m_dReach) {
+            return;
+        }
+        m_objWays.Wait(BetweenTries);
+    }
+}
+
+/// Sends a command. As long as certainly nothing has gone out it is tried again, wherever the
+/// printer may be.
+CStatusReport CWriteRun::SendText(const std::string& p_strText) {
+    const double dStart = m_objWays.Now();
+    while (true) {
+        CStatusReport objReport;
+        objReport.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
+        for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
+            if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At(objPlace)) {
+                objReport = objPrinter->Send(p_strText);
+            }
+            if (objReport.m_bSent) {
+                ComeTo(objPlace);
+                return objReport;
+            }
+        }
+        if (m_objWays.Now() - dStart >= m_dReach) {
+            return objReport;
+        }
+        m_objWays.Wait(BetweenTries);
+    }
+}
+
+/// From now on the printer is looked for there first.
+void CWriteRun::ComeTo(const CPrinterPlace& p_objPlace) {
+    const CPrinterPlace objPlace = p_objPlace;
+    std::erase(m_objPlaces, objPlace);
+    m_objPlaces.insert(m_objPlaces.begin(), objPlace);
+}
+
+/// What has to be sent so that the printer is as it was: what it reports otherwise, and at first
+/// what it does not report and what was sent with another value than the one before.
+std::vector<const Step*> CWriteRun::ToUndo(bool p_bFirst) const {
+    const Rows objDiffering = Differing(m_objPlan.m_objBefore);
+    std::vector<const Step*> objSteps;
+    for (const Step& objStep : m_objPlan.m_objSteps) {
+        const bool bDiffers =
+            std::ranges::any_of(objDiffering, [&](const MSettings::Row* p_objRow) {
+                return MSettingRoute::CarriedBy(*p_objRow) == objStep.m_iCommand;
+            });
+        if (HasSent(objStep.m_iCommand) &&
+            (bDiffers || (p_bFirst && !HasRefused(objStep.m_iCommand) && HasHidden(objStep)))) {
+            objSteps.push_back(&objStep);
+        }
+    }
+    return objSteps;
+}
+
+bool CWriteRun::HasHidden(const Step& p_objStep) const {
+    return std::ranges::any_of(
+        CWritePlan::CarriedBy(p_objStep.m_iCommand), [&](const MSettings::Row* p_objRow) {
+            return !IsReported(*p_objRow) &&
+                   !MSettingText::Same(*p_objRow, m_objPlan.m_objBefore.Items(),
+                                       m_objPlan.m_objAfter.Items());
+        });
+}

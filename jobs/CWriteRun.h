@@ -1,0 +1,79 @@
+#pragma once
+
+#include "jobs/CWritePlan.h"
+#include "jobs/CWriteReport.h"
+#include "jobs/IPrinterWays.h"
+#include "jobs/IWriteEvents.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+/// A plan being carried out, read back or undone: sends its commands, knows where the printer may
+/// be meanwhile, and takes nothing for done but what the printer says when it is read.
+class CWriteRun {
+public:
+    /// How often what was read may differ from what it should be, and the seconds between.
+    static constexpr int Readings = 5;
+    static constexpr double BetweenReadings = 1;
+    /// How often the undoing is begun anew when it has not brought what it should.
+    static constexpr int Rounds = 3;
+
+    /// None is owned; all outlive this.
+    /// @param p_dReach for how many seconds a printer that does not answer is sought.
+    CWriteRun(const CWritePlan& p_objPlan, IPrinterWays& p_objWays, IWriteEvents& p_objEvents,
+              double p_dReach);
+
+    /// All of it may have been sent before, by whoever was at it.
+    void AssumeSent();
+
+    /// Sends the steps with what is wanted, up to the first that fails. True when none does; a step
+    /// that cuts the link may go unanswered.
+    bool Send(CWriteReport& p_objReport);
+
+    /// Reads until the printer holds p_objExpected, as often as Readings says. True when it does.
+    bool ReadBack(const CSnapshot& p_objExpected);
+
+    /// Brings back what was before, of everything that may have been sent, and verifies it.
+    bool Restore();
+
+    /// Reads what the last reading has not brought of everything that has to stay as it was, and
+    /// tells what has not. To be called when the last reading is whole; it may fail in this.
+    CWritePlan::Rows FindOthersChanged();
+
+    /// A command may have gone out.
+    [[nodiscard]] bool HasSent() const { return m_iSent > 0; }
+    [[nodiscard]] bool HasSent(MSettingRoute::Command p_iCommand) const {
+        return m_iTouched.contains(p_iCommand);
+    }
+    /// The printer has said that it did not carry the command out.
+    [[nodiscard]] bool HasRefused(MSettingRoute::Command p_iCommand) const {
+        return m_iRefused.contains(p_iCommand);
+    }
+
+    /// The last reading: whole, or failed.
+    [[nodiscard]] const CReadReport& Last() const { return m_objLast; }
+    [[nodiscard]] bool IsRead() const;
+    /// What the steps carry and the last reading has brought otherwise than in p_objExpected.
+    [[nodiscard]] CWritePlan::Rows Differing(const CSnapshot& p_objExpected) const;
+    /// Where the printer has answered last.
+    [[nodiscard]] const CPrinterPlace& Place() const { return m_objPlaces.front(); }
+
+private:
+    void Read(const CWritePlan::Rows& p_objRows);
+    CStatusReport SendText(const std::string& p_strText);
+    void ComeTo(const CPrinterPlace& p_objPlace);
+    [[nodiscard]] std::vector<const CWritePlan::Step*> ToUndo(bool p_bFirst) const;
+    [[nodiscard]] bool HasHidden(const CWritePlan::Step& p_objStep) const;
+
+    const CWritePlan& m_objPlan;
+    IPrinterWays& m_objWays;
+    IWriteEvents& m_objEvents;
+    double m_dReach;
+    std::vector<CPrinterPlace> m_objPlaces{CPrinterPlace{}};  // the likeliest first
+    std::set<MSettingRoute::Command> m_iTouched;
+    std::set<MSettingRoute::Command> m_iRefused;
+    std::size_t m_iSent = 0;
+    CReadReport m_objLast;
+};
