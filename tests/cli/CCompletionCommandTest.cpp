@@ -195,6 +195,12 @@ TEST_F(CCompletionCommandTest, AFunctionsFieldsAreCompletedWithTheirValues) {
               "varden maintain usb test-print issue-count=");
 }
 
+TEST_F(CCompletionCommandTest, ASettingToBeWrittenIsCompletedUpToItsSign) {
+    EXPECT_EQ(Bash({"write", "usb", "spe"}), Words{"speed="});
+    EXPECT_EQ(Fish("varden write usb spe"), Words{"speed="});
+    EXPECT_EQ(Zsh("varden write usb spe"), "varden write usb speed=");
+}
+
 TEST_F(CCompletionCommandTest, BashCutsAFieldAtItsSign) {
     EXPECT_EQ(Bash({"maintain", "usb", "ram-clear", "mode", "="}),
               (Words{"parameter", "mante-cnt"}));
