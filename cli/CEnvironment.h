@@ -2,6 +2,7 @@
 
 #include "cli/IPrinterConnector.h"
 #include "cli/ISettingsSource.h"
+#include "cli/ITerminal.h"
 #include "platform/IDeviceAccess.h"
 #include "platform/IFileStore.h"
 #include "platform/ISerialPortLister.h"
@@ -20,6 +21,7 @@ struct CEnvironment {
     IUsbPrinterLister& m_objUsbPrinters;
     const IDeviceAccess& m_objAccess;
     IPrinterConnector& m_objPrinters;
+    ITerminal& m_objTerminal;
     std::vector<ISettingsSource*> m_objSources;  ///< asked in their order for a name
     /// Makes what is kept between runs, in that folder; of an empty name in the usual one.
     std::function<std::unique_ptr<IStateStore>(const std::string&)> m_fnState;

@@ -5,8 +5,7 @@
 #include "cli/MFailureText.h"
 #include "cli/MMetrics.h"
 #include "cli/MSettingsFile.h"
-#include "cli/MUtf8.h"
-#include "protocol/MStatus.h"
+#include "cli/MStatusText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -22,22 +21,6 @@ constexpr const char* Examples = R"(Examples:
 The exit code is 0 whatever the status is. The node exporter's collector takes
 files whose names end with .prom; the file is written all or nothing, and also
 when the printer cannot be reached.)";
-
-bool IsKnown(const std::string& p_strCode) {
-    std::string strText;
-    bool bKnown = false;
-    MStatus::StatusText(p_strCode, strText, bKnown);
-    return bKnown;
-}
-
-/// Code and text in a line.
-std::string Line(const CStatusReport& p_objReport) {
-    const std::string strCode = MUtf8::FromLatin1(p_objReport.m_strCode);
-    if (!IsKnown(p_objReport.m_strCode)) {
-        return strCode + " (an unknown code)";
-    }
-    return p_objReport.m_strText.empty() ? strCode : strCode + " " + p_objReport.m_strText;
-}
 
 }  // namespace
 
@@ -99,12 +82,10 @@ void CStatusCommand::Tell(const CStatusReport& p_objReport, COutput& p_objOutput
     const bool bAnswered = !p_objReport.m_strCode.empty();
     Json& objJson = p_objOutput.Json();
     objJson["target"] = m_strTarget;
-    objJson["code"] = bAnswered ? Json(MUtf8::FromLatin1(p_objReport.m_strCode)) : Json(nullptr);
-    objJson["text"] = p_objReport.m_strText.empty() ? Json(nullptr) : Json(p_objReport.m_strText);
-    objJson["known"] = bAnswered ? Json(IsKnown(p_objReport.m_strCode)) : Json(nullptr);
+    MStatusText::Put(p_objReport, objJson);
     objJson["seconds"] = bAnswered ? Json(p_objReport.m_dSeconds) : Json(nullptr);
     if (bAnswered) {
-        p_objOutput.Say(Line(p_objReport));
+        p_objOutput.Say(MStatusText::Line(p_objReport));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "cli/CDefaultsSource.h"
 #include "cli/CTarget.h"
 #include "cli/MCompletionScript.h"
+#include "cli/MMaintenance.h"
 #include "model/MSettings.h"
 #include "protocol/MSettingRoute.h"
 
@@ -42,6 +43,38 @@ std::vector<std::string> SideWords() {
     return strWords;
 }
 
+std::vector<std::string> FunctionNames() {
+    std::vector<std::string> strNames;
+    for (const MMaintenance::Function& objFunction : MMaintenance::All()) {
+        strNames.emplace_back(objFunction.m_strName);
+    }
+    return strNames;
+}
+
+/// The fields of all functions, those of lists with each of their values; what several functions
+/// take once.
+std::vector<std::string> FieldWords() {
+    std::vector<std::string> strWords;
+    const auto fnAdd = [&](const std::string& p_strWord) {
+        if (std::ranges::find(strWords, p_strWord) == strWords.end()) {
+            strWords.push_back(p_strWord);
+        }
+    };
+    for (const MMaintenance::Function& objFunction : MMaintenance::All()) {
+        for (const MMaintenance::Field& objField : objFunction.m_objFields) {
+            const std::string strBegin = std::string(objField.m_strName) + "=";
+            const std::vector<std::string> strNames = MMaintenance::NamesOf(objField);
+            for (const std::string& strName : strNames) {
+                fnAdd(strBegin + strName);
+            }
+            if (strNames.empty()) {
+                fnAdd(strBegin);
+            }
+        }
+    }
+    return strWords;
+}
+
 }  // namespace
 
 namespace MArgumentKind {
@@ -52,6 +85,8 @@ std::span<const Row> All() {
         {File, true, {}},
         {Side, true, SideWords()},
         {Target, false, CTarget::Beginnings()},
+        {Function, false, FunctionNames()},
+        {Field, false, FieldWords()},
         {Shell, false, MCompletionScript::Shells()},
         {Seconds, false, {}},
         {Assignment, false, Assignments()},

@@ -13,6 +13,8 @@ inline constexpr const char* Setting = "SETTING";
 inline constexpr const char* File = "FILE";
 inline constexpr const char* Side = "SIDE";  ///< settings to compare
 inline constexpr const char* Target = "TARGET";
+inline constexpr const char* Function = "FUNCTION";
+inline constexpr const char* Field = "FIELD";  ///< of a function, with its value
 inline constexpr const char* Shell = "SHELL";
 inline constexpr const char* Seconds = "SECONDS";
 inline constexpr const char* Assignment = "SETTING=VALUE";
@@ -23,7 +25,7 @@ inline constexpr const char* StopBit = "STOP-BIT";
 struct Row {
     std::string_view m_strName;
     bool m_bFiles;                        ///< files complete it
-    std::vector<std::string> m_strWords;  ///< as these do; one that ends with ":" goes on
+    std::vector<std::string> m_strWords;  ///< as these do; one that ends with ":" or "=" goes on
 };
 
 /// All kinds.

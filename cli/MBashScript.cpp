@@ -12,24 +12,31 @@ constexpr const char* Begin = R"(# Completion of varden in bash. Made from the p
 
 # Offers files and words for the word that is being written.
 _varden_offer() {
-    local files=$1 word=${COMP_WORDS[COMP_CWORD]}
-    mapfile -t COMPREPLY < <(compgen -W "$2" -- "$word")
+    local files=$1 word=${COMP_WORDS[COMP_CWORD]} name=''
+    # Bash takes a "=" for a word of its own: "mode=parameter" is three. Offered is what is behind.
+    if [[ $word == '=' ]]; then
+        name=${COMP_WORDS[COMP_CWORD - 1]}= word=''
+    elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == '=' ]]; then
+        name=${COMP_WORDS[COMP_CWORD - 2]}=
+    fi
+    mapfile -t COMPREPLY < <(compgen -W "$2" -- "$name$word")
+    COMPREPLY=("${COMPREPLY[@]#"$name"}")
     if [[ $files == files ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$word")
     fi
-    [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *: ]] || compopt -o nospace 2>/dev/null
+    [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *[:=] ]] || compopt -o nospace 2>/dev/null
 }
 
 _varden() {
     local i word before=${COMP_WORDS[COMP_CWORD - 1]} command='' count=0 values=''
     COMPREPLY=()
-    # Bash takes a ":" for a word of its own: "lan:host" is three. Behind one nothing is known.
+    # A ":" is one, too: "lan:host" is three. Behind one nothing is known.
     [[ $before != : ]] || return
     # The command, and how many of its arguments stand in front of the word.
     for ((i = 1; i < COMP_CWORD; i++)); do
         word=${COMP_WORDS[i]}
-        if [[ $word == : ]]; then
+        if [[ $word == [:=] ]]; then
             i=$((i + 1))
         elif [[ $word == -* ]]; then
             [[ " $values " != *" $word "* ]] || i=$((i + 1))

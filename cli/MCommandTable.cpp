@@ -4,6 +4,7 @@
 #include "cli/CDiffCommand.h"
 #include "cli/CFileCommand.h"
 #include "cli/CListCommand.h"
+#include "cli/CMaintainCommand.h"
 #include "cli/CPortsCommand.h"
 #include "cli/CReadCommand.h"
 #include "cli/CRecoverCommand.h"
@@ -33,6 +34,8 @@ constexpr std::array Commands{
     MCommandTable::Row{"recover", "Ends changes of printers that were begun and not ended.",
                        &Make<CRecoverCommand>},
     MCommandTable::Row{"status", "Asks a printer for its status.", &Make<CStatusCommand>},
+    MCommandTable::Row{"maintain", "Has a printer carry out a maintenance function.",
+                       &Make<CMaintainCommand>},
     MCommandTable::Row{"file", "Shows, checks or converts a settings file.", &Make<CFileCommand>},
     MCommandTable::Row{"diff", "Compares two sets of settings.", &Make<CDiffCommand>},
     MCommandTable::Row{"ports", "Shows the serial ports and the USB printers that are here.",

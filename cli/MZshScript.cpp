@@ -3,6 +3,8 @@
 #include "cli/MArgumentKind.h"
 #include "cli/MCompletionScript.h"
 
+#include <algorithm>
+
 namespace {
 
 using MCompletionScript::Joined;
@@ -33,15 +35,22 @@ std::string Plain(const std::string& p_strText) {
     return strPlain;
 }
 
+/// What the function is called that offers the words of a kind; a "=" would make it an assignment.
+std::string FunctionName(std::string p_strKind) {
+    std::ranges::replace(p_strKind, '=', '_');
+    return "_varden_" + p_strKind;
+}
+
 /// A function that offers the words of a kind.
 std::string KindFunction(const std::string& p_strKind) {
     const MArgumentKind::Row& objKind = MArgumentKind::Get(p_strKind);
     std::vector<std::string> strWords;
     std::vector<std::string> strBeginnings;
     for (const std::string& strWord : objKind.m_strWords) {
-        (strWord.ends_with(':') ? strBeginnings : strWords).push_back(Quoted(strWord));
+        (strWord.ends_with(':') || strWord.ends_with('=') ? strBeginnings : strWords)
+            .push_back(Quoted(strWord));
     }
-    std::string strFunction = "_varden_" + p_strKind + "() {\n";
+    std::string strFunction = FunctionName(p_strKind) + "() {\n";
     if (!strWords.empty()) {
         strFunction += "    compadd -- " + Joined(strWords) + "\n";
     }
@@ -54,7 +63,7 @@ std::string KindFunction(const std::string& p_strKind) {
 std::string OptionLine(const CWordTable::Option& p_objOption, const std::string& p_strName) {
     std::string strLine = p_strName + "[" + Plain(p_objOption.m_strMeaning) + "]";
     if (!p_objOption.m_strKind.empty()) {
-        strLine += ":" + p_objOption.m_strKind + ":_varden_" + p_objOption.m_strKind;
+        strLine += ":" + p_objOption.m_strKind + ":" + FunctionName(p_objOption.m_strKind);
     }
     return " \\\n        " + Quoted(strLine);
 }
@@ -73,9 +82,9 @@ std::string CommandFunction(const CWordTable::Command& p_objCommand) {
     std::string strLines = OptionLines(p_objCommand);
     for (std::size_t i = 0; i < p_objCommand.m_objArguments.size(); ++i) {
         const CWordTable::Argument& objArgument = p_objCommand.m_objArguments[i];
-        strLines +=
-            " \\\n        " + Quoted((objArgument.m_bMany ? "*" : std::to_string(i + 1)) + ":" +
-                                     objArgument.m_strName + ":_varden_" + objArgument.m_strKind);
+        strLines += " \\\n        " +
+                    Quoted((objArgument.m_bMany ? "*" : std::to_string(i + 1)) + ":" +
+                           objArgument.m_strName + ":" + FunctionName(objArgument.m_strKind));
     }
     return "_varden_command_" + p_objCommand.m_strName + "() {\n    _arguments -s" + strLines +
            "\n}\n\n";

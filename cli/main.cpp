@@ -5,6 +5,7 @@
 #include "cli/CPrinterConnector.h"
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
+#include "cli/CTerminal.h"
 #include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPortLister.h"
@@ -47,12 +48,14 @@ int main(int p_iCount, char** p_strArguments) {
     CDefaultsSource objDefaults;
     CFileSource objFileSource(objFiles);
     CPrinterConnector objPrinters(objUsbPrinters, objInterrupt);
+    CTerminal objTerminal(objInterrupt);
     CTargetSource objTargets(objPrinters, objAccess);
     CProgram objProgram({objFiles,
                          objSerialPorts,
                          objUsbPrinters,
                          objAccess,
                          objPrinters,
+                         objTerminal,
                          {&objDefaults, &objTargets, &objFileSource},
                          [](const std::string& p_strFolder) {
                              return std::make_unique<CStateFolder>(

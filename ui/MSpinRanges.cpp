@@ -1,5 +1,6 @@
 #include "ui/MSpinRanges.h"
 
+#include "model/MChoiceLists.h"
 #include "model/MNumber.h"
 #include "ui/MControl.h"
 #include "ui/MSettingControls.h"
@@ -9,13 +10,11 @@ namespace {
 
 using MSpinRanges::Row;
 
-// What a test print takes is no setting of the printer.
-// clang-format off
-const std::vector<Row> TestPrint{
-    {"SeIssueCount", 1, {1, 5000, 1}},
-    {"SeLabelLen", 760, {100, 9999, 1, 4}},
-};
-// clang-format on
+/// What a test print takes is no setting of the printer.
+Row TestPrint(const char* p_strControl, std::string_view p_strChoice) {
+    const MChoiceLists::Number& objNumber = MChoiceLists::GetNumber(p_strChoice);
+    return {p_strControl, objNumber.m_iStart, objNumber.m_objRange};
+}
 
 void Append(const std::vector<MSettingControls::Row>& p_objControls, std::vector<Row>& p_objRows) {
     const CItemManager objDefaults;
@@ -41,7 +40,8 @@ namespace MSpinRanges {
 std::vector<Row> All() {
     std::vector<Row> objRows;
     Append(MSettingControls::ParameterSetting(), objRows);
-    objRows.insert(objRows.end(), TestPrint.begin(), TestPrint.end());
+    objRows.push_back(TestPrint("SeIssueCount", "test-print-issue-count"));
+    objRows.push_back(TestPrint("SeLabelLen", "test-print-label-length"));
     Append(MSettingControls::Lan(), objRows);
     return objRows;
 }

@@ -5,8 +5,10 @@
 #include "cli/CProgram.h"
 #include "cli/CTargetSource.h"
 #include "platform/qt/CQtFileStore.h"
+#include "platform/qt/CStateFolder.h"
 #include "tests/cli/CFakeInterrupt.h"
 #include "tests/cli/CFakePrinters.h"
+#include "tests/cli/CFakeTerminal.h"
 #include "tests/cli/CJsonSchema.h"
 #include "tests/fakes/CFakeFileStore.h"
 #include "tests/platform_qt/CFolder.h"
@@ -82,8 +84,22 @@ protected:
     }
 
     CEnvironment Environment() {
-        return {m_objFiles,  m_objSerialPorts, m_objUsbPrinters,
-                m_objAccess, m_objPrinters,    {&m_objDefaults, &m_objTargets, &m_objFileSource}};
+        return Environment(m_objFiles, m_objSerialPorts,
+                           {&m_objDefaults, &m_objTargets, &m_objFileSource});
+    }
+    CEnvironment Environment(IFileStore& p_objFiles, ISerialPortLister& p_objSerialPorts,
+                             const std::vector<ISettingsSource*>& p_objSources) {
+        return {p_objFiles,
+                p_objSerialPorts,
+                m_objUsbPrinters,
+                m_objAccess,
+                m_objPrinters,
+                m_objTerminal,
+                p_objSources,
+                [this](const std::string& p_strFolder) {
+                    return std::make_unique<CStateFolder>(
+                        p_strFolder.empty() ? m_objFolder.Path("state") : p_strFolder);
+                }};
     }
 
     /// The path of a file of the test, with that content.
@@ -116,6 +132,7 @@ protected:
     CFakeUsbPrinters m_objUsbPrinters;
     CFakeAccess m_objAccess;
     CFakePrinters m_objPrinters;
+    CFakeTerminal m_objTerminal;
     CFakeInterrupt m_objInterrupt;
     CDefaultsSource m_objDefaults;
     CTargetSource m_objTargets{m_objPrinters, m_objAccess};

@@ -181,6 +181,34 @@ TEST_F(CCompletionCommandTest, BashCutsAPrintersNameAtItsColons) {
     EXPECT_EQ(Bash({"status", "lan", ":", "host", ""}), Words{});
 }
 
+TEST_F(CCompletionCommandTest, AFunctionsFieldsAreCompletedWithTheirValues) {
+    EXPECT_EQ(Bash({"maintain", "usb", "ram"}), Words{"ram-clear"});
+    EXPECT_EQ(Bash({"maintain", "usb", "ram-clear", "dest"}),
+              (Words{"destination=ja", "destination=cn", "destination=qp", "destination=qq"}));
+    EXPECT_EQ(Bash({"maintain", "usb", "test-print", "iss"}), Words{"issue-count="});
+    EXPECT_EQ(Fish("varden maintain usb ram"), Words{"ram-clear"});
+    EXPECT_EQ(Fish("varden maintain usb ram-clear mode=p"), Words{"mode=parameter"});
+    EXPECT_EQ(Zsh("varden maintain usb ram"), "varden maintain usb ram-clear ");
+    EXPECT_EQ(Zsh("varden maintain usb ram-clear mode=p"),
+              "varden maintain usb ram-clear mode=parameter ");
+    EXPECT_EQ(Zsh("varden maintain usb test-print iss"),
+              "varden maintain usb test-print issue-count=");
+}
+
+TEST_F(CCompletionCommandTest, ASettingToBeWrittenIsCompletedUpToItsSign) {
+    EXPECT_EQ(Bash({"write", "usb", "spe"}), Words{"speed="});
+    EXPECT_EQ(Fish("varden write usb spe"), Words{"speed="});
+    EXPECT_EQ(Zsh("varden write usb spe"), "varden write usb speed=");
+}
+
+TEST_F(CCompletionCommandTest, BashCutsAFieldAtItsSign) {
+    EXPECT_EQ(Bash({"maintain", "usb", "ram-clear", "mode", "="}),
+              (Words{"parameter", "mante-cnt"}));
+    EXPECT_EQ(Bash({"maintain", "usb", "ram-clear", "mode", "=", "p"}), Words{"parameter"});
+    EXPECT_EQ(Bash({"maintain", "lan", ":", "a", "ram-clear", "mode", "=", "parameter", "dest"}),
+              (Words{"destination=ja", "destination=cn", "destination=qp", "destination=qq"}));
+}
+
 TEST_F(CCompletionCommandTest, AsJsonTheScriptIsAText) {
     const Ran objRan = RunJson({"completion", "fish"});
     EXPECT_EQ(objRan.m_iCode, 0);

@@ -84,12 +84,8 @@ TEST_F(CDiffCommandTest, AnotherSourceTellsWhyItDoesNotKnow) {
     std::ostringstream objOut;
     std::ostringstream objError;
     COutput objOutput(objOut, objError, m_objInterrupt);
-    CProgram objProgram({m_objFiles,
-                         m_objSerialPorts,
-                         m_objUsbPrinters,
-                         m_objAccess,
-                         m_objPrinters,
-                         {&objOdd, &m_objDefaults, &m_objFileSource}});
+    CProgram objProgram(
+        Environment(m_objFiles, m_objSerialPorts, {&objOdd, &m_objDefaults, &m_objFileSource}));
     EXPECT_EQ(objProgram.Run({"diff", "odd", "defaults", "--json"}, objOutput),
               MExitCode::Different);
     EXPECT_EQ(CJsonSchema::OfOutputs().Complaint(objOut.str()), "");

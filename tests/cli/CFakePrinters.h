@@ -6,6 +6,8 @@
 #include "protocol/MAnswer.h"
 #include "protocol/MSettingRoute.h"
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,6 +22,8 @@ struct CFakePrinter {
     bool m_bSent = false;                        ///< something had gone out when opening failed
     std::string m_strCode = "00";
     std::string m_strText = "ON LINE";
+    /// The codes that single maintenance commands are answered with; empty: with nothing.
+    std::map<std::string, std::string> m_strCodes{};
     std::string m_strInPlace;  ///< the status code that is told in place of that answer
     std::optional<CCommandError> m_objRefused{};  ///< it cannot be connected at all
 
@@ -34,6 +38,8 @@ public:
     std::map<std::string, CFakePrinter> m_objPrinters;
     std::vector<std::string> m_strAsked;  ///< "lan:a: read speed, parity", "usb: status"
     std::vector<std::chrono::milliseconds> m_iPauses;
+    double m_dNow = 0;
+    std::function<void(double)> m_fnOnWait;  ///< told how long
 
     std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
                                       std::chrono::milliseconds p_iPause,
@@ -45,6 +51,23 @@ public:
         m_iPauses.push_back(p_iPause);
         return std::make_unique<CPrinter>(p_objTarget.m_strText, objPrinter, p_objEvents,
                                           m_strAsked);
+    }
+
+    bool IsTaken(const CTarget& p_objTarget) override {
+        return m_objPrinters[p_objTarget.m_strText].m_objFailure.IsNone();
+    }
+    std::string KeyOf(const CTarget& p_objTarget) override {
+        std::string strKey = p_objTarget.m_strText;
+        std::ranges::replace_if(
+            strKey, [](char p_cLetter) { return p_cLetter == ':' || p_cLetter == '/'; }, '_');
+        return strKey;
+    }
+    [[nodiscard]] double Now() override { return m_dNow; }
+    void Wait(double p_dSeconds) override {
+        m_dNow += p_dSeconds;
+        if (m_fnOnWait) {
+            m_fnOnWait(p_dSeconds);
+        }
     }
 
 private:
@@ -101,7 +124,17 @@ private:
 
         CStatusReport Send(const std::string& p_strCommand) override {
             m_strAsked.push_back(m_strName + ": " + p_strCommand);
-            return {};
+            if (!Open()) {
+                return {{}, {}, 0, m_objPrinter.m_objFailure, m_objPrinter.m_bSent};
+            }
+            const auto objCode = m_objPrinter.m_strCodes.find(p_strCommand);
+            if (objCode == m_objPrinter.m_strCodes.end()) {
+                return {m_objPrinter.m_strCode, m_objPrinter.m_strText, 0, {}, true};
+            }
+            CFailure objFailure;
+            objFailure.m_iKind =
+                objCode->second.empty() ? CFailure::Kind::NoReply : CFailure::Kind::None;
+            return {objCode->second, {}, 0, objFailure, true};
         }
 
     private:

@@ -239,8 +239,7 @@ TEST_F(CFileCommandTest, WhateverFailsWhileSavingLeavesTheOldFile) {
             std::ostringstream objOut;
             std::ostringstream objError;
             COutput objOutput(objOut, objError, m_objInterrupt);
-            CProgram objProgram(
-                {objFiles, m_objSerialPorts, m_objUsbPrinters, m_objAccess, m_objPrinters, {}});
+            CProgram objProgram(Environment(objFiles, m_objSerialPorts, {}));
             EXPECT_EQ(objProgram.Run({"file", m_strDt2, "--save", strSave, "--force", "--json"},
                                      objOutput),
                       MExitCode::Failed);

@@ -138,7 +138,7 @@ TEST_F(CProgramTest, WhatNobodyExpectsIsAFailureToo) {
     std::ostringstream objOut;
     std::ostringstream objError;
     COutput objOutput(objOut, objError, m_objInterrupt);
-    CProgram objProgram({m_objFiles, objBroken, m_objUsbPrinters, m_objAccess, m_objPrinters, {}});
+    CProgram objProgram(Environment(m_objFiles, objBroken, {}));
     EXPECT_EQ(objProgram.Run({"ports", "--json"}, objOutput), MExitCode::Failed);
     EXPECT_EQ(CJsonSchema::OfOutputs().Complaint(objOut.str()), "");
     EXPECT_EQ(Json::parse(objOut.str())["error"]["cause"], "broken");

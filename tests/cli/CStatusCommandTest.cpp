@@ -149,8 +149,7 @@ TEST_F(CStatusCommandTest, AFileThatCannotBeWrittenIsAFailureAndTheOldOneStays) 
         Make("a.prom", "old");
         CFakeFileStore objFiles(m_objRealFiles);
         objFiles.FailAt(iOperation);
-        CEnvironment objEnvironment{objFiles,    m_objSerialPorts, m_objUsbPrinters,
-                                    m_objAccess, m_objPrinters,    {}};
+        const CEnvironment objEnvironment = Environment(objFiles, m_objSerialPorts, {});
         std::ostringstream objOut;
         std::ostringstream objError;
         COutput objOutput(objOut, objError, m_objInterrupt);

@@ -11,6 +11,7 @@ constexpr const char* NoSettings = "No settings from TARGET";
 constexpr const char* NotSent = "Sending to TARGET has failed";
 constexpr const char* Closed = "TARGET has closed the connection";
 constexpr const char* Gone = "TARGET is gone";
+constexpr const char* Error = "TARGET reports an error";
 constexpr const char* NotOpened = "Cannot open TARGET";
 constexpr std::size_t All = 5;  // answers with settings
 
@@ -30,21 +31,32 @@ Outcome Told(const std::string& p_strStatus) {
     return {MExitCode::Done, {}, 1, p_strStatus};
 }
 
+/// The printer has answered with a status that is an error.
+Outcome Bad(const std::string& p_strStatus) {
+    return {MExitCode::Failed, Error, 1, p_strStatus};
+}
+
 /// As without a fault, but for the status.
 Outcomes Fine(const std::string& p_strStatus = "00") {
-    return {Did(), Told(p_strStatus), Did()};
+    const Outcome objDone = p_strStatus == "00" ? Told(p_strStatus) : Bad(p_strStatus);
+    return {Did(), Told(p_strStatus), Did(), objDone};
 }
 
 /// Every command fails so, with the first request.
 Outcomes AllFailed(const std::string& p_strWhat, std::size_t p_iRequests = 1) {
     return {Failed(p_strWhat, p_iRequests), Failed(p_strWhat, p_iRequests),
-            Failed(p_strWhat, p_iRequests)};
+            Failed(p_strWhat, p_iRequests), Failed(p_strWhat, p_iRequests)};
 }
 
-/// The status is told; what takes several requests fails so, with number p_iRequests of them.
-Outcomes ReadFailed(const std::string& p_strWhat, std::size_t p_iRequests,
-                    const std::string& p_strStatus = "00") {
-    return {Failed(p_strWhat, p_iRequests), Told(p_strStatus), Failed(p_strWhat, p_iRequests)};
+/// What takes one request is done; what takes several fails so, with number p_iRequests of them.
+Outcomes ReadFailed(const std::string& p_strWhat, std::size_t p_iRequests) {
+    return {Failed(p_strWhat, p_iRequests), Told("00"), Failed(p_strWhat, p_iRequests), Told("00")};
+}
+
+/// No command gets to the printer.
+Outcomes NoneReach(const std::string& p_strWhat) {
+    return {NotReachable(p_strWhat), NotReachable(p_strWhat), NotReachable(p_strWhat),
+            NotReachable(p_strWhat)};
 }
 
 std::array<Outcomes, Links> OnAll(const Outcomes& p_objOutcomes) {
@@ -84,17 +96,13 @@ std::vector<Fault> FaultsOfAnswers() {
 }
 
 std::vector<Fault> FaultsOfTheWay() {
-    const Outcomes objNobody{NotReachable("Cannot reach TARGET"),
-                             NotReachable("Cannot reach TARGET"),
-                             NotReachable("Cannot reach TARGET")};
-    const Outcomes objNoDevice{NotReachable("There is no /dev/there-is-none"),
-                               NotReachable("There is no /dev/there-is-none"),
-                               NotReachable("There is no /dev/there-is-none")};
-    const Outcomes objNoPrinter{NotReachable("There is no printer TARGET"),
-                                NotReachable("There is no printer TARGET"),
-                                NotReachable("There is no printer TARGET")};
     return {
-        {"Nobody", "nobody is there", {}, {objNobody, objNoDevice, objNoPrinter}, true},
+        {"Nobody",
+         "nobody is there",
+         {},
+         {NoneReach("Cannot reach TARGET"), NoneReach("There is no /dev/there-is-none"),
+          NoneReach("There is no printer TARGET")},
+         true},
         {"HangsUpAtOnce",
          "it hangs up, or is unplugged, before the first answer",
          {"--close-after", "0"},
@@ -123,7 +131,9 @@ std::vector<Fault> FaultsOfTheWay() {
 }
 
 std::vector<Fault> FaultsOfState() {
-    const Outcomes objOthers{Did(), Told("00"), {MExitCode::Different, {}, All}};
+    const Outcomes objOthers{Did(), Told("00"), {MExitCode::Different, {}, All}, Told("00")};
+    const Outcomes objStatusRefused{Did(), Told("06"), Did(), Told("00")};
+    const Outcomes objFunctionRefused{Did(), Told("00"), Did(), Bad("06")};
     return {
         {"Refuses",
          "it refuses the second request for settings, with the status 06",
@@ -132,7 +142,11 @@ std::vector<Fault> FaultsOfState() {
         {"RefusesStatus",
          "it refuses to tell its status, with the status 06",
          {"--refuse", "WS"},
-         OnAll(Fine("06"))},
+         OnAll(objStatusRefused)},
+        {"RefusesFunction",
+         "it refuses a maintenance function, with the status 06",
+         {"--refuse", "Z1"},
+         OnAll(objFunctionRefused)},
         {"OwnAddress",
          "it holds its own address, which is not the default one",
          {"--own-address"},
@@ -167,7 +181,8 @@ Every command of `varden` that asks a printer, with what the
 simulated printer. `cmake --build build/dev --target write-outcomes` writes it anew.
 
 A cell tells the exit code; what `error` says; and how many requests the printer
-receives whole. `read` and `diff` send five, `status` one. In each cell standard output is one
+receives whole. `read` and `diff` send five, `status` and
+`maintain`, here a diagnostic print, one. In each cell standard output is one
 JSON object as [json.md](json.md) has it; what was read before a failure stands in it.
 
 | The printer's fault | Command | LAN | Serial line | USB |
@@ -194,7 +209,7 @@ const char* Name(Link p_iLink) {
 }
 
 const char* Name(Command p_iCommand) {
-    constexpr std::array<const char*, Commands> strNames{"read", "status", "diff"};
+    constexpr std::array<const char*, Commands> strNames{"read", "status", "diff", "maintain"};
     return strNames.at(p_iCommand);
 }
 
@@ -205,6 +220,8 @@ std::vector<std::string> Words(Command p_iCommand) {
         return {"read", "TARGET", "--pause", "0.5", "--json"};
     case Status:
         return {"status", "TARGET", "--json"};
+    case Maintain:
+        return {"maintain", "TARGET", "diag-print", "--yes", "--json"};
     default:
         return {"diff", "TARGET", "defaults", "--json"};
     }
@@ -213,6 +230,9 @@ std::vector<std::string> Words(Command p_iCommand) {
 std::vector<std::string> Requests(Command p_iCommand) {
     if (p_iCommand == Status) {
         return {"{WS|}"};
+    }
+    if (p_iCommand == Maintain) {
+        return {"{Z10|}"};
     }
     return {"{Z5;0|}", "{Z5;1|}", "{Z5;4|}", "{Z5;3|}", "{Z5;2|}"};
 }

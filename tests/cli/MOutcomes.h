@@ -11,7 +11,7 @@
 namespace MOutcomes {
 
 enum Link : std::size_t { Lan, Com, Usb, Links };
-enum Command : std::size_t { Read, Status, Diff, Commands };
+enum Command : std::size_t { Read, Status, Diff, Maintain, Commands };
 
 struct Outcome {
     int m_iCode = 0;
@@ -19,7 +19,7 @@ struct Outcome {
     std::string m_strWhat{};
     /// How many requests the printer receives whole: the first ones of Requests.
     std::size_t m_iRequests = 0;
-    std::string m_strStatus{};  ///< the code that "status" tells
+    std::string m_strStatus{};  ///< the code that "status" and "maintain" tell
 };
 
 /// What comes of the commands, in their order, on one link.

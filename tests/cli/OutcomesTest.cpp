@@ -140,7 +140,8 @@ TEST_P(OutcomesTest, IsWhatTheTableSays) {
 INSTANTIATE_TEST_SUITE_P(
     Every, OutcomesTest,
     ::testing::Combine(::testing::ValuesIn(MOutcomes::Faults().begin(), MOutcomes::Faults().end()),
-                       ::testing::Values(MOutcomes::Read, MOutcomes::Status, MOutcomes::Diff),
+                       ::testing::Values(MOutcomes::Read, MOutcomes::Status, MOutcomes::Diff,
+                                         MOutcomes::Maintain),
                        ::testing::Values(MOutcomes::Lan, MOutcomes::Com, MOutcomes::Usb)),
     [](const auto& p_objInfo) {
         return std::get<0>(p_objInfo.param).m_strName + "_" +

@@ -114,6 +114,53 @@ TEST_F(VardenPrinterTest, WhatIsReadIsWhatThePrinterHolds) {
     EXPECT_EQ(Run({"diff", Target(), "defaults"}), MExitCode::Different);
 }
 
+TEST_F(VardenPrinterTest, AFunctionIsCarriedOutWhenItsNameIsTypedAtATerminal) {
+    ASSERT_TRUE(m_objSimulator.Start());
+    EXPECT_EQ(Run({"maintain", Target(), "test-print"}), MExitCode::Wrong) << "nobody can be asked";
+    const auto fnType = [this](const std::string& p_strTyped) {
+        const QString strCommand = "exec " + QString(VARDEN_PROGRAM) + " maintain " + Target() +
+                                   " test-print cut=peel-off";
+        m_objProgram.start("script", {"-qec", strCommand, "/dev/null"});
+        m_objProgram.write((p_strTyped + "\n").c_str());
+        return End();
+    };
+    EXPECT_EQ(fnType("yes"), MExitCode::Wrong);
+    EXPECT_NE(m_strOut.find("Type \"test-print\" to have it done: "), std::string::npos)
+        << m_strOut;
+    EXPECT_EQ(m_objSimulator.Commands(), std::vector<std::string>{});
+    EXPECT_EQ(fnType("test-print"), 0);
+    EXPECT_NE(m_strOut.find("00 ON LINE"), std::string::npos) << m_strOut;
+    EXPECT_TRUE(m_objSimulator.WaitForCommands(1, PatienceMs));
+    EXPECT_EQ(m_objSimulator.Commands(), std::vector<std::string>{"{Z3;007600730105700010020|}"});
+}
+
+TEST_F(VardenPrinterTest, ASensorIsAdjustedInTwoPassesAndASecond) {
+    ASSERT_TRUE(m_objSimulator.Start());
+    const auto iStart = steady_clock::now();
+    EXPECT_EQ(Run({"maintain", Target(), "sensor-adjust", "step=paper-end", "--yes", "--json"}), 0);
+    EXPECT_GE(steady_clock::now() - iStart, milliseconds(1000));
+    EXPECT_EQ(CJsonSchema::OfOutputs().Complaint(m_strOut), "");
+    EXPECT_TRUE(m_objSimulator.WaitForCommands(3, PatienceMs));
+    EXPECT_EQ(m_objSimulator.Commands(),
+              (std::vector<std::string>{"{Z6;01|}", "{Z6;11|}", "{WS|}"}));
+}
+
+TEST_F(VardenPrinterTest, WhoIsAskedMayAnswerWithCtrlC) {
+    ASSERT_TRUE(m_objSimulator.Start());
+    const QString strCommand =
+        "exec " + QString(VARDEN_PROGRAM) + " maintain " + Target() + " diag-print";
+    m_objProgram.start("script", {"-qec", strCommand, "/dev/null"});
+    ASSERT_TRUE(CSimulatorProcess::WaitUntil(
+        [this] {
+            m_strOut += m_objProgram.readAllStandardOutput().toStdString();
+            return m_strOut.find("have it done") != std::string::npos;
+        },
+        PatienceMs));
+    m_objProgram.write("\x03");
+    EXPECT_EQ(End(), MExitCode::Interrupted);
+    EXPECT_EQ(m_objSimulator.Commands(), std::vector<std::string>{});
+}
+
 TEST_F(VardenPrinterTest, CtrlCEndsItAtOnceAndClosesTheLink) {
     ASSERT_TRUE(m_objSimulator.Start({"--silent", "--log", Path("log")}));
     Begin({"read", Target(), "--json", "--save", Path("a.json")});

@@ -20,4 +20,15 @@ TEST(MChoiceLists, AreFoundByNamesThatStandOnce) {
         EXPECT_EQ(&MChoiceLists::Get(objList.m_strName), &objList);
     }
     EXPECT_THROW(MChoiceLists::Get("cmbDestination"), std::logic_error);
+    EXPECT_EQ(MChoiceLists::Find("cmbDestination"), nullptr);
+}
+
+TEST(MChoiceLists, ATestPrintsNumbersStartInsideOfTheirRanges) {
+    for (const char* const strName : {"test-print-issue-count", "test-print-label-length"}) {
+        const MChoiceLists::Number& objNumber = MChoiceLists::GetNumber(strName);
+        EXPECT_GE(objNumber.m_iStart, objNumber.m_objRange.m_iMin) << strName;
+        EXPECT_LE(objNumber.m_iStart, objNumber.m_objRange.m_iMax) << strName;
+        EXPECT_EQ(MChoiceLists::Find(strName), nullptr) << "it is no list";
+    }
+    EXPECT_THROW(MChoiceLists::GetNumber("SeIssueCount"), std::logic_error);
 }
