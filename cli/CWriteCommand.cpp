@@ -142,10 +142,10 @@ CWriteRequest CWriteCommand::Request(const CTarget& p_objTarget, COutput& p_objO
         objWanted.Add("", "no setting is named that a printer can be told");
     }
     p_objOutput.Json()["target"] = m_strTarget;
+    p_objOutput.Json()["left_out"] = objWanted.LeftOut();
     if (!objWanted.Problems().empty()) {
         Refuse(objWanted, p_objTarget, p_objOutput);
     }
-    p_objOutput.Json()["left_out"] = objWanted.LeftOut();
     if (!objWanted.LeftOut().empty()) {
         p_objOutput.Note("not sent, for a printer only reports it: " +
                          MSaving::Joined(objWanted.LeftOut()));

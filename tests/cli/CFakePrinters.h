@@ -36,6 +36,9 @@ struct CFakePrinter {
 class CFakePrinters : public IPrinterConnector {
 public:
     std::map<std::string, CFakePrinter> m_objPrinters;
+    /// Makes every printer, and says where any is; those above are none then.
+    std::function<std::unique_ptr<IPrinter>(const CTarget&)> m_fnConnect;
+    std::function<bool(const CTarget&)> m_fnIsTaken;
     std::vector<std::string> m_strAsked;  ///< "lan:a: read speed, parity", "usb: status"
     std::vector<std::chrono::milliseconds> m_iPauses;
     double m_dNow = 0;
@@ -44,6 +47,10 @@ public:
     std::unique_ptr<IPrinter> Connect(const CTarget& p_objTarget,
                                       std::chrono::milliseconds p_iPause,
                                       ISessionEvents& p_objEvents) override {
+        if (m_fnConnect) {
+            m_iPauses.push_back(p_iPause);
+            return m_fnConnect(p_objTarget);
+        }
         const CFakePrinter& objPrinter = m_objPrinters[p_objTarget.m_strText];
         if (objPrinter.m_objRefused) {
             throw CCommandError(*objPrinter.m_objRefused);
@@ -54,6 +61,9 @@ public:
     }
 
     bool IsTaken(const CTarget& p_objTarget) override {
+        if (m_fnIsTaken) {
+            return m_fnIsTaken(p_objTarget);
+        }
         return m_objPrinters[p_objTarget.m_strText].m_objFailure.IsNone();
     }
     std::string KeyOf(const CTarget& p_objTarget) override {
