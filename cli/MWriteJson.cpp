@@ -51,6 +51,13 @@ std::string Cell(const Row& p_objRow, const CSnapshot& p_objSnapshot) {
                                            : "not known";
 }
 
+const char* Prospect(const Row& p_objRow, const CWriteReport& p_objReport) {
+    const CWritePlan& objPlan = p_objReport.m_objPlan;
+    return MSettingText::Same(p_objRow, objPlan.m_objBefore.Items(), objPlan.m_objAfter.Items())
+               ? "same"
+               : "to be changed";
+}
+
 }  // namespace
 
 namespace MWriteJson {
@@ -81,7 +88,8 @@ CTable Table(const CWriteReport& p_objReport) {
         if (objFound != p_objReport.m_objResults.end()) {
             objTable.Add({objFound->first, Cell(objRow, p_objReport.m_objBefore),
                           Cell(objRow, Afterwards(p_objReport)),
-                          bWould ? "-" : MWriteText::Word(objFound->second)});
+                          bWould ? Prospect(objRow, p_objReport)
+                                 : MWriteText::Word(objFound->second)});
         }
     }
     return objTable;

@@ -32,6 +32,11 @@ Rows Differing(const Rows& p_objRows, const CSnapshot& p_objOne, const CSnapshot
     return objRows;
 }
 
+MWritePlan::Ends Ends(const CWriteRequest& p_objRequest, const CWriteReport& p_objReport) {
+    return {p_objReport.m_objBefore, p_objRequest.m_objWanted, p_objRequest.m_objVouched,
+            p_objRequest.m_objLinkStands, p_objRequest.m_iLink};
+}
+
 /// All that has to be read before the plan can be made.
 Rows RowsToRead(const CWriteRequest& p_objRequest) {
     Rows objRows = MWritePlan::ToRead(p_objRequest.m_objWanted);
@@ -71,6 +76,7 @@ CWriteReport CWriteJob::Run(const CWriteRequest& p_objRequest) {
     CWriteReport objReport;
     objReport.m_objWanted = p_objRequest.m_objWanted;
     const bool bGoesOn = Prepare(p_objRequest, objReport);
+    objReport.m_objFinally = objReport.m_objBefore;
     objReport.m_objResults = MWriteResults::OfNone(objReport);
     if (!bGoesOn) {
         return objReport;
@@ -102,7 +108,7 @@ bool CWriteJob::Prepare(const CWriteRequest& p_objRequest, CWriteReport& p_objRe
         p_objReport.m_iEnd = End::WouldChange;
         return false;
     }
-    if (!IsReady(p_objReport) || !TakeOthers(p_objReport)) {
+    if (!IsReady(p_objReport)) {
         return false;
     }
     if (!m_objJournal.Open(p_objReport.m_objPlan)) {
@@ -112,37 +118,46 @@ bool CWriteJob::Prepare(const CWriteRequest& p_objRequest, CWriteReport& p_objRe
     return true;
 }
 
+/// Two readings that agree. The later ones bring everything when something has to be changed: what
+/// the commands do not carry has to stay as it is.
 bool CWriteJob::TakeSnapshot(const CWriteRequest& p_objRequest, CWriteReport& p_objReport) {
     const Rows objRows = RowsToRead(p_objRequest);
-    std::optional<CReadReport> objFormer;
-    for (int i = 0; i < SnapshotReadings; ++i) {
-        m_objEvents.OnStage(Stage::Reading, static_cast<std::size_t>(i) + 1, 0);
-        const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({});
-        p_objReport.m_iWhy = Why::NotRead;
-        if (!objPrinter) {
-            p_objReport.m_objRead.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
+    if (!Read(objRows, p_objReport)) {
+        return false;
+    }
+    const CWritePlan objFirst = MWritePlan::Make(Ends(p_objRequest, p_objReport));
+    const Rows objAll = objFirst.m_objSteps.empty() ? objRows : MWritePlan::Lasting();
+    for (int i = 1; i < SnapshotReadings; ++i) {
+        const CSnapshot objFormer = p_objReport.m_objBefore;
+        if (!Read(objAll, p_objReport)) {
             return false;
         }
-        const CReadReport objRead = objPrinter->Read(objRows);
-        p_objReport.m_bSent |= objRead.m_bSent;
-        if (!objRead.m_objFailure.IsNone()) {
-            p_objReport.m_objRead = objRead;
-            p_objReport.m_objRead.m_bSent = p_objReport.m_bSent;
-            return false;
+        p_objReport.m_objRows = Differing(objRows, objFormer, p_objReport.m_objBefore);
+        if (p_objReport.m_objRows.empty()) {
+            return true;
         }
-        p_objReport.m_objBefore = objRead.m_objSnapshot;
-        if (objFormer) {
-            p_objReport.m_objRows =
-                Differing(objRows, objFormer->m_objSnapshot, objRead.m_objSnapshot);
-            if (p_objReport.m_objRows.empty()) {
-                p_objReport.m_iWhy = Why::None;
-                return true;
-            }
-        }
-        objFormer = objRead;
     }
     p_objReport.m_iWhy = Why::Unsteady;
     return false;
+}
+
+/// One reading before the change; what fails is told.
+bool CWriteJob::Read(const Rows& p_objRows, CWriteReport& p_objReport) {
+    m_objEvents.OnStage(Stage::Reading, 0, 0);
+    CReadReport objRead;
+    objRead.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
+    if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({})) {
+        objRead = objPrinter->Read(p_objRows);
+    }
+    p_objReport.m_bSent |= objRead.m_bSent;
+    if (!objRead.m_objFailure.IsNone()) {
+        p_objReport.m_iWhy = Why::NotRead;
+        p_objReport.m_objRead = objRead;
+        p_objReport.m_objRead.m_bSent = p_objReport.m_bSent;
+        return false;
+    }
+    p_objReport.m_objBefore = objRead.m_objSnapshot;
+    return true;
 }
 
 bool CWriteJob::IsExpected(const CWriteRequest& p_objRequest, CWriteReport& p_objReport) const {
@@ -164,11 +179,10 @@ bool CWriteJob::IsExpected(const CWriteRequest& p_objRequest, CWriteReport& p_ob
 }
 
 bool CWriteJob::MakePlan(const CWriteRequest& p_objRequest, CWriteReport& p_objReport) {
-    const MWritePlan::Ends objEnds{p_objReport.m_objBefore, p_objRequest.m_objWanted,
-                                   p_objRequest.m_objVouched, p_objRequest.m_objLinkStands,
-                                   p_objRequest.m_iLink};
+    const MWritePlan::Ends objEnds = Ends(p_objRequest, p_objReport);
     CWritePlan& objPlan = p_objReport.m_objPlan;
     objPlan = MWritePlan::Make(objEnds);
+    MWritePlan::TakeOthers(p_objReport.m_objBefore, objPlan);
     const bool bTexts =
         std::ranges::all_of(objPlan.m_objSteps, [&](const CWritePlan::Step& p_objStep) {
             return !CWritePlan::Text(p_objStep.m_iCommand, objPlan.m_objBefore).empty() &&
@@ -214,34 +228,8 @@ bool CWriteJob::IsReady(CWriteReport& p_objReport) {
     return true;
 }
 
-/// Reads what has not been read yet, so that it is known what has to stay.
-bool CWriteJob::TakeOthers(CWriteReport& p_objReport) {
-    CSnapshot objOthers = p_objReport.m_objBefore;
-    std::set<std::int16_t> iRead;
-    for (const Row& objRow : MSettings::All()) {
-        if (objOthers.IsKnown(objRow)) {
-            iRead.insert(MSettingRoute::ReportedIn(objRow));
-        }
-    }
-    MWritePlan::TakeOthers(p_objReport.m_objBefore, p_objReport.m_objPlan);
-    const Rows objRows = MWritePlan::ToReadBesides(iRead);
-    if (objRows.empty()) {
-        return true;
-    }
-    if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({})) {
-        p_objReport.m_objRead = objPrinter->Read(objRows);
-    }
-    if (!p_objReport.m_objRead.m_objFailure.IsNone() || p_objReport.m_objRead.m_iAnswered.empty()) {
-        p_objReport.m_objRead.m_bSent = true;
-        p_objReport.m_iWhy = Why::NotRead;
-        return false;
-    }
-    MWritePlan::TakeOthers(p_objReport.m_objRead.m_objSnapshot, p_objReport.m_objPlan);
-    return true;
-}
-
-bool CWriteJob::AreOthersAsBefore(CWriteRun& p_objRun, CWriteReport& p_objReport) {
-    const Rows objRows = p_objRun.FindOthersChanged();
+bool CWriteJob::AreOthersAsBefore(const CWriteRun& p_objRun, CWriteReport& p_objReport) {
+    const Rows objRows = p_objRun.OthersChanged();
     if (!objRows.empty()) {
         p_objReport.m_iWhy = Why::OthersChanged;
         p_objReport.m_objRows = objRows;
@@ -254,13 +242,12 @@ bool CWriteJob::CarryOut(CWriteRun& p_objRun, CWriteReport& p_objReport) {
         return false;
     }
     m_objEvents.OnStage(Stage::ReadingBack, 0, 0);
-    if (p_objRun.ReadBack(p_objReport.m_objPlan.m_objAfter)) {
+    if (p_objRun.ReadBack()) {
         return true;
     }
     p_objReport.m_iWhy = p_objRun.IsRead() ? Why::OtherThanWanted : Why::NotReadBack;
     p_objReport.m_objRead = p_objRun.Last();
-    p_objReport.m_objRows =
-        p_objRun.IsRead() ? p_objRun.Differing(p_objReport.m_objPlan.m_objAfter) : Rows();
+    p_objReport.m_objRows = p_objRun.IsRead() ? p_objRun.Unmet() : Rows();
     return false;
 }
 
@@ -299,7 +286,7 @@ CWriteReport CWriteJob::Restore(const CWritePlan& p_objPlan, double p_dReach) {
         objReport.m_objRead = objRun.Last();
     } else if (objReport.m_iEnd == End::PersonNeeded && objReport.m_iWhy == Why::None) {
         objReport.m_iWhy = Why::OtherThanWanted;
-        objReport.m_objRows = objRun.Differing(p_objPlan.m_objBefore);
+        objReport.m_objRows = objRun.Unrestored();
     }
     Finish(objRun, objReport);
     objReport.m_objResults = MWriteResults::Of(objReport, objRun, {});
@@ -313,14 +300,14 @@ CWriteReport CWriteJob::Look(const CWritePlan& p_objPlan, double p_dReach) {
     CWriteRun objRun(objReport.m_objPlan, m_objWays, m_objEvents, p_dReach);
     objRun.AssumeSent();
     objReport.m_iEnd = End::PersonNeeded;
-    objRun.ReadBack(p_objPlan.m_objAfter);
+    objRun.ReadBack();
     if (!objRun.IsRead()) {
         objReport.m_iWhy = Why::NotReadBack;
         objReport.m_objRead = objRun.Last();
-    } else if (objRun.Differing(p_objPlan.m_objAfter).empty()) {
-        objReport.m_iEnd = End::Changed;
-    } else if (objRun.Differing(p_objPlan.m_objBefore).empty()) {
-        objReport.m_iEnd = End::Undone;
+    } else if (AreOthersAsBefore(objRun, objReport)) {
+        objReport.m_iEnd = objRun.Unmet().empty()        ? End::Changed
+                           : objRun.Unrestored().empty() ? End::Undone
+                                                         : End::PersonNeeded;
     }
     objReport.m_objFinally = objRun.Last().m_objSnapshot;
     objReport.m_objPlace = objRun.Place();

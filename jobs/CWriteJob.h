@@ -36,11 +36,11 @@ private:
 
     bool Prepare(const CWriteRequest& p_objRequest, CWriteReport& p_objReport);
     bool TakeSnapshot(const CWriteRequest& p_objRequest, CWriteReport& p_objReport);
+    bool Read(const CWritePlan::Rows& p_objRows, CWriteReport& p_objReport);
     bool IsExpected(const CWriteRequest& p_objRequest, CWriteReport& p_objReport) const;
     bool MakePlan(const CWriteRequest& p_objRequest, CWriteReport& p_objReport);
     bool IsReady(CWriteReport& p_objReport);
-    bool TakeOthers(CWriteReport& p_objReport);
-    static bool AreOthersAsBefore(CWriteRun& p_objRun, CWriteReport& p_objReport);
+    static bool AreOthersAsBefore(const CWriteRun& p_objRun, CWriteReport& p_objReport);
     bool CarryOut(CWriteRun& p_objRun, CWriteReport& p_objReport);
     void Undo(CWriteRun& p_objRun, CWriteReport& p_objReport);
     void Finish(const CWriteRun& p_objRun, CWriteReport& p_objReport);

@@ -1,9 +1,11 @@
 #include "jobs/CWritePlan.h"
 
+#include "jobs/MWritePlan.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace {
@@ -12,11 +14,6 @@ using Rows = CWritePlan::Rows;
 
 bool IsReported(const MSettings::Row& p_objRow) {
     return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
-}
-
-/// Whether a setting is reported, and stays what it is until somebody changes it.
-bool IsLasting(const MSettings::Row& p_objRow) {
-    return IsReported(p_objRow) && MSettingRoute::ReportedIn(p_objRow) != MAnswer::Sensor;
 }
 
 /// No byte of a field may look like the end of the command or the beginning of another.
@@ -65,12 +62,11 @@ Rows CWritePlan::Unreported() const {
 Rows CWritePlan::Others() const {
     const Rows objCarried = Carried();
     Rows objRows;
-    for (const MSettings::Row& objRow : MSettings::All()) {
-        if (IsLasting(objRow) && m_objBefore.IsKnown(objRow) &&
-            std::ranges::find(objCarried, &objRow) == objCarried.end()) {
-            objRows.push_back(&objRow);
-        }
-    }
+    std::ranges::copy_if(MWritePlan::Lasting(), std::back_inserter(objRows),
+                         [&](const MSettings::Row* p_objRow) {
+                             return m_objBefore.IsKnown(*p_objRow) &&
+                                    std::ranges::find(objCarried, p_objRow) == objCarried.end();
+                         });
     return objRows;
 }
 
@@ -85,14 +81,20 @@ std::string CWritePlan::Text(Command p_iCommand, const CSnapshot& p_objSnapshot)
 
 std::vector<CPrinterPlace> CWritePlan::Places(std::size_t p_iDone) const {
     std::vector<CPrinterPlace> objPlaces;
-    for (std::size_t i = std::min(p_iDone, m_objSteps.size()); i > 0; --i) {
-        const CPrinterPlace& objPlace = m_objSteps[i - 1].m_objPlace;
-        if (std::ranges::find(objPlaces, objPlace) == objPlaces.end()) {
-            objPlaces.push_back(objPlace);
+    const auto fnAdd = [&](const CPrinterPlace& p_objPlace) {
+        if (std::ranges::find(objPlaces, p_objPlace) == objPlaces.end()) {
+            objPlaces.push_back(p_objPlace);
         }
+    };
+    for (std::size_t i = std::min(p_iDone, m_objSteps.size()); i > 0; --i) {
+        fnAdd(m_objSteps[i - 1].m_objPlace);
     }
-    if (std::ranges::find(objPlaces, CPrinterPlace{}) == objPlaces.end()) {
-        objPlaces.emplace_back();
+    fnAdd({});
+    // A printer may have taken its new address and not its new port, or the other way round.
+    for (const CPrinterPlace& objOne : std::vector(objPlaces)) {
+        for (const CPrinterPlace& objOther : std::vector(objPlaces)) {
+            fnAdd({objOne.m_strHost, objOther.m_iPort, objOne.m_strLine});
+        }
     }
     return objPlaces;
 }

@@ -21,6 +21,18 @@ bool IsReported(const MSettings::Row& p_objRow) {
     return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
 }
 
+/// Where a printer is when a step has been undone.
+CPrinterPlace Behind(const Step& p_objStep, CPrinterPlace p_objPlace) {
+    if (p_objStep.m_iCommand == MSettingRoute::Command::IpAddress) {
+        p_objPlace.m_strHost.clear();
+    } else if (p_objStep.m_iCommand == MSettingRoute::Command::SocketPort) {
+        p_objPlace.m_iPort.reset();
+    } else {
+        p_objPlace.m_strLine.clear();
+    }
+    return p_objPlace;
+}
+
 }  // namespace
 
 CWriteRun::CWriteRun(const CWritePlan& p_objPlan, IPrinterWays& p_objWays,
@@ -64,22 +76,22 @@ bool CWriteRun::Send(CWriteReport& p_objReport) {
             return false;
         }
         if (objStep.m_bCuts) {
-            ComeTo(objStep.m_objPlace);
+            m_objPlaces = m_objPlan.Places(iStep);
         }
     }
     return true;
 }
 
-bool CWriteRun::ReadBack(const CSnapshot& p_objExpected) {
+bool CWriteRun::ReadUntil(Rows (CWriteRun::*p_fnDiffering)() const) {
     for (int i = 0; i < Readings; ++i) {
         if (i > 0) {
             m_objWays.Wait(BetweenReadings);
         }
-        Read(m_objPlan.Reported());
+        Read();
         if (!IsRead()) {
             return false;
         }
-        if (Differing(p_objExpected).empty()) {
+        if ((this->*p_fnDiffering)().empty()) {
             return true;
         }
     }
@@ -89,13 +101,13 @@ bool CWriteRun::ReadBack(const CSnapshot& p_objExpected) {
 bool CWriteRun::Restore() {
     for (int iRound = 0; iRound < Rounds; ++iRound) {
         m_objEvents.OnStage(Stage::Restoring, 0, 0);
-        Read(m_objPlan.Reported());
+        Read();
         if (!IsRead()) {
             return false;
         }
         const std::vector<const Step*> objSteps = ToUndo(iRound == 0);
         if (objSteps.empty()) {
-            return Differing(m_objPlan.m_objBefore).empty();
+            return Unrestored().empty();
         }
         std::size_t iStep = 0;
         for (const Step* const objStep : objSteps) {
@@ -103,53 +115,54 @@ bool CWriteRun::Restore() {
             // Whether it has worked is told by what is read afterwards, not by the answer.
             SendText(CWritePlan::Text(objStep->m_iCommand, m_objPlan.m_objBefore));
             if (objStep->m_bCuts) {
-                ComeTo({});
+                ComeTo(Behind(*objStep, Place()));
             }
         }
-        if (ReadBack(m_objPlan.m_objBefore)) {
+        if (ReadUntil(&CWriteRun::Unrestored)) {
             return true;
         }
     }
     return false;
 }
 
-Rows CWriteRun::FindOthersChanged() {
-    const CReadReport objCarried = m_objLast;
-    Rows objOthers = m_objPlan.Others();
-    const Rows objUnread = MWritePlan::ToReadBesides(objCarried.m_iAnswered);
-    if (!objUnread.empty()) {
-        Read(objUnread);
-        if (!IsRead()) {
-            return objOthers;
-        }
-    }
-    std::erase_if(objOthers, [&](const MSettings::Row* p_objRow) {
-        const CSnapshot& objHeld = objCarried.m_objSnapshot.IsKnown(*p_objRow)
-                                       ? objCarried.m_objSnapshot
-                                       : m_objLast.m_objSnapshot;
-        return objHeld.IsKnown(*p_objRow) &&
-               MSettingText::Same(*p_objRow, objHeld.Items(), m_objPlan.m_objBefore.Items());
-    });
-    m_objLast = objCarried;
-    return objOthers;
-}
-
 bool CWriteRun::IsRead() const {
     return m_objLast.m_objFailure.IsNone() && !m_objLast.m_iAnswered.empty();
 }
 
-Rows CWriteRun::Differing(const CSnapshot& p_objExpected) const {
+Rows CWriteRun::Unmet() const {
     Rows objRows = m_objPlan.Reported();
     std::erase_if(objRows, [&](const MSettings::Row* p_objRow) {
         return m_objLast.m_objSnapshot.IsKnown(*p_objRow) &&
                MSettingText::Same(*p_objRow, m_objLast.m_objSnapshot.Items(),
-                                  p_objExpected.Items());
+                                  m_objPlan.m_objAfter.Items());
     });
     return objRows;
 }
 
-/// Reads the printer wherever it may be, for as long as it is sought.
-void CWriteRun::Read(const Rows& p_objRows) {
+Rows CWriteRun::Unrestored() const {
+    Rows objRows = m_objPlan.Reported();
+    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) { return IsAsBefore(*p_objRow); });
+    return objRows;
+}
+
+Rows CWriteRun::OthersChanged() const {
+    Rows objRows = m_objPlan.Others();
+    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) { return IsAsBefore(*p_objRow); });
+    return objRows;
+}
+
+bool CWriteRun::IsAsBefore(const MSettings::Row& p_objRow) const {
+    return m_objLast.m_objSnapshot.IsKnown(p_objRow) &&
+           MWritePlan::HoldSameFields(p_objRow, m_objLast.m_objSnapshot, m_objPlan.m_objBefore);
+}
+
+/// Reads everything that has to be as it was or as wanted, at one go: a printer that has lost its
+/// power in between would not be noticed otherwise. Wherever it may be, for as long as it is
+/// sought.
+void CWriteRun::Read() {
+    Rows objRows = m_objPlan.Reported();
+    const Rows objOthers = m_objPlan.Others();
+    objRows.insert(objRows.end(), objOthers.begin(), objOthers.end());
     const double dStart = m_objWays.Now();
     while (true) {
         for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
@@ -159,7 +172,7 @@ void CWriteRun::Read(const Rows& p_objRows) {
                 m_objLast.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
                 continue;
             }
-            m_objLast = objPrinter->Read(p_objRows);
+            m_objLast = objPrinter->Read(objRows);
             if (IsRead()) {
                 ComeTo(objPlace);
                 return;
@@ -205,7 +218,7 @@ void CWriteRun::ComeTo(const CPrinterPlace& p_objPlace) {
 /// What has to be sent so that the printer is as it was: what it reports otherwise, and at first
 /// what it does not report and what was sent with another value than the one before.
 std::vector<const Step*> CWriteRun::ToUndo(bool p_bFirst) const {
-    const Rows objDiffering = Differing(m_objPlan.m_objBefore);
+    const Rows objDiffering = Unrestored();
     std::vector<const Step*> objSteps;
     for (const Step& objStep : m_objPlan.m_objSteps) {
         const bool bDiffers =

@@ -32,15 +32,11 @@ public:
     /// that cuts the link may go unanswered.
     bool Send(CWriteReport& p_objReport);
 
-    /// Reads until the printer holds p_objExpected, as often as Readings says. True when it does.
-    bool ReadBack(const CSnapshot& p_objExpected);
+    /// Reads until the printer holds what is wanted, as often as Readings says. True when it does.
+    bool ReadBack() { return ReadUntil(&CWriteRun::Unmet); }
 
     /// Brings back what was before, of everything that may have been sent, and verifies it.
     bool Restore();
-
-    /// Reads what the last reading has not brought of everything that has to stay as it was, and
-    /// tells what has not. To be called when the last reading is whole; it may fail in this.
-    CWritePlan::Rows FindOthersChanged();
 
     /// A command may have gone out.
     [[nodiscard]] bool HasSent() const { return m_iSent > 0; }
@@ -55,13 +51,19 @@ public:
     /// The last reading: whole, or failed.
     [[nodiscard]] const CReadReport& Last() const { return m_objLast; }
     [[nodiscard]] bool IsRead() const;
-    /// What the steps carry and the last reading has brought otherwise than in p_objExpected.
-    [[nodiscard]] CWritePlan::Rows Differing(const CSnapshot& p_objExpected) const;
+    /// What the steps carry and the last reading has brought with another value than is wanted,
+    /// or with other fields than there were before.
+    [[nodiscard]] CWritePlan::Rows Unmet() const;
+    [[nodiscard]] CWritePlan::Rows Unrestored() const;
+    /// What the steps do not carry and the last reading has brought otherwise than it was.
+    [[nodiscard]] CWritePlan::Rows OthersChanged() const;
     /// Where the printer has answered last.
     [[nodiscard]] const CPrinterPlace& Place() const { return m_objPlaces.front(); }
 
 private:
-    void Read(const CWritePlan::Rows& p_objRows);
+    void Read();
+    bool ReadUntil(CWritePlan::Rows (CWriteRun::*p_fnDiffering)() const);
+    [[nodiscard]] bool IsAsBefore(const MSettings::Row& p_objRow) const;
     CStatusReport SendText(const std::string& p_strText);
     void ComeTo(const CPrinterPlace& p_objPlace);
     [[nodiscard]] std::vector<const CWritePlan::Step*> ToUndo(bool p_bFirst) const;

@@ -169,11 +169,10 @@ CWritePlan Make(const Ends& p_objEnds) {
     return objPlan;
 }
 
-Rows ToReadBesides(const std::set<std::int16_t>& p_iRead) {
+Rows Lasting() {
     Rows objRows;
     for (const Row& objRow : MSettings::All()) {
-        const std::int16_t iGroup = MSettingRoute::ReportedIn(objRow);
-        if (IsReported(objRow) && iGroup != MAnswer::Sensor && !p_iRead.contains(iGroup)) {
+        if (IsReported(objRow) && MSettingRoute::ReportedIn(objRow) != MAnswer::Sensor) {
             objRows.push_back(&objRow);
         }
     }
@@ -199,6 +198,17 @@ Rows Missing(const CWritePlan& p_objPlan) {
 Rows LinkChanges(const CWritePlan& p_objPlan, const Ends& p_objEnds) {
     return Filtered(p_objPlan.Carried(),
                     [&](const Row& p_objRow) { return IsLinkChange(p_objRow, p_objEnds); });
+}
+
+bool HoldSameFields(const Row& p_objRow, const CSnapshot& p_objOne, const CSnapshot& p_objOther) {
+    CSnapshot objOne;
+    CSnapshot objOther;
+    Take(p_objRow, p_objOne, objOne);
+    Take(p_objRow, p_objOther, objOther);
+    return std::ranges::all_of(p_objRow.Items(), [&](MSettings::Slot p_objSlot) {
+        return (objOne.Items().*p_objSlot)->GetValueString() ==
+               (objOther.Items().*p_objSlot)->GetValueString();
+    });
 }
 
 Rows Unreadable(const CWritePlan& p_objPlan) {

@@ -2,9 +2,6 @@
 
 #include "jobs/CWritePlan.h"
 
-#include <cstdint>
-#include <set>
-
 /// Making the plan of a change.
 namespace MWritePlan {
 
@@ -29,9 +26,8 @@ struct Ends {
 /// where the printer is.
 CWritePlan Make(const Ends& p_objEnds);
 
-/// What stands in answers other than those in p_iRead, and lasts: what has to be read besides so
-/// that a plan knows everything that has to stay.
-CWritePlan::Rows ToReadBesides(const std::set<std::int16_t>& p_iRead);
+/// Everything that is reported and stays what it is until somebody changes it.
+CWritePlan::Rows Lasting();
 
 /// Takes everything that is known in p_objRead and that the plan does not carry into what was
 /// before and is to be afterwards.
@@ -47,5 +43,10 @@ CWritePlan::Rows LinkChanges(const CWritePlan& p_objPlan, const Ends& p_objEnds)
 /// Settings that travel with what is wanted, and of which the printer has told no value of theirs:
 /// they could not be sent back.
 CWritePlan::Rows Unreadable(const CWritePlan& p_objPlan);
+
+/// Whether both hold the very same fields of a setting; "-000" is not "+000". What fills a text up
+/// is no part of it. Both hold a value of the setting.
+bool HoldSameFields(const MSettings::Row& p_objRow, const CSnapshot& p_objOne,
+                    const CSnapshot& p_objOther);
 
 }  // namespace MWritePlan

@@ -1,5 +1,6 @@
 #include "jobs/MWriteResults.h"
 
+#include "jobs/MWritePlan.h"
 #include "model/MSettingText.h"
 #include "protocol/MAnswer.h"
 
@@ -45,7 +46,8 @@ public:
             (bChanges && Holds(objHeld, p_objRow, objPlan.m_objAfter))) {
             return bChanges ? Result::Changed : Result::Same;
         }
-        if (!Holds(objHeld, p_objRow, objPlan.m_objBefore)) {
+        if (!objHeld.IsKnown(p_objRow) ||
+            !MWritePlan::HoldSameFields(p_objRow, objHeld, objPlan.m_objBefore)) {
             return Result::Mismatch;
         }
         if (!bSent || !bChanges) {
