@@ -1,5 +1,6 @@
 #include "tests/platform_qt/CSteppedProcess.h"
 
+#include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <poll.h>
@@ -10,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -17,6 +19,8 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -30,10 +34,10 @@ constexpr int CouldNotTry = 2;
 constexpr std::array Watched{
     SYS_faccessat, SYS_openat,   SYS_write,     SYS_close,    SYS_fsync,
     SYS_fdatasync, SYS_fchmod,   SYS_fchown,    SYS_flock,    SYS_linkat,
-    SYS_unlinkat,  SYS_renameat, SYS_renameat2,
+    SYS_unlinkat,  SYS_renameat, SYS_renameat2, SYS_mkdirat, 
 #ifdef SYS_rename
     SYS_access,    SYS_open,     SYS_link,      SYS_unlink,   SYS_rename,
-    SYS_chmod,     SYS_chown,
+    SYS_chmod,     SYS_chown,    SYS_mkdir,
 #endif
     SYS_fchmodat,  SYS_fchownat, SYS_ftruncate, SYS_pwrite64, SYS_writev,
 };
@@ -127,17 +131,16 @@ void Answer(int p_iWatch, std::uint64_t p_iId, int p_iError) {
 }
 
 CSteppedProcess::Call CallOf(pid_t p_iProcess, const seccomp_data& p_objData) {
-    std::error_code objError;
-    const auto objFile =
-        std::filesystem::read_symlink("/proc/" + std::to_string(p_iProcess) + "/fd/" +
-                                          std::to_string(static_cast<int>(p_objData.args[0])),
-                                      objError);
-    return {p_objData.nr, objFile.string()};
+    CSteppedProcess::Call objCall{p_objData.nr, {}, p_iProcess, {}};
+    std::copy(std::begin(p_objData.args), std::end(p_objData.args), objCall.m_iArguments.begin());
+    objCall.m_strFile = objCall.FileOf(0);
+    return objCall;
 }
 
 void Supervise(pid_t p_iProcess, int p_iWatch, const CSteppedProcess::Decide& p_fnDecide) {
     while (const auto objNotice = Next(p_iWatch)) {
-        const int iVerdict = p_fnDecide(CallOf(p_iProcess, objNotice->data));
+        const int iVerdict =
+            p_fnDecide(CallOf(static_cast<pid_t>(objNotice->pid), objNotice->data));
         if (iVerdict == CSteppedProcess::Kill) {
             ::kill(p_iProcess, SIGKILL);
             return;
@@ -155,10 +158,9 @@ void Supervise(pid_t p_iProcess, int p_iWatch, const CSteppedProcess::Decide& p_
     ::_exit(p_fnWork() ? 0 : 1);
 }
 
-}  // namespace
-
-CSteppedProcess::Ended CSteppedProcess::Run(const std::function<bool()>& p_fnWork,
-                                            Nameless p_iNameless, const Decide& p_fnDecide) {
+/// What waitpid tells of the process in the end.
+int RunStepped(const std::function<bool()>& p_fnWork, CSteppedProcess::Nameless p_iNameless,
+               const CSteppedProcess::Decide& p_fnDecide) {
     std::array<int, 2> iSockets{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, iSockets.data()) != 0) {
         throw std::runtime_error("no sockets");
@@ -179,8 +181,41 @@ CSteppedProcess::Ended CSteppedProcess::Run(const std::function<bool()>& p_fnWor
     if (iProcess < 0 || ::waitpid(iProcess, &iStatus, 0) != iProcess || iWatch < 0) {
         throw std::runtime_error("a process's calls cannot be heard of");
     }
+    return iStatus;
+}
+
+}  // namespace
+
+std::string CSteppedProcess::Call::FileOf(std::size_t p_iArgument) const {
+    const int iFile = static_cast<int>(m_iArguments.at(p_iArgument));
+    const std::string strProcess = "/proc/" + std::to_string(m_iProcess);
+    std::error_code objError;
+    return std::filesystem::read_symlink(iFile == AT_FDCWD
+                                             ? strProcess + "/cwd"
+                                             : strProcess + "/fd/" + std::to_string(iFile),
+                                         objError)
+        .string();
+}
+
+std::string CSteppedProcess::Call::TextOf(std::size_t p_iArgument) const {
+    std::ifstream objMemory("/proc/" + std::to_string(m_iProcess) + "/mem", std::ios::binary);
+    objMemory.seekg(static_cast<std::streamoff>(m_iArguments.at(p_iArgument)));
+    std::string strText;
+    std::getline(objMemory, strText, '\0');
+    return objMemory.good() ? strText : "";
+}
+
+CSteppedProcess::Ended CSteppedProcess::Run(const std::function<bool()>& p_fnWork,
+                                            Nameless p_iNameless, const Decide& p_fnDecide) {
+    const int iStatus = RunStepped(p_fnWork, p_iNameless, p_fnDecide);
     if (WIFSIGNALED(iStatus)) {
         return Ended::Killed;
     }
     return WEXITSTATUS(iStatus) == 0 ? Ended::Done : Ended::Refused;
+}
+
+std::optional<int> CSteppedProcess::RunProgram(const std::function<bool()>& p_fnWork,
+                                               const Decide& p_fnDecide) {
+    const int iStatus = RunStepped(p_fnWork, Nameless::Exist, p_fnDecide);
+    return WIFEXITED(iStatus) ? std::optional(WEXITSTATUS(iStatus)) : std::nullopt;
 }
