@@ -86,10 +86,10 @@ CTable Table(const CWriteReport& p_objReport) {
     for (const Row& objRow : MSettings::All()) {
         const auto objFound = p_objReport.m_objResults.find(objRow.m_strName);
         if (objFound != p_objReport.m_objResults.end()) {
-            objTable.Add({objFound->first, Cell(objRow, p_objReport.m_objBefore),
-                          Cell(objRow, Afterwards(p_objReport)),
-                          bWould ? Prospect(objRow, p_objReport)
-                                 : MWriteText::Word(objFound->second)});
+            objTable.Add(
+                {objFound->first, Cell(objRow, p_objReport.m_objBefore),
+                 Cell(objRow, Afterwards(p_objReport)),
+                 bWould ? Prospect(objRow, p_objReport) : MWriteText::Word(objFound->second)});
         }
     }
     return objTable;

@@ -18,7 +18,8 @@ public:
     virtual ~IStateStore() = default;
 
     /// Takes the lock of that name, at once or not at all; null when it cannot be had.
-    /// @param p_strHolder a line that tells others who holds it, such as "varden write, process 17".
+    /// @param p_strHolder a line that tells others who holds it, such as "varden write, process
+    /// 17".
     /// @param p_strWhy gets the holder's line when another has it, else what the system says.
     /// @param p_bHeld gets whether another has it.
     virtual std::unique_ptr<ILock> Lock(const std::string& p_strName,
@@ -26,7 +27,8 @@ public:
                                         bool& p_bHeld) = 0;
 
     /// Writes a file anew, all or nothing, and safely on the disk with its folder's entry before
-    /// this returns. False, and what stood there stands, when that fails. Only its owner may read it.
+    /// this returns. False, and what stood there stands, when that fails. Only its owner may read
+    /// it.
     virtual bool Write(const std::string& p_strName, const std::string& p_strBytes) = 0;
 
     /// A file's content; nothing when it is not there, cannot be read or has more than 1 MiB.

@@ -34,7 +34,7 @@ constexpr int CouldNotTry = 2;
 constexpr std::array Watched{
     SYS_faccessat, SYS_openat,   SYS_write,     SYS_close,    SYS_fsync,
     SYS_fdatasync, SYS_fchmod,   SYS_fchown,    SYS_flock,    SYS_linkat,
-    SYS_unlinkat,  SYS_renameat, SYS_renameat2, SYS_mkdirat, 
+    SYS_unlinkat,  SYS_renameat, SYS_renameat2, SYS_mkdirat,
 #ifdef SYS_rename
     SYS_access,    SYS_open,     SYS_link,      SYS_unlink,   SYS_rename,
     SYS_chmod,     SYS_chown,    SYS_mkdir,
