@@ -90,7 +90,9 @@ void CReadWriteFlow::ShowRead() {
     } catch (const std::out_of_range&) {
         // The same: a position that a list does not have.
     }
-    if (!bShown) {
+    if (bShown) {
+        m_objParameterPage.NoteRead();
+    } else {
         m_objMessageBox.Show("Error RefreshParameterSettingItem", MessageIcon::None);
     }
 }
@@ -119,8 +121,8 @@ void CReadWriteFlow::ReadLanGroup() {
         return;
     }
     m_objExchange.Pause(PauseSeconds);
-    if (!m_objWaiter.MustStop()) {
-        m_objLanPage.Refresh();
+    if (!m_objWaiter.MustStop() && m_objLanPage.Refresh()) {
+        m_objLanPage.NoteRead();
     }
 }
 

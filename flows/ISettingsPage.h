@@ -12,6 +12,9 @@ public:
     /// Copies the items' current values into the page.
     virtual bool Refresh() = 0;
 
+    /// What a Refresh has just shown whole came from the printer, and not from a file.
+    virtual void NoteRead() {}
+
     /// Copies what the page shows into the items.
     virtual bool Store() = 0;
 };

@@ -70,7 +70,21 @@ CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding:
     return objBound;
 }
 
-bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) const {
+std::vector<QWidget*> CFormBinding::Controls() const {
+    std::vector<QWidget*> objControls;
+    for (const Bound& objBound : m_objBound) {
+        for (QWidget* const objControl :
+             std::initializer_list<QWidget*>{objBound.m_cmb, objBound.m_Se, objBound.m_txt}) {
+            if (objControl != nullptr) {
+                objControls.push_back(objControl);
+            }
+        }
+    }
+    return objControls;
+}
+
+bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) {
+    m_strRefused.clear();
     for (const Bound& objBound : m_objBound) {
         RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
     }
@@ -93,17 +107,23 @@ void CFormBinding::RefreshOne(const Bound& p_objBound, const CItemManager& p_obj
         Select(*p_objBound.m_cmb, vValue);
         break;
     case MBinding::Kind::SpinEdit:
-        p_objBound.m_Se->SetValue(vValue);
+        Show(*p_objBound.m_Se, vValue);
         break;
     case MBinding::Kind::SignedPair: {
         const CItem& objDirection = *(p_objItemManager.*objRow.m_objDirection);
-        p_objBound.m_Se->SetValue(MNumber::ToText(objDirection.GetValue(p_bDefaultValue)) +
-                                  MNumber::ToText(vValue));
+        Show(*p_objBound.m_Se,
+             MNumber::ToText(objDirection.GetValue(p_bDefaultValue)) + MNumber::ToText(vValue));
         break;
     }
     case MBinding::Kind::TextBox:
         p_objBound.m_txt->setText(MText::ToQt(MNumber::ToText(vValue)));
         break;
+    }
+}
+
+void CFormBinding::Show(UCSpinEdit& p_Se, const CItemValue& p_vValue) {
+    if (!p_Se.SetValue(p_vValue)) {
+        m_strRefused[&p_Se] = p_Se.TextFor(p_vValue);
     }
 }
 

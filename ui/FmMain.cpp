@@ -158,6 +158,8 @@ void FmMain::FormInitialize() {
     MListEntries::Fill(MListEntries::All(), *this);
     m_objTabs->setCurrentIndex(0);
     MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
+    m_objParameterPage->Baseline().Begin();
+    m_objLanPage->Baseline().Begin();
 }
 
 void FmMain::FillInterfaces() {

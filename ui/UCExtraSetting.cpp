@@ -95,6 +95,7 @@ UCExtraSetting::UCExtraSetting(const CPageBuilder& p_objBuilder,
     objGrid->setColumnStretch(1, 1);
     objGrid->setRowStretch(1, 1);
     m_objBinding.emplace(*this, MBinding::Lan());
+    m_objBaseline.emplace(m_objBinding->Controls());
 }
 
 bool UCExtraSetting::RefreshLanSettingItem(const CItemManager& p_objItemManager,

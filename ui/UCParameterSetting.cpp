@@ -87,6 +87,7 @@ UCParameterSetting::UCParameterSetting(const CPageBuilder& p_objBuilder,
     objGrid->setColumnStretch(1, 1);
     objGrid->setRowStretch(2, 1);
     m_objBinding.emplace(*this, MBinding::ParameterSetting());
+    m_objBaseline.emplace(m_objBinding->Controls());
 }
 
 bool UCParameterSetting::RefreshParameterSettingItem(const CItemManager& p_objItemManager,

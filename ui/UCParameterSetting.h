@@ -4,6 +4,7 @@
 #include "model/CItemManager.h"
 #include "ui/CFormBinding.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CReadBaseline.h"
 
 #include <QWidget>
 
@@ -26,6 +27,10 @@ public:
 
     bool Refresh() override { return RefreshParameterSettingItem(m_objItemManager, false); }
     bool Store() override { return StoreParameterSettingItem(m_objItemManager); }
+    void NoteRead() override { m_objBaseline->NoteRead(m_objBinding->Refused()); }
+
+    /// What the page held when it was last read; the window begins it.
+    [[nodiscard]] CReadBaseline& Baseline() { return *m_objBaseline; }
 
 private:
     QWidget* MakeParameterFrame(const CPageBuilder& p_objBuilder);
@@ -35,4 +40,5 @@ private:
 
     const CItemManager& m_objItemManager;
     std::optional<CFormBinding> m_objBinding;
+    std::optional<CReadBaseline> m_objBaseline;
 };

@@ -39,6 +39,7 @@ UCSpinEdit::UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent)
     , m_iButtonWidth(CSpinEditStyle::NativeWidth) {
     lineEdit()->setObjectName("CText");
     lineEdit()->installEventFilter(this);
+    connect(lineEdit(), &QLineEdit::textChanged, this, &UCSpinEdit::TextChanged);
     setFocusPolicy(Qt::StrongFocus);
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget* /*p_objFormer*/, const QWidget* p_objNow) {
@@ -181,6 +182,11 @@ bool UCSpinEdit::CommitText() {
     return Store(TypedNumber(strText));
 }
 
+bool UCSpinEdit::Enter(const QString& p_strText) {
+    ShowText(p_strText);
+    return CommitText();
+}
+
 bool UCSpinEdit::CommitFields(const QWidget& p_objWindow) {
     // What has the focus does not count: a window in which the toolkit sees no focus move, because
     // it takes it for one behind, can hold any number of fields that were not checked.
@@ -230,15 +236,22 @@ QString UCSpinEdit::TextOf(std::int32_t p_iValue) const {
     return MText::ToQt(MNumber::ToText(static_cast<double>(p_iValue)));
 }
 
+QString UCSpinEdit::TextFor(const CItemValue& p_vValue) const {
+    return TextOf(MNumber::RoundToInt32(MNumber::ToDouble(p_vValue)));
+}
+
 void UCSpinEdit::ShowValue() {
-    const QString strText = TextOf(m_iValue);
+    ShowText(TextOf(m_iValue));
+    update();  // the buttons show which way is left
+}
+
+void UCSpinEdit::ShowText(const QString& p_strText) {
     // The limit binds who types; it must not cut a value.
     const int iLimit = m_iLength > NoLengthLimit ? m_iLength : UnlimitedLength;
-    lineEdit()->setMaxLength(std::max(iLimit, static_cast<int>(strText.size())));
-    if (lineEdit()->text() != strText) {
-        lineEdit()->setText(strText);
+    lineEdit()->setMaxLength(std::max(iLimit, static_cast<int>(p_strText.size())));
+    if (lineEdit()->text() != p_strText) {
+        lineEdit()->setText(p_strText);
     }
-    update();  // the buttons show which way is left
 }
 
 bool UCSpinEdit::CanStep(bool p_bUp) const {

@@ -88,6 +88,13 @@ public:
     /// @return false when the range box had to be shown.
     bool CommitText();
 
+    /// Takes p_strText as if a person had typed it and left the field.
+    /// @return false when the range box had to be shown.
+    bool Enter(const QString& p_strText);
+
+    /// How the field would show p_vValue, which may be out of its range. Throws CConversionError.
+    [[nodiscard]] QString TextFor(const CItemValue& p_vValue) const;
+
     /// CommitText of every field of p_objWindow whose text is not that of the value it holds, in
     /// tab order, hidden ones too, whichever has the focus; the first that is refused ends it. For
     /// handlers that take the fields' values.
@@ -100,6 +107,10 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
     bool eventFilter(QObject* p_objWatched, QEvent* p_objEvent) override;
+
+signals:
+    /// What the text box shows is not what it was, by typing or otherwise.
+    void TextChanged();
 
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
@@ -115,6 +126,7 @@ private:
     void TakeFocusChange(const QWidget* p_objNow);
     void LayOutParts();
     void ShowValue();
+    void ShowText(const QString& p_strText);
     [[nodiscard]] double TypedNumber(const std::string& p_strText) const;
     [[nodiscard]] QString TextOf(std::int32_t p_iValue) const;
 

@@ -9,6 +9,7 @@ class CFakeSettingsPage : public ISettingsPage {
 public:
     int m_iRefreshes = 0;
     int m_iStores = 0;
+    int m_iNotedReads = 0;
     /// What happens, and with which result; may throw. Null succeeds.
     std::function<bool()> m_fnRefresh;
     std::function<bool()> m_fnStore;
@@ -17,6 +18,8 @@ public:
         ++m_iRefreshes;
         return !m_fnRefresh || m_fnRefresh();
     }
+
+    void NoteRead() override { ++m_iNotedReads; }
 
     bool Store() override {
         ++m_iStores;
