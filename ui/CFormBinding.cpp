@@ -1,5 +1,6 @@
 #include "ui/CFormBinding.h"
 
+#include "model/CConversionError.h"
 #include "model/MNumber.h"
 #include "platform/qt/MText.h"
 #include "ui/MControl.h"
@@ -12,10 +13,15 @@
 
 namespace {
 
+/// What people call a field.
+std::string NameOf(const QWidget& p_objField) {
+    return p_objField.accessibleName().toStdString();
+}
+
 void Select(QComboBox& p_cmb, const CItemValue& p_vValue) {
     const std::int16_t iPosition = MNumber::ToInt16(p_vValue);
     if (iPosition < 0 || iPosition >= p_cmb.count()) {
-        throw std::out_of_range("a list has no position " + std::to_string(iPosition));
+        throw std::out_of_range(NameOf(p_cmb) + " has no entry for " + std::to_string(iPosition));
     }
     p_cmb.setCurrentIndex(iPosition);
 }
@@ -70,15 +76,19 @@ CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding:
     return objBound;
 }
 
+QWidget* CFormBinding::Bound::Control() const {
+    for (QWidget* const objControl : std::initializer_list<QWidget*>{m_cmb, m_Se, m_txt}) {
+        if (objControl != nullptr) {
+            return objControl;
+        }
+    }
+    return nullptr;
+}
+
 std::vector<QWidget*> CFormBinding::Controls() const {
     std::vector<QWidget*> objControls;
     for (const Bound& objBound : m_objBound) {
-        for (QWidget* const objControl :
-             std::initializer_list<QWidget*>{objBound.m_cmb, objBound.m_Se, objBound.m_txt}) {
-            if (objControl != nullptr) {
-                objControls.push_back(objControl);
-            }
-        }
+        objControls.push_back(objBound.Control());
     }
     return objControls;
 }
@@ -86,7 +96,11 @@ std::vector<QWidget*> CFormBinding::Controls() const {
 bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) {
     m_strRefused.clear();
     for (const Bound& objBound : m_objBound) {
-        RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
+        try {
+            RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
+        } catch (const CConversionError& objError) {
+            throw CConversionError(NameOf(*objBound.Control()), objError);
+        }
     }
     return true;
 }

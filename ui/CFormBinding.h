@@ -47,6 +47,8 @@ private:
         QComboBox* m_cmb = nullptr;
         UCSpinEdit* m_Se = nullptr;
         QLineEdit* m_txt = nullptr;
+
+        [[nodiscard]] QWidget* Control() const;
     };
 
     static Bound Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow);

@@ -20,6 +20,7 @@ void CReadBaseline::Watch(QWidget& p_objField) {
         if (Compare(*objField)) {
             emit Changed();
         }
+        emit FieldShown(objField);
     };
     if (auto* const cmb = qobject_cast<QComboBox*>(&p_objField)) {
         connect(cmb, &QComboBox::currentTextChanged, this, OnChange);

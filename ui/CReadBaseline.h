@@ -54,6 +54,9 @@ signals:
     /// WasRead, ChangedCount, or which fields differ is not what it was.
     void Changed();
 
+    /// p_objField shows something else than it did. Comes last.
+    void FieldShown(QWidget* p_objField);
+
     /// IsChanged or Held of p_objField is not what it was. Comes before Changed.
     void FieldChanged(QWidget* p_objField);
 

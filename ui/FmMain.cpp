@@ -4,8 +4,12 @@
 #include "flows/MStart.h"
 #include "model/MSettings.h"
 #include "platform/qt/MText.h"
+#include "ui/CPageTeller.h"
+#include "ui/CStatusLine.h"
+#include "ui/CToldPage.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
+#include "ui/MDoing.h"
 #include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
 #include "ui/UCExtraSetting.h"
@@ -51,7 +55,9 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSessionView(*this, p_objPlatform.m_objMessageBox)
-    , m_objSession(*m_objItemManager, *m_objInterface, m_objSessionView, p_objPlatform)
+    , m_objStatusLine(new CStatusLine(this))
+    , m_objLine(m_objSessionView, *m_objInterface, *m_objStatusLine)
+    , m_objSession(*m_objItemManager, *m_objInterface, m_objLine, p_objPlatform)
     , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(m_objSession) {
     setObjectName("FmMain");
@@ -65,6 +71,7 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     objLines->addWidget(MakeInterfaceLine());
     objLines->addWidget(MakeTabs(), 1);
     setCentralWidget(objCentre);
+    MakeStatusLine();
     MakeFlows();
     ConnectButtons();
     FormInitialize();
@@ -100,6 +107,7 @@ QWidget* FmMain::MakeInterfaceLine() {
     auto* const objFrameLayout = new QHBoxLayout(FrInterface);
     m_cmbInterface = m_objBuilder.MakeList(FrInterface, "cmbInterface");
     CPageBuilder::NameAfter(*m_cmbInterface, "Interface");
+    m_objInterfaceHold.Watch(*m_cmbInterface);
     objFrameLayout->addWidget(m_cmbInterface);
     m_btnSetup = m_objBuilder.MakeButton(FrInterface, "btnSetup", "Setup");
     objFrameLayout->addWidget(m_btnSetup);
@@ -151,6 +159,18 @@ QWidget* FmMain::MakeTabs() {
     return m_objTabs;
 }
 
+void FmMain::MakeStatusLine() {
+    setStatusBar(m_objStatusLine);
+    connect(m_objStatusLine, &CStatusLine::StopPressed, this,
+            [this] { m_objSession.Links().StopOpening(); });
+    m_objParameterTold =
+        std::make_unique<CToldPage>(*m_objParameterPage, m_objParameterPage->Baseline());
+    m_objLanTold = std::make_unique<CToldPage>(*m_objLanPage, m_objLanPage->Baseline());
+    m_objPages =
+        std::make_unique<CPageTeller>(*m_objTabs, *m_objParameterTold, *m_objLanTold,
+                                      m_objLanPage->Baseline(), m_objLine, *m_objStatusLine);
+}
+
 void FmMain::FormInitialize() {
     MSettings::Check(MSettings::All());
     FillInterfaces();
@@ -173,19 +193,19 @@ void FmMain::FillInterfaces() {
 void FmMain::MakeFlows() {
     m_objReadWrite = std::make_unique<CReadWriteFlow>(*m_objItemManager, m_objSession,
                                                       m_objPlatform.m_objMessageBox,
-                                                      *m_objParameterPage, *m_objLanPage);
+                                                      *m_objParameterTold, *m_objLanTold);
     const auto Files = [this](CFileFlow::Kind p_objKind, ISettingsPage& p_objPage) {
         return std::make_unique<CFileFlow>(std::move(p_objKind), *m_objItemManager, p_objPage,
                                            m_objSession.Waiter(), m_objPlatform);
     };
-    m_objParameterFile = Files(CFileFlow::ParameterKind(), *m_objParameterPage);
-    m_objLanFile = Files(CFileFlow::LanKind(), *m_objLanPage);
+    m_objParameterFile = Files(CFileFlow::ParameterKind(), *m_objParameterTold);
+    m_objLanFile = Files(CFileFlow::LanKind(), *m_objLanTold);
 }
 
 void FmMain::ConnectButtons() {
     std::vector<MButtonHandlers::Row> objRows = SettingsHandlers();
     std::ranges::move(MaintenanceHandlers(), std::back_inserter(objRows));
-    MButtonHandlers::Connect(objRows, *this);
+    MButtonHandlers::Connect(MDoing::Told(std::move(objRows), m_objLine, *m_objPages), *this);
     m_objActionButtons.emplace(*this);
 }
 
@@ -239,6 +259,7 @@ void FmMain::FitToScreen() {
 
 void FmMain::SelectInterface(int p_iPosition) {
     m_objInterface->SetActiveInterface(static_cast<std::int16_t>(p_iPosition));
+    m_objLine.ShowLink();
     if (!m_objSession.Busy().IsBusy()) {  // else the flow that runs enables it at its end
         m_btnSetup->setEnabled(p_iPosition != CInterface::UsbInterface);
     }
@@ -266,6 +287,7 @@ bool FmMain::EditInterface() {
         return false;
     }
     objSetup.exec();
+    m_objLine.ShowLink();
     return !objSetup.CancelFlag();
 }
 
@@ -277,6 +299,10 @@ void FmMain::ShowAbout() {
 
 void FmMain::SetControlsEnabled(bool p_bEnabled) {
     m_objActionButtons->SetEnabled(p_bEnabled);
+}
+
+void FmMain::HoldInterface(bool p_bHeld) {
+    m_objInterfaceHold.SetHeld(p_bHeld);
 }
 
 void FmMain::ShowStatus(const std::string& p_strText) {
