@@ -156,6 +156,14 @@ void CComLink::OnComm(std::int16_t p_iEvent) {
     }
 }
 
+void CComLink::OnGone() {
+    try {
+        TellState(CLinkStatus::State::Failed, Failure(CFailure::Kind::SerialLost));
+    } catch (...) {
+        m_objWaiter.StoreFault();
+    }
+}
+
 void CComLink::HandleEvent(std::int16_t p_iEvent) {
     switch (p_iEvent) {
     case SerialSend:
@@ -166,9 +174,6 @@ void CComLink::HandleEvent(std::int16_t p_iEvent) {
         break;
     case SerialClearToSend:
         ShowClearToSend();
-        break;
-    case SerialGone:
-        TellState(CLinkStatus::State::Failed, Failure(CFailure::Kind::SerialLost));
         break;
     case SerialReceiveOverrun:
         m_objEvents.OnFailure(Failure(CFailure::Kind::SerialOverrun));

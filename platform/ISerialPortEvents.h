@@ -8,7 +8,6 @@ enum SerialEvent : std::int16_t {
     SerialReceive = 2,            ///< characters to fetch
     SerialClearToSend = 3,        ///< the clear-to-send line has changed
     SerialReceiveOverrun = 1006,  ///< the hardware has lost characters
-    SerialGone = 1100,            ///< the port is not there any more, and closed
 };
 
 /// Who hears of a serial port's events. They come from the event loop only, never from inside a
@@ -19,4 +18,7 @@ public:
 
     /// p_iEvent: a SerialEvent or any other code.
     virtual void OnComm(std::int16_t p_iEvent) = 0;
+
+    /// The port is not there any more, and closed.
+    virtual void OnGone() {}
 };

@@ -160,7 +160,9 @@ void CQtSerialPort::HandleError(QSerialPort::SerialPortError p_iError) {
         this,
         [this] {
             Close();
-            Raise(SerialGone);
+            if (m_objEvents != nullptr) {
+                m_objEvents->OnGone();
+            }
         },
         Qt::QueuedConnection);
 }

@@ -13,7 +13,7 @@
 /// A serial port of the toolkit, without handshaking.
 ///
 /// A port that vanishes while it is open (its adapter is pulled out) is closed from then on, and
-/// tells SerialGone; Open opens it again when it is back. The line state and the count of overruns
+/// is told; Open opens it again when it is back. The line state and the count of overruns
 /// are looked at four times a second, where the system tells them.
 ///
 /// A failure of Open other than AlreadyOpen is the system's error number (errno), ENOENT for a port

@@ -53,6 +53,14 @@ public:
         }
     }
 
+    /// Its adapter is pulled out.
+    void GoAway() {
+        m_bOpen = false;
+        if (m_objEvents != nullptr) {
+            m_objEvents->OnGone();
+        }
+    }
+
     void SetClearToSend(bool p_bOn) {
         m_bClearToSend = p_bOn;
         Raise(SerialClearToSend);

@@ -87,8 +87,7 @@ protected:
 TEST_F(FmMainStatusLinkTest, OfTheSerialPort) {
     SetUpLink();
     EXPECT_EQ(Link(), "COM1 9600,E,8,1 open");
-    m_objPort.Close();
-    m_objPort.Raise(SerialGone);  // nobody has asked for anything
+    m_objPort.GoAway();  // nobody has asked for anything
     EXPECT_EQ(Link(), "COM1: pulled out");
     SetUpLink();
     EXPECT_EQ(Link(), "COM1 9600,E,8,1 open");
