@@ -121,4 +121,9 @@ void CStatusLine::KeepHeight() {
     const int iHeight = std::max(m_lblLink->sizeHint().height(), objStop.sizeHint().height());
     m_objStrut->setFixedSize(0, iHeight);
     m_barDoing->setFixedHeight(m_lblDoing->fontMetrics().height());
+    // Before the window is seen, who asks for its size must not get the one of before.
+    m_objLayout->invalidate();
+    layout()->invalidate();
+    layout()->activate();
+    updateGeometry();
 }

@@ -2,6 +2,8 @@
 
 #include <QAbstractEventDispatcher>
 #include <QProgressBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 
 #include <cerrno>
@@ -259,6 +261,17 @@ TEST_F(FmMainStatusLineTest, HasTheSameHeightWhateverItShows) {
     After(500, Expect);
     m_objWindow.Click("btnRead");
     Expect();
+}
+
+TEST_F(FmMainStatusLineTest, TheFirstSizeHasRoomForItBesideThePages) {
+    auto& objTabs = m_objWindow.Get<QTabWidget>("SSTab1");
+    m_objWindow.Form().resize(1024, m_objWindow.Form().height());  // this screen is a narrow one
+    for (int i = 0; i < objTabs.count(); ++i) {
+        objTabs.setCurrentIndex(i);
+        QCoreApplication::processEvents();
+        const auto* const objArea = qobject_cast<QScrollArea*>(objTabs.widget(i));
+        EXPECT_FALSE(objArea->verticalScrollBar()->isVisible()) << i;
+    }
 }
 
 TEST_F(FmMainStatusLineTest, WhatIsTooLongIsCutAndStandsWholeInTheTooltip) {
