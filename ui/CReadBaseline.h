@@ -54,7 +54,7 @@ signals:
     /// WasRead, ChangedCount, or which fields differ is not what it was.
     void Changed();
 
-    /// IsChanged or Held of p_objField is not what it was. Comes before Changed.
+    /// IsChanged or Held of p_objField, or WasRead, is not what it was. Comes before Changed.
     void FieldChanged(QWidget* p_objField);
 
 private:

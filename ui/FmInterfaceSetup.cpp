@@ -3,7 +3,9 @@
 #include "link/CInterface.h"
 #include "model/CConversionError.h"
 #include "model/MNumber.h"
+#include "ui/CFieldTexts.h"
 #include "ui/CListGuard.h"
+#include "ui/MPortText.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -198,6 +200,19 @@ bool FmInterfaceSetup::InitializeLists() {
         objList.setCurrentIndex(iPosition);
     }
     return true;
+}
+
+void FmInterfaceSetup::TellPorts(const std::vector<CSerialPortEntry>& p_objPorts) {
+    QComboBox& cmbComPort = *m_objLists.front();
+    for (int i = 0; i < cmbComPort.count(); ++i) {
+        cmbComPort.setItemData(i, MPortText::Of(i + 1, p_objPorts), Qt::ToolTipRole);
+    }
+    const auto fnTell = [&cmbComPort] {
+        CFieldTexts::Of(cmbComPort)
+            .Set(CFieldTexts::Part::Note, cmbComPort.currentData(Qt::ToolTipRole).toString());
+    };
+    connect(&cmbComPort, &QComboBox::currentIndexChanged, &cmbComPort, fnTell);
+    fnTell();
 }
 
 bool FmInterfaceSetup::EditsLan() const {

@@ -265,6 +265,9 @@ bool FmMain::EditInterface() {
                                  static_cast<std::int16_t>(m_cmbInterface->currentIndex()))) {
         return false;
     }
+    if (m_objPlatform.m_objSerialPorts != nullptr) {
+        objSetup.TellPorts(m_objPlatform.m_objSerialPorts->SerialPorts());
+    }
     objSetup.exec();
     return !objSetup.CancelFlag();
 }

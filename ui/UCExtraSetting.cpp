@@ -1,6 +1,8 @@
 #include "ui/UCExtraSetting.h"
 
+#include "ui/CFieldLabel.h"
 #include "ui/MSettingControls.h"
+#include "ui/MSettingNotes.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -39,7 +41,7 @@ void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRo
              const QString& p_strCaption, const std::vector<std::string>& p_strControls,
              bool p_bNumbered) {
     QWidget* const objParent = p_objGrid.parentWidget();
-    QLabel* const lbl = p_objBuilder.MakeLabel(objParent, p_strCaption);
+    CFieldLabel* const lbl = p_objBuilder.MakeFieldLabel(objParent, p_strCaption);
     auto* const objLine = new QHBoxLayout;
     int iNumber = 0;
     for (const std::string& strControl : p_strControls) {
@@ -96,6 +98,8 @@ UCExtraSetting::UCExtraSetting(const CPageBuilder& p_objBuilder,
     objGrid->setRowStretch(1, 1);
     m_objBinding.emplace(*this, MBinding::Lan());
     m_objBaseline.emplace(m_objBinding->Controls());
+    m_objMarks.emplace(*this, *m_objBaseline);
+    MSettingNotes::Tell(*this, MSettingControls::Lan());
 }
 
 bool UCExtraSetting::RefreshLanSettingItem(const CItemManager& p_objItemManager,

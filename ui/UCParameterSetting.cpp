@@ -2,6 +2,7 @@
 
 #include "ui/MControl.h"
 #include "ui/MSettingControls.h"
+#include "ui/MSettingNotes.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -88,6 +89,8 @@ UCParameterSetting::UCParameterSetting(const CPageBuilder& p_objBuilder,
     objGrid->setRowStretch(2, 1);
     m_objBinding.emplace(*this, MBinding::ParameterSetting());
     m_objBaseline.emplace(m_objBinding->Controls());
+    m_objMarks.emplace(*this, *m_objBaseline);
+    MSettingNotes::Tell(*this, MSettingControls::ParameterSetting());
 }
 
 bool UCParameterSetting::RefreshParameterSettingItem(const CItemManager& p_objItemManager,
