@@ -4,8 +4,10 @@
 #include "flows/MStart.h"
 #include "model/MSettings.h"
 #include "platform/qt/MText.h"
+#include "ui/CFootedArea.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
+#include "ui/MControl.h"
 #include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
 #include "ui/UCExtraSetting.h"
@@ -22,7 +24,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -33,16 +34,6 @@
 namespace {
 
 constexpr QSize LargestStartSize(1024, 740);
-
-/// A page that scrolls where the window is too small for it.
-QScrollArea* Scrolling(QWidget* p_objPage) {
-    auto* const objArea = new QScrollArea;
-    objArea->setWidgetResizable(true);
-    objArea->setFrameShape(QFrame::NoFrame);
-    objArea->setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field
-    objArea->setWidget(p_objPage);
-    return objArea;
-}
 
 }  // namespace
 
@@ -145,9 +136,10 @@ QWidget* FmMain::MakeTabs() {
             objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
         }
     });
-    m_objTabs->addTab(Scrolling(m_objParameterPage), "Parameter Setting");
-    m_objTabs->addTab(Scrolling(m_objMaintenancePage), "Maintenance Mode");
-    m_objTabs->addTab(Scrolling(m_objLanPage), "Extra Setting");
+    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot()),
+                      "Parameter Setting");
+    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage), "Maintenance Mode");
+    m_objTabs->addTab(new CFootedArea(m_objLanPage), "Extra Setting");
     return m_objTabs;
 }
 
@@ -187,6 +179,9 @@ void FmMain::ConnectButtons() {
     std::ranges::move(MaintenanceHandlers(), std::back_inserter(objRows));
     MButtonHandlers::Connect(objRows, *this);
     m_objActionButtons.emplace(*this);
+    for (const char* const strName : CActionButtons::Names()) {
+        m_objPressGuard.Guard(MControl::Find<QPushButton>(*this, strName));
+    }
 }
 
 std::vector<MButtonHandlers::Row> FmMain::SettingsHandlers() {

@@ -11,6 +11,7 @@
 #include "ui/CActionButtons.h"
 #include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CPressGuard.h"
 #include "ui/MButtonHandlers.h"
 
 #include <QMainWindow>
@@ -81,6 +82,7 @@ private:
     CSessionView m_objSessionView;
     CPrinterSession m_objSession;
     CListGuard m_objListGuard;
+    CPressGuard m_objPressGuard;
     CPageBuilder m_objBuilder;
 
     QComboBox* m_cmbInterface = nullptr;
