@@ -3,6 +3,7 @@
 #include "link/CInterface.h"
 #include "model/CConversionError.h"
 #include "model/MNumber.h"
+#include "ui/CAddressParts.h"
 #include "ui/CFieldTexts.h"
 #include "ui/CListGuard.h"
 #include "ui/MPortText.h"
@@ -128,6 +129,7 @@ void FmInterfaceSetup::BuildLanGroup() {
         objAddress->addWidget(objField, 1);
     }
     objLabel->setBuddy(m_objOctets.front());
+    new CAddressParts({m_objOctets.begin(), m_objOctets.end()}, this);
     layout()->addWidget(m_objLanGroup);
 }
 
@@ -227,6 +229,10 @@ void FmInterfaceSetup::EnableGroups() {
     m_objLanGroup->setEnabled(EditsLan());
     for (UCSpinEdit* objField : m_objOctets) {
         objField->SetEnable(EditsLan());
+    }
+    if (EditsLan()) {
+        m_objOctets.front()->setFocus(Qt::TabFocusReason);
+        m_objOctets.front()->selectAll();
     }
 }
 

@@ -1,8 +1,11 @@
 #include "ui/UCExtraSetting.h"
 
+#include "ui/CAddressParts.h"
 #include "ui/CFieldLabel.h"
+#include "ui/MControl.h"
 #include "ui/MSettingControls.h"
 #include "ui/MSettingNotes.h"
+#include "ui/UCSpinEdit.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -62,6 +65,14 @@ void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRo
     }
     p_objGrid.addWidget(lbl, p_iRow, 0);
     p_objGrid.addLayout(objLine, p_iRow, 1);
+    if (p_bNumbered) {
+        std::vector<UCSpinEdit*> objParts;
+        for (const std::string& strControl : p_strControls) {
+            objParts.push_back(
+                &MControl::Find<UCSpinEdit>(*objParent, QString::fromStdString(strControl)));
+        }
+        new CAddressParts(objParts, objParent);
+    }
 }
 
 /// The network settings, a line each.

@@ -8,6 +8,7 @@
 #include "ui/MPress.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -268,6 +269,17 @@ void UCSpinEdit::stepBy(int p_iSteps) {
 
 QMenu* UCSpinEdit::MakeMenu() {
     QMenu* const objMenu = lineEdit()->createStandardContextMenu();
+    objMenu->setAttribute(Qt::WA_DeleteOnClose);
+    for (QAction* const objAction : objMenu->actions()) {
+        if (objAction->text().startsWith(QLineEdit::tr("&Paste"))) {
+            // As the key does it, which others may take.
+            objAction->disconnect(lineEdit());
+            connect(objAction, &QAction::triggered, this, [this] {
+                QKeyEvent objKey(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+                QApplication::sendEvent(this, &objKey);
+            });
+        }
+    }
     objMenu->addSeparator();
     const auto AddStep = [&](const char* p_strText, int p_iSteps) {
         QAction* const objStep =
@@ -310,6 +322,11 @@ bool UCSpinEdit::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
         LayOutParts();
     }
     return QAbstractSpinBox::eventFilter(p_objWatched, p_objEvent);
+}
+
+void UCSpinEdit::contextMenuEvent(QContextMenuEvent* p_objEvent) {
+    MakeMenu()->popup(p_objEvent->globalPos());
+    p_objEvent->accept();
 }
 
 void UCSpinEdit::focusOutEvent(QFocusEvent* p_objEvent) {

@@ -99,7 +99,7 @@ public:
     /// How the field would show p_vValue, which may be out of its range. Throws CConversionError.
     [[nodiscard]] QString TextFor(const CItemValue& p_vValue) const;
 
-    /// The context menu that the toolkit would show. The caller owns it.
+    /// The usual context menu. It goes when it is closed.
     [[nodiscard]] QMenu* MakeMenu();
 
     /// CommitText of every field of p_objWindow whose text is not that of the value it holds, in
@@ -121,6 +121,7 @@ signals:
 
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
+    void contextMenuEvent(QContextMenuEvent* p_objEvent) override;
     void focusOutEvent(QFocusEvent* p_objEvent) override;
     void keyPressEvent(QKeyEvent* p_objEvent) override;
     void mousePressEvent(QMouseEvent* p_objEvent) override;
