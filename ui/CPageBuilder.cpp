@@ -132,5 +132,11 @@ void CPageBuilder::MakeSameHeight(const QWidget& p_objPage) {
 }
 
 void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {
-    p_objField.setAccessibleName(QString(p_strCaption).replace("&&", "&"));
+    const QString strName = QString(p_strCaption).replace("&&", "&");
+    p_objField.setAccessibleName(strName);
+    const auto* const Fr = qobject_cast<const QGroupBox*>(p_objField.parentWidget());
+    if (Fr != nullptr && qobject_cast<const QComboBox*>(&p_objField) != nullptr) {
+        // To some systems a list's name is what it shows.
+        CFieldTexts::Of(p_objField).Set(CFieldTexts::Part::Where, strName + ", " + Fr->title());
+    }
 }

@@ -99,6 +99,8 @@ QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p
     objList->setObjectName(p_objList.m_strName);
     objList->setAccessibleName(p_objList.m_strLabel);
     objLabel->setBuddy(objList);
+    // To some systems a list's name is what it shows.
+    CFieldTexts::Of(*objList).Set(CFieldTexts::Part::Where, p_objList.m_strLabel);
     m_objListGuard->Guard(*objList);
     const int iRow = p_objGrid.rowCount();
     p_objGrid.addWidget(objLabel, iRow, LabelColumn);

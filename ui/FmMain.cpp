@@ -58,6 +58,7 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     setCentralWidget(objCentre);
     MakeFlows();
     ConnectButtons();
+    MakeKeys();
     FormInitialize();
     FitToScreen();
 }
@@ -114,7 +115,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
     m_lblStatus = m_objBuilder.MakeLabel(&p_objLine, {});
     m_lblStatus->setObjectName("lblStatus");
     m_lblStatus->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    m_lblStatus->setAccessibleName("GET STATUS");
+    m_lblStatus->setAccessibleDescription("GET STATUS");  // its name is what it shows
     m_lblStatus->setFixedHeight(objButton.height());
     p_objLayout.addWidget(btnGetStatus);
     p_objLayout.addWidget(m_lblStatus, 1);
@@ -123,6 +124,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
 QWidget* FmMain::MakeTabs() {
     m_objTabs = new QTabWidget(this);
     m_objTabs->setObjectName("SSTab1");
+    m_objTabs->tabBar()->setAccessibleName("Pages");
     m_objParameterPage = new UCParameterSetting(m_objBuilder, *m_objItemManager, this);
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
@@ -212,6 +214,19 @@ std::vector<MButtonHandlers::Row> FmMain::MaintenanceHandlers() {
         {"btnTestPrint", [&] { objFlow.TestPrint([&] { return objPage.TestPrint(); }); }},
         {"btnDiagPrint", [&] { objFlow.DiagPrint(objPage.DiagPrintType()); }},
     };
+}
+
+void FmMain::MakeKeys() {
+    m_objPageKeys.emplace(*m_objTabs);
+    const auto Button = [this](const char* p_strName) {
+        return &MControl::Find<QPushButton>(*this, p_strName);
+    };
+    m_objPageKeys->AddKey("F5", {Button("btnRead"), Button("btnLanRead")});
+    m_objPageKeys->AddKey("Ctrl+O", {Button("btnLoad"), Button("btnLanLoad")});
+    m_objPageKeys->AddKey("Ctrl+S", {Button("btnSave"), Button("btnLanSave")});
+    for (QPushButton* const btn : MControl::All<QPushButton>(*this)) {
+        m_objPageKeys->PressByReturn(*btn);
+    }
 }
 
 void FmMain::FitToScreen() {

@@ -11,6 +11,7 @@
 #include "ui/CActionButtons.h"
 #include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CPageKeys.h"
 #include "ui/CPressGuard.h"
 #include "ui/MButtonHandlers.h"
 
@@ -68,6 +69,7 @@ private:
     void ConnectButtons();
     std::vector<MButtonHandlers::Row> SettingsHandlers();
     std::vector<MButtonHandlers::Row> MaintenanceHandlers();
+    void MakeKeys();
     void FitToScreen();
 
     void SelectInterface(int p_iPosition);
@@ -93,6 +95,7 @@ private:
     UCMaintenanceMode* m_objMaintenancePage = nullptr;
     UCExtraSetting* m_objLanPage = nullptr;
     std::optional<CActionButtons> m_objActionButtons;
+    std::optional<CPageKeys> m_objPageKeys;
     std::unique_ptr<CReadWriteFlow> m_objReadWrite;
     std::unique_ptr<CFileFlow> m_objParameterFile;
     std::unique_ptr<CFileFlow> m_objLanFile;

@@ -1,6 +1,7 @@
 #include "ui/UCMaintenanceMode.h"
 
 #include "model/MNumber.h"
+#include "ui/CFieldTexts.h"
 #include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
@@ -122,7 +123,7 @@ QWidget* UCMaintenanceMode::MakeHeadCheck(const CPageBuilder& p_objBuilder) {
     m_lblHeadCheck = p_objBuilder.MakeLabel(Fr, {});
     m_lblHeadCheck->setObjectName("lblHeadCheck");
     m_lblHeadCheck->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    m_lblHeadCheck->setAccessibleName("HEAD CHECK");
+    m_lblHeadCheck->setAccessibleDescription("HEAD CHECK");  // its name is what it shows
     objGrid->addWidget(m_lblHeadCheck, 0, 0, 1, 2);
     AddSend(p_objBuilder, *objGrid, 0, "btnHeadCheck");
     objGrid->setColumnStretch(1, 1);
@@ -161,6 +162,8 @@ QWidget* UCMaintenanceMode::MakeSensorAdjust(const CPageBuilder& p_objBuilder) {
     for (const Step& objStep : SensorSteps) {
         const Qt::Alignment iTop = Qt::AlignTop;  // the text's last line is empty
         QPushButton* const btn = p_objBuilder.MakeButton(Fr, objStep.m_strButton, SendCaption);
+        CFieldTexts::Of(*btn).Set(CFieldTexts::Part::Where,
+                                  Fr->title() + ", " + objStep.m_strCaption);
         QLabel* const lblCaption = p_objBuilder.MakeLabel(Fr, objStep.m_strCaption);
         QLabel* const lblText = p_objBuilder.MakeLabel(Fr, objStep.m_strText);
         const int iMargin = (btn->sizeHint().height() - lblCaption->sizeHint().height()) / 2;

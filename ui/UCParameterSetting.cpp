@@ -1,5 +1,6 @@
 #include "ui/UCParameterSetting.h"
 
+#include "ui/CFieldTexts.h"
 #include "ui/CFootedArea.h"
 #include "ui/MControl.h"
 #include "ui/MSettingControls.h"
@@ -160,8 +161,10 @@ CPageFoot* UCParameterSetting::MakeFoot(const CPageBuilder& p_objBuilder) {
     objGrid->setContentsMargins(objMargins);
     objGrid->setVerticalSpacing(0);
     for (const Button& objButton : PageButtons) {
-        objLine->addWidget(
-            p_objBuilder.MakeButton(objFoot, objButton.m_strName, objButton.m_strCaption));
+        QPushButton* const btn =
+            p_objBuilder.MakeButton(objFoot, objButton.m_strName, objButton.m_strCaption);
+        CFieldTexts::Of(*btn).Set(CFieldTexts::Part::Where, "Parameter and Adjustment");
+        objLine->addWidget(btn);
     }
     objLine->addStretch(1);
     return objFoot;
