@@ -40,15 +40,15 @@ void CReadBaseline::NoteRead(const QHash<const QWidget*, QString>& p_strUnshown)
 }
 
 void CReadBaseline::Take(const QHash<const QWidget*, QString>& p_strUnshown, bool p_bWasRead) {
-    bool bChanged = m_bWasRead != p_bWasRead;
-    m_bWasRead = p_bWasRead;
+    const bool bNewOrigin = std::exchange(m_bWasRead, p_bWasRead) != p_bWasRead;
+    bool bChanged = bNewOrigin;
     for (QWidget* const objField : m_objFields) {
         const QString strHeld = p_strUnshown.value(objField, Shown(*objField));
         QString& strFormer = m_objHeld[objField].m_strText;
         const bool bMoved = std::exchange(strFormer, strHeld) != strHeld;
         if (Compare(*objField)) {
             bChanged = true;
-        } else if (bMoved) {
+        } else if (bMoved || bNewOrigin) {
             emit FieldChanged(objField);
         }
     }

@@ -57,7 +57,7 @@ signals:
     /// p_objField shows something else than it did. Comes last.
     void FieldShown(QWidget* p_objField);
 
-    /// IsChanged or Held of p_objField is not what it was. Comes before Changed.
+    /// IsChanged or Held of p_objField, or WasRead, is not what it was. Comes before Changed.
     void FieldChanged(QWidget* p_objField);
 
 private:

@@ -4,11 +4,13 @@
 #include "flows/MStart.h"
 #include "model/MSettings.h"
 #include "platform/qt/MText.h"
+#include "ui/CFootedArea.h"
 #include "ui/CPageTeller.h"
 #include "ui/CStatusLine.h"
 #include "ui/CToldPage.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
+#include "ui/MControl.h"
 #include "ui/MDoing.h"
 #include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
@@ -26,7 +28,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -37,16 +38,6 @@
 namespace {
 
 constexpr QSize LargestStartSize(1024, 740);
-
-/// A page that scrolls where the window is too small for it.
-QScrollArea* Scrolling(QWidget* p_objPage) {
-    auto* const objArea = new QScrollArea;
-    objArea->setWidgetResizable(true);
-    objArea->setFrameShape(QFrame::NoFrame);
-    objArea->setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field
-    objArea->setWidget(p_objPage);
-    return objArea;
-}
 
 }  // namespace
 
@@ -74,6 +65,7 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     MakeStatusLine();
     MakeFlows();
     ConnectButtons();
+    MakeKeys();
     FormInitialize();
     FitToScreen();
 }
@@ -131,7 +123,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
     m_lblStatus = m_objBuilder.MakeLabel(&p_objLine, {});
     m_lblStatus->setObjectName("lblStatus");
     m_lblStatus->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    m_lblStatus->setAccessibleName("GET STATUS");
+    m_lblStatus->setAccessibleDescription("GET STATUS");  // its name is what it shows
     m_lblStatus->setFixedHeight(objButton.height());
     p_objLayout.addWidget(btnGetStatus);
     p_objLayout.addWidget(m_lblStatus, 1);
@@ -140,6 +132,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
 QWidget* FmMain::MakeTabs() {
     m_objTabs = new QTabWidget(this);
     m_objTabs->setObjectName("SSTab1");
+    m_objTabs->tabBar()->setAccessibleName("Pages");
     m_objParameterPage = new UCParameterSetting(m_objBuilder, *m_objItemManager, this);
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
@@ -153,9 +146,10 @@ QWidget* FmMain::MakeTabs() {
             objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
         }
     });
-    m_objTabs->addTab(Scrolling(m_objParameterPage), "Parameter Setting");
-    m_objTabs->addTab(Scrolling(m_objMaintenancePage), "Maintenance Mode");
-    m_objTabs->addTab(Scrolling(m_objLanPage), "Extra Setting");
+    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot()),
+                      "Parameter Setting");
+    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage), "Maintenance Mode");
+    m_objTabs->addTab(new CFootedArea(m_objLanPage), "Extra Setting");
     return m_objTabs;
 }
 
@@ -207,6 +201,9 @@ void FmMain::ConnectButtons() {
     std::ranges::move(MaintenanceHandlers(), std::back_inserter(objRows));
     MButtonHandlers::Connect(MDoing::Told(std::move(objRows), m_objLine, *m_objPages), *this);
     m_objActionButtons.emplace(*this);
+    for (const char* const strName : CActionButtons::Names()) {
+        m_objPressGuard.Guard(MControl::Find<QPushButton>(*this, strName));
+    }
 }
 
 std::vector<MButtonHandlers::Row> FmMain::SettingsHandlers() {
@@ -237,6 +234,19 @@ std::vector<MButtonHandlers::Row> FmMain::MaintenanceHandlers() {
         {"btnTestPrint", [&] { objFlow.TestPrint([&] { return objPage.TestPrint(); }); }},
         {"btnDiagPrint", [&] { objFlow.DiagPrint(objPage.DiagPrintType()); }},
     };
+}
+
+void FmMain::MakeKeys() {
+    m_objPageKeys.emplace(*m_objTabs);
+    const auto Button = [this](const char* p_strName) {
+        return &MControl::Find<QPushButton>(*this, p_strName);
+    };
+    m_objPageKeys->AddKey("F5", {Button("btnRead"), Button("btnLanRead")});
+    m_objPageKeys->AddKey("Ctrl+O", {Button("btnLoad"), Button("btnLanLoad")});
+    m_objPageKeys->AddKey("Ctrl+S", {Button("btnSave"), Button("btnLanSave")});
+    for (QPushButton* const btn : MControl::All<QPushButton>(*this)) {
+        m_objPageKeys->PressByReturn(*btn);
+    }
 }
 
 void FmMain::FitToScreen() {
@@ -285,6 +295,9 @@ bool FmMain::EditInterface() {
     if (!objSetup.InitializeItem(*m_objInterface,
                                  static_cast<std::int16_t>(m_cmbInterface->currentIndex()))) {
         return false;
+    }
+    if (m_objPlatform.m_objSerialPorts != nullptr) {
+        objSetup.TellPorts(m_objPlatform.m_objSerialPorts->SerialPorts());
     }
     objSetup.exec();
     m_objLine.ShowLink();

@@ -13,6 +13,8 @@
 #include "ui/CInterfaceHold.h"
 #include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CPageKeys.h"
+#include "ui/CPressGuard.h"
 #include "ui/MButtonHandlers.h"
 
 #include <QMainWindow>
@@ -74,6 +76,7 @@ private:
     void ConnectButtons();
     std::vector<MButtonHandlers::Row> SettingsHandlers();
     std::vector<MButtonHandlers::Row> MaintenanceHandlers();
+    void MakeKeys();
     void FitToScreen();
 
     void SelectInterface(int p_iPosition);
@@ -91,6 +94,7 @@ private:
     CPrinterSession m_objSession;
     CListGuard m_objListGuard;
     CInterfaceHold m_objInterfaceHold;
+    CPressGuard m_objPressGuard;
     CPageBuilder m_objBuilder;
 
     QComboBox* m_cmbInterface = nullptr;
@@ -104,6 +108,7 @@ private:
     std::unique_ptr<CToldPage> m_objLanTold;
     std::unique_ptr<CPageTeller> m_objPages;
     std::optional<CActionButtons> m_objActionButtons;
+    std::optional<CPageKeys> m_objPageKeys;
     std::unique_ptr<CReadWriteFlow> m_objReadWrite;
     std::unique_ptr<CFileFlow> m_objParameterFile;
     std::unique_ptr<CFileFlow> m_objLanFile;

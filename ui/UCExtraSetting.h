@@ -2,6 +2,7 @@
 
 #include "flows/ISettingsPage.h"
 #include "model/CItemManager.h"
+#include "ui/CChangeMarks.h"
 #include "ui/CFormBinding.h"
 #include "ui/CPageBuilder.h"
 #include "ui/CReadBaseline.h"
@@ -40,4 +41,5 @@ private:
     const CItemManager& m_objItemManager;
     std::optional<CFormBinding> m_objBinding;
     std::optional<CReadBaseline> m_objBaseline;
+    std::optional<CChangeMarks> m_objMarks;
 };

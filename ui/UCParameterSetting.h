@@ -2,6 +2,7 @@
 
 #include "flows/ISettingsPage.h"
 #include "model/CItemManager.h"
+#include "ui/CChangeMarks.h"
 #include "ui/CFormBinding.h"
 #include "ui/CPageBuilder.h"
 #include "ui/CReadBaseline.h"
@@ -9,6 +10,8 @@
 #include <QWidget>
 
 #include <optional>
+
+class CPageFoot;
 
 /// The page "Parameter Setting": the printer's parameters and adjustments, and the buttons that
 /// read, set, load and save them.
@@ -18,6 +21,9 @@ public:
     /// empty afterwards; the window fills those of all pages.
     UCParameterSetting(const CPageBuilder& p_objBuilder, const CItemManager& p_objItemManager,
                        QWidget* p_objParent);
+
+    /// The row of the page's buttons.
+    [[nodiscard]] CPageFoot* Foot() { return m_objFoot; }
 
     /// The items' values, or their defaults, into the controls; fails as CFormBinding does.
     bool RefreshParameterSettingItem(const CItemManager& p_objItemManager, bool p_bDefaultValue);
@@ -35,10 +41,12 @@ public:
 private:
     QWidget* MakeParameterFrame(const CPageBuilder& p_objBuilder);
     QWidget* MakeAdjustmentFrame(const CPageBuilder& p_objBuilder);
-    QWidget* MakeButtons(const CPageBuilder& p_objBuilder);
+    CPageFoot* MakeFoot(const CPageBuilder& p_objBuilder);
     void EnableCodes(bool p_bEnabled);
 
     const CItemManager& m_objItemManager;
+    CPageFoot* m_objFoot = nullptr;
     std::optional<CFormBinding> m_objBinding;
     std::optional<CReadBaseline> m_objBaseline;
+    std::optional<CChangeMarks> m_objMarks;
 };
