@@ -19,6 +19,7 @@ public:
     void OnBusy(bool /*p_bBusy*/) override {}
     void OnLinkStatus(const CLinkStatus& p_objStatus) override;
     void OnStep(std::int16_t p_iStep, std::int16_t p_iSteps) override;
+    void OnWaiting(std::int16_t /*p_iSeconds*/) override {}
     void OnStatus(const std::string& p_strText) override;
     void OnHeadCheck(const std::string& /*p_strText*/) override {}
     // What a failure is called is told at the end, once.

@@ -7,7 +7,7 @@
 {
     packages_build=(g++ clang cmake ninja-build qt6-base-dev qt6-serialport-dev libgl-dev pkg-config libusb-1.0-0-dev
         libcli11-dev nlohmann-json3-dev scdoc)
-    packages_test=(libgtest-dev libgmock-dev fontconfig fonts-liberation umockdev libumockdev-dev
+    packages_test=(libgtest-dev libgmock-dev qt6-base-private-dev fontconfig fonts-liberation umockdev libumockdev-dev
         libvalijson-dev fish zsh python3)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
     packages_desktop=(xvfb openbox icewm xdotool x11-utils python3 fontconfig fonts-liberation)

@@ -94,7 +94,19 @@ CFileFlow::Ending CFileFlow::LoadFrom() {
     if (strPath.empty()) {
         return Ending::Silent;
     }
-    return m_objFile.Load(strPath) && ShowLoaded() ? Ending::Normal : Ending::Abnormal;
+    // What goes wrong ends as an exception, too.
+    CPageNote objNote{CPageNote::Kind::LoadEnded, {}, strPath};
+    struct Told {
+        ISettingsPage& m_objPage;
+        const CPageNote& m_objNote;
+        ~Told() { m_objPage.NoteEnd(m_objNote); }
+    };
+    const Told objTold{m_objPage, objNote};
+    if (!m_objFile.Load(strPath) || !ShowLoaded()) {
+        return Ending::Abnormal;
+    }
+    objNote.m_iKind = CPageNote::Kind::Loaded;
+    return Ending::Normal;
 }
 
 bool CFileFlow::ShowLoaded() {

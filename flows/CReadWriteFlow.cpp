@@ -8,7 +8,6 @@
 
 #include <array>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 
@@ -63,81 +62,119 @@ void CReadWriteFlow::LanSet() {
 
 void CReadWriteFlow::ReadGroups() {
     const CBusy::Flow objFlow(m_objSession.Busy());
-    if (ReadAllGroups() && !m_objWaiter.MustStop()) {
-        ShowRead();
-    }
-}
-
-bool CReadWriteFlow::ReadAllGroups() {
-    const CReading objReading(m_objExchange);
-    CSteps objSteps(m_objSession.Events(), ReadOrder.size());
-    for (const std::int16_t iGroup : ReadOrder) {
-        objSteps.Next();
-        if (!m_objExchange.ReadGroup(iGroup)) {
-            return false;
-        }
-        m_objExchange.Pause(PauseSeconds);
-    }
-    return true;
-}
-
-void CReadWriteFlow::ShowRead() {
-    bool bShown = false;
-    try {
-        bShown = m_objParameterPage.Refresh();
-    } catch (const CConversionError&) {
-        // A value that the page cannot show; told below, as the page's own refusal is.
-    } catch (const std::out_of_range&) {
-        // The same: a position that a list does not have.
-    }
-    if (!bShown) {
+    const CPageNote objRead = [this] {
+        const CReading objReading(m_objExchange);
+        return ReadAll(ReadOrder);
+    }();
+    if (ShowRead(m_objParameterPage, objRead) == Shown::Refused) {
         m_objMessageBox.Show("Error RefreshParameterSettingItem", MessageIcon::None);
     }
 }
 
-void CReadWriteFlow::SetGroups() {
-    if (!m_objParameterPage.Store() || !MCommand::IsSetExact(m_objItemManager)) {
-        return;
-    }
-    const std::vector<std::string> strCommands = MCommand::SetCommands(m_objItemManager);
-    const CBusy::Flow objFlow(m_objSession.Busy());
-    CSteps objSteps(m_objSession.Events(), strCommands.size());
-    for (const std::string& strCommand : strCommands) {
+CPageNote CReadWriteFlow::ReadAll(std::span<const std::int16_t> p_iGroups) {
+    CPageNote objNote;
+    CSteps objSteps(m_objSession.Events(), p_iGroups.size());
+    for (const std::int16_t iGroup : p_iGroups) {
         objSteps.Next();
-        if (!m_objExchange.Request(strCommand, MAnswer::StatusLength, AwaitedAnswer::Any)) {
-            return;
+        const COutcome objOutcome = m_objExchange.ReadGroup(iGroup);
+        if (!objOutcome) {
+            return {CPageNote::Kind::ReadEnded, {iGroup}, {}, objOutcome.m_objFailure};
+        }
+        m_objExchange.Pause(PauseSeconds);
+        // On a link whose answers nobody waits for it has come by now, or it does not come.
+        if (m_objSession.Router().Learned().m_iGroup != iGroup) {
+            objNote.m_iKind = CPageNote::Kind::Unanswered;
+            objNote.m_iPlaces.push_back(iGroup);
         }
     }
+    return objNote;
+}
+
+CReadWriteFlow::Shown CReadWriteFlow::ShowRead(ISettingsPage& p_objPage,
+                                               const CPageNote& p_objRead) {
+    if (m_objWaiter.MustStop()) {
+        return Shown::NotTried;
+    }
+    if (p_objRead.m_iKind == CPageNote::Kind::ReadEnded) {
+        p_objPage.NoteEnd(p_objRead);
+        return Shown::NotTried;
+    }
+    std::string strRefused;
+    try {
+        if (p_objPage.Refresh()) {
+            if (p_objRead.m_iKind == CPageNote::Kind::Read) {
+                p_objPage.NoteRead();
+            }
+            p_objPage.NoteEnd(p_objRead);
+            return Shown::Whole;
+        }
+    } catch (const CConversionError& objError) {
+        strRefused = objError.what();  // a value that the page cannot show
+    } catch (const std::out_of_range& objError) {
+        strRefused = objError.what();  // the same: a position that a list does not have
+    }
+    p_objPage.NoteEnd({CPageNote::Kind::Unshown, {}, strRefused});
+    return Shown::Refused;
+}
+
+void CReadWriteFlow::SetGroups() {
+    if (!m_objParameterPage.Store()) {
+        return;
+    }
+    if (!MCommand::IsSetExact(m_objItemManager)) {
+        m_objParameterPage.NoteEnd({CPageNote::Kind::Unsendable});
+        return;
+    }
+    const CBusy::Flow objFlow(m_objSession.Busy());
+    SendAll(m_objParameterPage, MCommand::SetCommands(m_objItemManager),
+            [this](const std::string& p_strCommand) {
+                return m_objExchange.Request(p_strCommand, MAnswer::StatusLength,
+                                             AwaitedAnswer::Any);
+            });
+}
+
+void CReadWriteFlow::SendAll(
+    ISettingsPage& p_objPage, const std::vector<std::string>& p_strCommands,
+    const std::function<COutcome(const std::string& p_strCommand)>& p_fnSend) {
+    CSteps objSteps(m_objSession.Events(), p_strCommands.size());
+    for (std::size_t i = 0; i < p_strCommands.size(); ++i) {
+        objSteps.Next();
+        const COutcome objOutcome = p_fnSend(p_strCommands[i]);
+        if (objOutcome) {
+            continue;
+        }
+        if (!m_objWaiter.MustStop()) {
+            p_objPage.NoteEnd({CPageNote::Kind::SetEnded,
+                               {static_cast<std::int16_t>(i + 1),
+                                static_cast<std::int16_t>(p_strCommands.size())},
+                               {},
+                               objOutcome.m_objFailure});
+        }
+        return;
+    }
+    p_objPage.NoteEnd({CPageNote::Kind::Sent});
 }
 
 void CReadWriteFlow::ReadLanGroup() {
     const CBusy::Flow objFlow(m_objSession.Busy());
     const CReading objReading(m_objExchange);
-    CSteps objSteps(m_objSession.Events(), 1);
-    objSteps.Next();
-    if (!m_objExchange.ReadGroup(MAnswer::Lan)) {
-        return;
-    }
-    m_objExchange.Pause(PauseSeconds);
-    if (!m_objWaiter.MustStop()) {
-        m_objLanPage.Refresh();
-    }
+    ShowRead(m_objLanPage, ReadAll(std::array{std::int16_t{MAnswer::Lan}}));
 }
 
 void CReadWriteFlow::SetLanGroups() {
-    if (!m_objLanPage.Store() || !MCommand::IsLanSetExact(m_objItemManager)) {
+    if (!m_objLanPage.Store()) {
+        return;
+    }
+    if (!MCommand::IsLanSetExact(m_objItemManager)) {
+        m_objLanPage.NoteEnd({CPageNote::Kind::Unsendable});
         return;
     }
     const std::vector<std::string> strCommands = MCommand::LanSetCommands(m_objItemManager);
     m_objWaiter.TakeOver();  // from a LAN SET that waits further out, whose commands these are too
-    const CCommandExchange::Connection objBegun = m_objExchange.ActiveConnection();
-    CSteps objSteps(m_objSession.Events(), strCommands.size());
-    for (const std::string& strCommand : strCommands) {
-        objSteps.Next();
-        if (!m_objExchange.RequestOver(objBegun, strCommand, MAnswer::StatusLength,
-                                       AwaitedAnswer::Any)) {
-            break;
-        }
-    }
+    SendAll(m_objLanPage, strCommands,
+            [this, objBegun = m_objExchange.ActiveConnection()](const std::string& p_strCommand) {
+                return m_objExchange.RequestOver(objBegun, p_strCommand, MAnswer::StatusLength,
+                                                 AwaitedAnswer::Any);
+            });
     m_objExchange.EndBusy();
 }

@@ -5,10 +5,17 @@
 #include "model/CItemManager.h"
 #include "platform/IMessageBox.h"
 
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
 /// READ, SET, LAN READ and LAN SET: the settings' way between the printer and the window.
 ///
 /// Each is one handler: it runs to its end, shows its own failures, lets no exception out and
-/// leaves the buttons enabled. Nothing is retried, a success shows no message.
+/// leaves the buttons enabled. Nothing is retried, a success shows no message; the page is told how
+/// it ended.
 class CReadWriteFlow {
 public:
     /// None is owned; all outlive this.
@@ -37,8 +44,15 @@ public:
     void LanSet();
 
 private:
-    bool ReadAllGroups();
-    void ShowRead();
+    enum class Shown : std::uint8_t { Whole, Refused, NotTried };
+
+    /// @return how it ended, with all of them asked for or at the first that fails.
+    CPageNote ReadAll(std::span<const std::int16_t> p_iGroups);
+    /// Shows what was read, if it was, and tells the page how it ended.
+    Shown ShowRead(ISettingsPage& p_objPage, const CPageNote& p_objRead);
+    /// Sends until one fails, and tells the page how it ended.
+    void SendAll(ISettingsPage& p_objPage, const std::vector<std::string>& p_strCommands,
+                 const std::function<COutcome(const std::string& p_strCommand)>& p_fnSend);
     void ReadGroups();
     void SetGroups();
     void ReadLanGroup();

@@ -8,15 +8,16 @@ CSessionView::CSessionView(IExchangeView& p_objView, IMessageBox& p_objMessageBo
 
 void CSessionView::OnBusy(bool p_bBusy) {
     m_objView.SetControlsEnabled(!p_bBusy);
+    m_objView.HoldInterface(p_bBusy);
 }
 
 void CSessionView::OnLinkStatus(const CLinkStatus& /*p_objStatus*/) {
-    // The window has no place for it.
+    // Stands in the line at the foot of the window, as the next two do (CLineTeller).
 }
 
-void CSessionView::OnStep(std::int16_t /*p_iStep*/, std::int16_t /*p_iSteps*/) {
-    // Nor for this.
-}
+void CSessionView::OnStep(std::int16_t /*p_iStep*/, std::int16_t /*p_iSteps*/) {}
+
+void CSessionView::OnWaiting(std::int16_t /*p_iSeconds*/) {}
 
 void CSessionView::OnStatus(const std::string& p_strText) {
     m_objView.ShowStatus(p_strText);

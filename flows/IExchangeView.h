@@ -10,6 +10,9 @@ public:
     /// Enables or disables the buttons that start something with the printer.
     virtual void SetControlsEnabled(bool p_bEnabled) = 0;
 
+    /// Keeps a person from choosing another interface, or does not any more.
+    virtual void HoldInterface(bool /*p_bHeld*/) {}
+
     /// Shows the printer's status; an empty text clears it.
     virtual void ShowStatus(const std::string& p_strText) = 0;
 

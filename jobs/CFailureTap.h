@@ -19,6 +19,7 @@ public:
     void OnStep(std::int16_t p_iStep, std::int16_t p_iSteps) override {
         m_objEvents.OnStep(p_iStep, p_iSteps);
     }
+    void OnWaiting(std::int16_t p_iSeconds) override { m_objEvents.OnWaiting(p_iSeconds); }
     void OnStatus(const std::string& p_strText) override { m_objEvents.OnStatus(p_strText); }
     void OnHeadCheck(const std::string& p_strText) override { m_objEvents.OnHeadCheck(p_strText); }
     void OnFailure(const CFailure& p_objFailure) override {

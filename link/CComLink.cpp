@@ -53,9 +53,13 @@ bool CComLink::OpenComPort() {
     m_objPort.SetPortNumber(iPort);
     const std::int32_t iResult = m_objPort.Open();
     if (iResult != ISerialPort::Opened) {
-        Tell(Failure(iResult == ISerialPort::AlreadyOpen ? CFailure::Kind::SerialHeld
-                                                         : CFailure::Kind::SerialNotOpened,
-                     iResult));
+        CFailure objFailure =
+            Failure(iResult == ISerialPort::AlreadyOpen ? CFailure::Kind::SerialHeld
+                                                        : CFailure::Kind::SerialNotOpened,
+                    iResult);
+        objFailure.m_iReason = iResult;
+        objFailure.m_objRefusal = m_objPort.Refusal();
+        Tell(objFailure);
         return false;
     }
     m_bOpened = true;
@@ -84,12 +88,16 @@ bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/
     }
     m_iExpectedLength = p_iReceiveLength;
     m_objState.m_iPendingAnswers = 1;
+    const std::int64_t iConnection = m_iConnection;
     if (WriteComBytes(p_objCommand)) {
         return true;
     }
     if (!m_objWaiter.MustStop()) {
         p_objFailure = Failure(CFailure::Kind::SerialNotSent);
-        Tell(p_objFailure);
+        if (iConnection == m_iConnection) {  // else it says nothing of how it stands now
+            TellState(CLinkStatus::State::Failed, p_objFailure);
+        }
+        m_objEvents.OnFailure(p_objFailure);
     }
     return false;
 }
@@ -144,6 +152,14 @@ void CComLink::OnComm(std::int16_t p_iEvent) {
         HandleEvent(p_iEvent);
     } catch (...) {
         // No exception may leave an event; the handler that waits, if one does, gets it.
+        m_objWaiter.StoreFault();
+    }
+}
+
+void CComLink::OnGone() {
+    try {
+        TellState(CLinkStatus::State::Failed, Failure(CFailure::Kind::SerialLost));
+    } catch (...) {
         m_objWaiter.StoreFault();
     }
 }

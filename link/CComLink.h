@@ -45,6 +45,7 @@ private:
     };
 
     void OnComm(std::int16_t p_iEvent) override;
+    void OnGone() override;
 
     bool OpenComPort();
     void CloseComPort();

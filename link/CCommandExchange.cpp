@@ -1,5 +1,6 @@
 #include "link/CCommandExchange.h"
 
+#include "link/CWaitTold.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MCommand.h"
 
@@ -81,8 +82,11 @@ bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere, std::
                                  const ILink* p_objLink, CFailure& p_objFailure) {
     const Connection objLan{CInterface::LanInterface, ConnectionNumber(CInterface::LanInterface)};
     CWaiter::Stopwatch objWaited(m_objWaiter);
+    CWaitTold objTold(m_objEvents);
     while (m_objWaiter.Yield() && !IsGone(objLan)) {
-        const bool bOver = objWaited.Elapsed() > p_iSeconds;
+        const double dElapsed = objWaited.Elapsed();
+        const bool bOver = dElapsed > p_iSeconds;
+        objTold.Tell(bOver ? 0 : dElapsed);
         // What came in time is in time, also when nothing has shown its end by now.
         const bool bSettled = m_objRouter.SettleQuiet(m_objWaiter.Now(), bOver ? 0 : QuietSeconds);
         if (bOver && !bSettled) {

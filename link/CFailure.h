@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ISerialPort.h"
 #include "platform/ITcpClientEvents.h"
 
 #include <cstdint>
@@ -45,6 +46,10 @@ struct CFailure {
     /// beforehand the system's error number (errno), where it tells one.
     std::int32_t m_iNumber = 0;
     std::string m_strDevice{};  ///< "192.168.10.20:8000", "COM1"; may be empty
+    /// Why a serial port did not open, or a printer on USB is not ready, as the system numbers it
+    /// (errno); 0 where that is not told.
+    std::int32_t m_iReason = 0;
+    DeviceRefusal m_objRefusal{};  ///< of a serial port that did not open
 
     [[nodiscard]] bool IsNone() const { return m_iKind == Kind::None; }
 };

@@ -25,6 +25,7 @@ bool CLanLink::Open() {
     }
     ++m_iConnection;
     m_bHasConnected = false;
+    m_bStopped = false;
     m_objState.m_iConnected = 0;
     m_objState.m_iSendComplete = 0;
     m_objState.m_iLinkError = 0;
@@ -35,7 +36,7 @@ bool CLanLink::Open() {
     m_objSocket.Connect();
     const CBusy::Flow objFlow(m_objBusy);
     TellState(CLinkStatus::State::Opening);
-    while (m_objWaiter.Yield()) {
+    while (m_objWaiter.Yield() && !m_bStopped) {
         if (m_bHasConnected) {
             return true;
         }
@@ -46,6 +47,13 @@ bool CLanLink::Open() {
     }
     Close();
     return false;
+}
+
+void CLanLink::StopOpening() {
+    m_bStopped = true;
+    if (!m_bHasConnected) {
+        Disconnect();  // it must not connect, nor tell an error, before the wait has ended
+    }
 }
 
 bool CLanLink::Close() {

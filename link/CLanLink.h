@@ -27,6 +27,9 @@ public:
     /// True also when the printer has taken the connection and closed it at once.
     bool Open() override;
 
+    /// True of an Open that waits for a connection, and of one that waits for the name of a host.
+    void StopOpening() override;
+
     bool Close() override;
 
     /// How long Exchange waits for the network to take everything; 2 seconds unless it is set.
@@ -67,6 +70,7 @@ private:
     double m_dSendSeconds = 2;
     /// Also when the printer has closed again since: one yield holds both where a box stood in it.
     bool m_bHasConnected = false;
+    bool m_bStopped = false;         // the opening that waits was ended from outside
     std::int64_t m_iConnection = 0;  // how often it was opened or closed
     std::string m_strRemote;         // where Connect goes
     SocketError m_objError;          // the last one since it was opened

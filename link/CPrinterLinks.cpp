@@ -9,6 +9,14 @@ bool CPrinterLinks::OpenLink(std::int16_t p_iInterface) {
     return objLink != nullptr && objLink->Open();
 }
 
+void CPrinterLinks::StopOpening() {
+    for (ILink* const objLink : m_objLinks) {
+        if (objLink != nullptr) {
+            objLink->StopOpening();
+        }
+    }
+}
+
 bool CPrinterLinks::CloseLink(std::int16_t p_iInterface) {
     ILink* const objLink = Find(p_iInterface);
     return objLink == nullptr || objLink->Close();

@@ -18,6 +18,9 @@ public:
     /// there is no such interface.
     bool OpenLink(std::int16_t p_iInterface);
 
+    /// Ends the opening that waits, on whichever link, as ILink::StopOpening does.
+    void StopOpening();
+
     /// Closes the link of interface p_iInterface; harmless when it is not open. True, always.
     bool CloseLink(std::int16_t p_iInterface);
 

@@ -69,7 +69,7 @@ bool CUsbLink::Exchange(const Bytes& p_objCommand, Bytes& p_objReceiveBuffer,
     if (iFailure != CFailure::Kind::None) {
         // Events run while it opens: whoever must stop has nothing to say any more.
         if (!m_objWaiter.MustStop()) {
-            p_objFailure = {iFailure, {}, iResult};
+            p_objFailure = Failure(iFailure, iResult);
             Tell(p_objFailure);
         }
         return false;
@@ -239,9 +239,17 @@ void CUsbLink::Tell(const CFailure& p_objFailure) {
     m_objEvents.OnFailure(p_objFailure);
 }
 
+CFailure CUsbLink::Failure(CFailure::Kind p_iKind, std::int32_t p_iResult) const {
+    CFailure objFailure{p_iKind, {}, p_iResult};
+    if (p_iResult == IUsbLibrary::NotReady && p_iKind != CFailure::Kind::UsbNotSent) {
+        objFailure.m_iReason = m_objLibrary.NotReadyNumber();
+    }
+    return objFailure;
+}
+
 bool CUsbLink::Fail(CFailure::Kind p_iKind, std::int32_t p_iResult, CFailure& p_objFailure) {
     if (!m_objWaiter.MustStop()) {
-        p_objFailure = {p_iKind, {}, p_iResult};
+        p_objFailure = Failure(p_iKind, p_iResult);
         Tell(p_objFailure);
     }
     m_objLibrary.Dll_closeUSB();

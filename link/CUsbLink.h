@@ -56,6 +56,7 @@ private:
     std::int16_t ReceiveUsb(Bytes& p_objBuffer, CFailure& p_objFailure);
     void TellState(CLinkStatus::State p_iState, const CFailure& p_objFailure = {});
     void Tell(const CFailure& p_objFailure);
+    [[nodiscard]] CFailure Failure(CFailure::Kind p_iKind, std::int32_t p_iResult) const;
     bool Fail(CFailure::Kind p_iKind, std::int32_t p_iResult, CFailure& p_objFailure);
 
     IUsbLibrary& m_objLibrary;

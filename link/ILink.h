@@ -28,6 +28,10 @@ public:
     /// a later handler or the program's closing has ended the wait for it.
     virtual bool Open() = 0;
 
+    /// Ends an Open that waits, at once: it returns false without a word, and the link is closed.
+    /// Harmless when none does. Called from an event, while Open yields.
+    virtual void StopOpening() {}
+
     /// Closes the link; harmless when it is not open. True, always.
     virtual bool Close() = 0;
 

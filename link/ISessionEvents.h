@@ -26,6 +26,11 @@ public:
     /// is over.
     virtual void OnStep(std::int16_t p_iStep, std::int16_t p_iSteps) = 0;
 
+    /// An answer has been awaited for p_iSeconds by now: told again with each whole second, and
+    /// with 0 when the wait begins anew or is over. A wait that ends within its first second is not
+    /// told.
+    virtual void OnWaiting(std::int16_t p_iSeconds) = 0;
+
     /// The printer's status is p_strText now; empty when it is being asked for.
     virtual void OnStatus(const std::string& p_strText) = 0;
 

@@ -11,4 +11,8 @@ public:
     /// @param p_strValue the text that could not be read, as it stood.
     explicit CConversionError(const std::string& p_strValue)
         : std::runtime_error("not a number in range: \"" + p_strValue + "\"") {}
+
+    /// The same error, and whose value it was.
+    CConversionError(const std::string& p_strOwner, const CConversionError& p_objError)
+        : std::runtime_error(p_strOwner + ": " + p_objError.what()) {}
 };

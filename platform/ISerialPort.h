@@ -7,6 +7,13 @@
 #include <string>
 #include <vector>
 
+/// Whom the system lets use a device that could not be had. Empty where it does not tell.
+struct DeviceRefusal {
+    std::string m_strFile;   ///< the device's file, "/dev/ttyUSB0"
+    std::string m_strGroup;  ///< whose members may use it
+    bool m_bMember = false;  ///< this user belongs to that group, but has not logged in since
+};
+
 /// One serial port. Set up before it is opened; nothing blocks.
 class ISerialPort {
 public:
@@ -32,8 +39,11 @@ public:
     /// Counted from 1.
     virtual void SetPortNumber(std::int16_t p_iPort) = 0;
 
-    /// Opened, AlreadyOpen, or any other number for any other failure.
+    /// Opened, AlreadyOpen, or for any other failure any other number: the system's (errno) where
+    /// it tells one.
     virtual std::int32_t Open() = 0;
+    /// What the latest Open ran into, when it failed.
+    [[nodiscard]] virtual DeviceRefusal Refusal() const { return {}; }
     /// Harmless when not open.
     virtual void Close() = 0;
     [[nodiscard]] virtual bool IsOpen() const = 0;

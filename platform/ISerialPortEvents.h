@@ -18,4 +18,7 @@ public:
 
     /// p_iEvent: a SerialEvent or any other code.
     virtual void OnComm(std::int16_t p_iEvent) = 0;
+
+    /// The port is not there any more, and closed.
+    virtual void OnGone() {}
 };

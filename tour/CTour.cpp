@@ -3,6 +3,7 @@
 #include "platform/qt/MText.h"
 #include "ui/UCSpinEdit.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -65,6 +66,10 @@ void CTour::Heading(const std::string& p_strText) const {
     std::cout << "\n== " << p_strText << std::endl;
 }
 
+void CTour::Note(const std::string& p_strText) const {
+    std::cout << "   seen   " << p_strText << std::endl;
+}
+
 void CTour::Expect(const std::string& p_strWhat, const std::string& p_strFound,
                    const std::string& p_strExpected) {
     if (p_strFound == p_strExpected) {
@@ -103,7 +108,7 @@ void CTour::Click(const QString& p_strButton) {
 }
 
 void CTour::ClickCaption(const QString& p_strCaption) {
-    for (QPushButton* const btn : Front()->findChildren<QPushButton*>()) {
+    for (QAbstractButton* const btn : Front()->findChildren<QAbstractButton*>()) {
         if (btn->text().remove('&') == p_strCaption) {
             QTest::mouseClick(btn, Qt::LeftButton);
             return;

@@ -32,6 +32,9 @@ public:
     /// Prints a heading for what comes next.
     void Heading(const std::string& p_strText) const;
 
+    /// Prints p_strText, which is neither right nor wrong.
+    void Note(const std::string& p_strText) const;
+
     /// Prints whether p_strFound is what it should be; a difference counts as a failure.
     void Expect(const std::string& p_strWhat, const std::string& p_strFound,
                 const std::string& p_strExpected);

@@ -3,6 +3,7 @@
 #include "tour/MLanTour.h"
 #include "tour/MLinkTour.h"
 #include "tour/MUsbTour.h"
+#include "tour/MWalk.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -57,10 +58,20 @@ int main(int p_iCount, char** p_strArguments) {
                                          "pictures");
     const QCommandLineOption objUsb(
         "usb", "Only the stops on USB, as the program that varden-printer-simulator --usb runs.");
-    objParser.addOptions({objPictures, objUsb});
+    const QCommandLineOption objWalk(
+        "walk", "Nothing of the tour: writes walk-through.md and its pictures.", "folder");
+    const QCommandLineOption objWalkUsb("walk-usb", "The part of that on USB, as with --usb.",
+                                        "folder");
+    objParser.addOptions({objPictures, objUsb, objWalk, objWalkUsb});
     objParser.process(objApplication);
     const QString strPictures = objParser.value(objPictures);
     try {
+        if (objParser.isSet(objWalk)) {
+            return MWalk::Run(objParser.value(objWalk));
+        }
+        if (objParser.isSet(objWalkUsb)) {
+            return MWalk::RunOnUsb(objParser.value(objWalkUsb));
+        }
         QDir().mkpath(strPictures);
         if (objParser.isSet(objUsb)) {
             return TravelOnUsb(strPictures);

@@ -57,9 +57,10 @@ void CActionButtons::SetEnabled(bool p_bEnabled) {
 void CActionButtons::KeepFocus() {
     auto* const btn = qobject_cast<QPushButton*>(m_objWindow.focusWidget());
     if (btn != nullptr && btn->isEnabled()) {
-        // A disabled button would pass the focus on to some field of the page.
+        // A disabled button would pass the focus on to some field of the page; and to a window that
+        // has it nowhere the toolkit gives it anew when a dialog or box over it closes.
         m_btnFocus = btn;
-        btn->clearFocus();
+        m_objWindow.setFocus(Qt::OtherFocusReason);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "ui/CFormBinding.h"
 
+#include "model/CConversionError.h"
 #include "model/MNumber.h"
 #include "platform/qt/MText.h"
 #include "ui/MControl.h"
@@ -12,10 +13,15 @@
 
 namespace {
 
+/// What people call a field.
+std::string NameOf(const QWidget& p_objField) {
+    return p_objField.accessibleName().toStdString();
+}
+
 void Select(QComboBox& p_cmb, const CItemValue& p_vValue) {
     const std::int16_t iPosition = MNumber::ToInt16(p_vValue);
     if (iPosition < 0 || iPosition >= p_cmb.count()) {
-        throw std::out_of_range("a list has no position " + std::to_string(iPosition));
+        throw std::out_of_range(NameOf(p_cmb) + " has no entry for " + std::to_string(iPosition));
     }
     p_cmb.setCurrentIndex(iPosition);
 }
@@ -70,9 +76,31 @@ CFormBinding::Bound CFormBinding::Bind(const QWidget& p_objPage, const MBinding:
     return objBound;
 }
 
-bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) const {
+QWidget* CFormBinding::Bound::Control() const {
+    for (QWidget* const objControl : std::initializer_list<QWidget*>{m_cmb, m_Se, m_txt}) {
+        if (objControl != nullptr) {
+            return objControl;
+        }
+    }
+    return nullptr;
+}
+
+std::vector<QWidget*> CFormBinding::Controls() const {
+    std::vector<QWidget*> objControls;
     for (const Bound& objBound : m_objBound) {
-        RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
+        objControls.push_back(objBound.Control());
+    }
+    return objControls;
+}
+
+bool CFormBinding::Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) {
+    m_strRefused.clear();
+    for (const Bound& objBound : m_objBound) {
+        try {
+            RefreshOne(objBound, p_objItemManager, p_bDefaultValue);
+        } catch (const CConversionError& objError) {
+            throw CConversionError(NameOf(*objBound.Control()), objError);
+        }
     }
     return true;
 }
@@ -93,17 +121,23 @@ void CFormBinding::RefreshOne(const Bound& p_objBound, const CItemManager& p_obj
         Select(*p_objBound.m_cmb, vValue);
         break;
     case MBinding::Kind::SpinEdit:
-        p_objBound.m_Se->SetValue(vValue);
+        Show(*p_objBound.m_Se, vValue);
         break;
     case MBinding::Kind::SignedPair: {
         const CItem& objDirection = *(p_objItemManager.*objRow.m_objDirection);
-        p_objBound.m_Se->SetValue(MNumber::ToText(objDirection.GetValue(p_bDefaultValue)) +
-                                  MNumber::ToText(vValue));
+        Show(*p_objBound.m_Se,
+             MNumber::ToText(objDirection.GetValue(p_bDefaultValue)) + MNumber::ToText(vValue));
         break;
     }
     case MBinding::Kind::TextBox:
         p_objBound.m_txt->setText(MText::ToQt(MNumber::ToText(vValue)));
         break;
+    }
+}
+
+void CFormBinding::Show(UCSpinEdit& p_Se, const CItemValue& p_vValue) {
+    if (!p_Se.SetValue(p_vValue)) {
+        m_strRefused[&p_Se] = p_Se.TextFor(p_vValue);
     }
 }
 

@@ -2,6 +2,9 @@
 
 #include "ui/MBinding.h"
 
+#include <QHash>
+#include <QString>
+
 class QComboBox;
 class QLineEdit;
 class QWidget;
@@ -23,7 +26,14 @@ public:
     /// value that is no number. A number outside a spin edit's range is refused by the spin edit
     /// with its message, and the refresh goes on.
     /// @return true when it completes.
-    bool Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue) const;
+    bool Refresh(const CItemManager& p_objItemManager, bool p_bDefaultValue);
+
+    /// The spin edits that refused their value in the last Refresh, with the value as they would
+    /// have shown it.
+    [[nodiscard]] const QHash<const QWidget*, QString>& Refused() const { return m_strRefused; }
+
+    /// The controls, in the order of the rows.
+    [[nodiscard]] std::vector<QWidget*> Controls() const;
 
     /// Stores what the controls show. Throws CConversionError for a signed value that is no
     /// number.
@@ -37,12 +47,16 @@ private:
         QComboBox* m_cmb = nullptr;
         UCSpinEdit* m_Se = nullptr;
         QLineEdit* m_txt = nullptr;
+
+        [[nodiscard]] QWidget* Control() const;
     };
 
     static Bound Bind(const QWidget& p_objPage, const MBinding::Row& p_objRow);
-    static void RefreshOne(const Bound& p_objBound, const CItemManager& p_objItemManager,
-                           bool p_bDefaultValue);
+    void RefreshOne(const Bound& p_objBound, const CItemManager& p_objItemManager,
+                    bool p_bDefaultValue);
+    void Show(UCSpinEdit& p_Se, const CItemValue& p_vValue);
     static void StoreOne(const Bound& p_objBound, const CItemManager& p_objItemManager);
 
     std::vector<Bound> m_objBound;
+    QHash<const QWidget*, QString> m_strRefused;
 };

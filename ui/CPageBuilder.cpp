@@ -1,5 +1,7 @@
 #include "ui/CPageBuilder.h"
 
+#include "ui/CFieldLabel.h"
+#include "ui/CFieldTexts.h"
 #include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
@@ -12,6 +14,17 @@
 
 #include <algorithm>
 #include <iterator>
+
+namespace {
+
+/// Tells the frame that p_objControl stands in: beside its name, which others have too.
+void TellFrame(QWidget& p_objControl) {
+    if (const auto* const Fr = qobject_cast<const QGroupBox*>(p_objControl.parentWidget())) {
+        CFieldTexts::Of(p_objControl).Set(CFieldTexts::Part::Where, Fr->title());
+    }
+}
+
+}  // namespace
 
 CPageBuilder::CPageBuilder(IMessageBox& p_objMessageBox, CListGuard& p_objListGuard)
     : m_objMessageBox(p_objMessageBox)
@@ -30,6 +43,7 @@ QPushButton* CPageBuilder::MakeButton(QWidget* p_objParent, const QString& p_str
     btn->setObjectName(p_strName);
     btn->setFocusPolicy(Qt::TabFocus);
     btn->setAutoDefault(false);
+    TellFrame(*btn);
     return btn;
 }
 
@@ -39,24 +53,34 @@ QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName
     cmb->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // its longest entry fits
     m_objListGuard.Guard(*cmb);
+    TellFrame(*cmb);
     return cmb;
 }
 
 UCSpinEdit* CPageBuilder::MakeSpinEdit(QWidget* p_objParent, const QString& p_strName) const {
     auto* const Se = new UCSpinEdit(m_objMessageBox, p_objParent);
     Se->setObjectName(p_strName);
+    TellFrame(*Se);
     return Se;
 }
 
 QLineEdit* CPageBuilder::MakeTextBox(QWidget* p_objParent, const QString& p_strName) const {
     auto* const txt = new QLineEdit(p_objParent);
     txt->setObjectName(p_strName);
+    TellFrame(*txt);
     return txt;
 }
 
 QLabel* CPageBuilder::MakeLabel(QWidget* p_objParent, const QString& p_strCaption) const {
     auto* const lbl = new QLabel(p_objParent);
     lbl->setTextFormat(Qt::PlainText);  // "<T>" is a variant, no markup
+    lbl->setText(p_strCaption);
+    return lbl;
+}
+
+CFieldLabel* CPageBuilder::MakeFieldLabel(QWidget* p_objParent, const QString& p_strCaption) const {
+    auto* const lbl = new CFieldLabel(p_objParent);
+    lbl->setTextFormat(Qt::PlainText);
     lbl->setText(p_strCaption);
     return lbl;
 }
@@ -87,7 +111,7 @@ QComboBox* CPageBuilder::AddList(QGridLayout& p_objGrid, int p_iRow, int p_iColu
 
 void CPageBuilder::Add(QGridLayout& p_objGrid, int p_iRow, int p_iColumn,
                        const QString& p_strCaption, QWidget& p_objField) const {
-    QLabel* const lbl = MakeLabel(p_objGrid.parentWidget(), p_strCaption);
+    CFieldLabel* const lbl = MakeFieldLabel(p_objGrid.parentWidget(), p_strCaption);
     lbl->setBuddy(&p_objField);  // with a buddy "&&" shows as "&"
     NameAfter(p_objField, p_strCaption);
     p_objGrid.addWidget(lbl, p_iRow, p_iColumn);
@@ -108,5 +132,11 @@ void CPageBuilder::MakeSameHeight(const QWidget& p_objPage) {
 }
 
 void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {
-    p_objField.setAccessibleName(QString(p_strCaption).replace("&&", "&"));
+    const QString strName = QString(p_strCaption).replace("&&", "&");
+    p_objField.setAccessibleName(strName);
+    const auto* const Fr = qobject_cast<const QGroupBox*>(p_objField.parentWidget());
+    if (Fr != nullptr && qobject_cast<const QComboBox*>(&p_objField) != nullptr) {
+        // To some systems a list's name is what it shows.
+        CFieldTexts::Of(p_objField).Set(CFieldTexts::Part::Where, strName + ", " + Fr->title());
+    }
 }

@@ -8,6 +8,7 @@
 class QComboBox;
 class QGridLayout;
 class QGroupBox;
+class CFieldLabel;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -17,8 +18,9 @@ class UCSpinEdit;
 /// Makes the controls of a page: named, labelled, and with the manners that all of them share.
 ///
 /// Every control belongs to the parent it is given. A field's accessible name is its label's
-/// text as it shows; a mouse wheel turns only the field that has the focus; a click on a button
-/// leaves the focus where it is, so that the button's handler can have the field checked first.
+/// text as it shows; a control's frame is in its accessible description; a mouse wheel turns only
+/// the field that has the focus; a click on a button leaves the focus where it is, so that the
+/// button's handler can have the field checked first.
 class CPageBuilder {
 public:
     /// Neither is owned; both outlive every field made here.
@@ -34,6 +36,9 @@ public:
 
     /// A label that shows p_strCaption as it is written. (Beside a field, "&&" shows as "&".)
     QLabel* MakeLabel(QWidget* p_objParent, const QString& p_strCaption) const;
+
+    /// The same for the caption of a field, which can be set off.
+    CFieldLabel* MakeFieldLabel(QWidget* p_objParent, const QString& p_strCaption) const;
 
     /// Makes the control that p_strName calls for by its prefix: "cmb" a list, "Se" a spin edit,
     /// "txt" a text box.

@@ -3,7 +3,10 @@
 #include "link/CInterface.h"
 #include "model/CConversionError.h"
 #include "model/MNumber.h"
+#include "ui/CAddressParts.h"
+#include "ui/CFieldTexts.h"
 #include "ui/CListGuard.h"
+#include "ui/MPortText.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -96,6 +99,8 @@ QComboBox* FmInterfaceSetup::AddList(const SerialList& p_objList, QGridLayout& p
     objList->setObjectName(p_objList.m_strName);
     objList->setAccessibleName(p_objList.m_strLabel);
     objLabel->setBuddy(objList);
+    // To some systems a list's name is what it shows.
+    CFieldTexts::Of(*objList).Set(CFieldTexts::Part::Where, p_objList.m_strLabel);
     m_objListGuard->Guard(*objList);
     const int iRow = p_objGrid.rowCount();
     p_objGrid.addWidget(objLabel, iRow, LabelColumn);
@@ -126,6 +131,7 @@ void FmInterfaceSetup::BuildLanGroup() {
         objAddress->addWidget(objField, 1);
     }
     objLabel->setBuddy(m_objOctets.front());
+    new CAddressParts({m_objOctets.begin(), m_objOctets.end()}, this);
     layout()->addWidget(m_objLanGroup);
 }
 
@@ -200,6 +206,19 @@ bool FmInterfaceSetup::InitializeLists() {
     return true;
 }
 
+void FmInterfaceSetup::TellPorts(const std::vector<CSerialPortEntry>& p_objPorts) {
+    QComboBox& cmbComPort = *m_objLists.front();
+    for (int i = 0; i < cmbComPort.count(); ++i) {
+        cmbComPort.setItemData(i, MPortText::Of(i + 1, p_objPorts), Qt::ToolTipRole);
+    }
+    const auto fnTell = [&cmbComPort] {
+        CFieldTexts::Of(cmbComPort)
+            .Set(CFieldTexts::Part::Note, cmbComPort.currentData(Qt::ToolTipRole).toString());
+    };
+    connect(&cmbComPort, &QComboBox::currentIndexChanged, &cmbComPort, fnTell);
+    fnTell();
+}
+
 bool FmInterfaceSetup::EditsLan() const {
     return m_iInterfaceIndex == CInterface::LanInterface;
 }
@@ -212,6 +231,10 @@ void FmInterfaceSetup::EnableGroups() {
     m_objLanGroup->setEnabled(EditsLan());
     for (UCSpinEdit* objField : m_objOctets) {
         objField->SetEnable(EditsLan());
+    }
+    if (EditsLan()) {
+        m_objOctets.front()->setFocus(Qt::TabFocusReason);
+        m_objOctets.front()->selectAll();
     }
 }
 

@@ -8,6 +8,7 @@
 
 class CInterface;
 class CListGuard;
+struct CSerialPortEntry;
 class IMessageBox;
 class QComboBox;
 class QGridLayout;
@@ -32,6 +33,10 @@ public:
     ///         list does not have, or a text that is not a number. The dialog is not to be shown
     ///         then.
     bool InitializeItem(CInterface& p_objInterface, std::int16_t p_iInterfaceIndex);
+
+    /// Has each entry of the list of serial ports tell in its tool tip which device it stands for
+    /// and what that is, by p_objPorts, or that there is no such port.
+    void TellPorts(const std::vector<CSerialPortEntry>& p_objPorts);
 
     /// True unless the dialog was closed with SET.
     [[nodiscard]] bool CancelFlag() const;

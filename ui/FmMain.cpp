@@ -4,8 +4,14 @@
 #include "flows/MStart.h"
 #include "model/MSettings.h"
 #include "platform/qt/MText.h"
+#include "ui/CFootedArea.h"
+#include "ui/CPageTeller.h"
+#include "ui/CStatusLine.h"
+#include "ui/CToldPage.h"
 #include "ui/FmAbout.h"
 #include "ui/FmInterfaceSetup.h"
+#include "ui/MControl.h"
+#include "ui/MDoing.h"
 #include "ui/MListEntries.h"
 #include "ui/MSpinRanges.h"
 #include "ui/UCExtraSetting.h"
@@ -22,7 +28,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -34,16 +39,6 @@ namespace {
 
 constexpr QSize LargestStartSize(1024, 740);
 
-/// A page that scrolls where the window is too small for it.
-QScrollArea* Scrolling(QWidget* p_objPage) {
-    auto* const objArea = new QScrollArea;
-    objArea->setWidgetResizable(true);
-    objArea->setFrameShape(QFrame::NoFrame);
-    objArea->setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field
-    objArea->setWidget(p_objPage);
-    return objArea;
-}
-
 }  // namespace
 
 FmMain::FmMain(const CPlatform& p_objPlatform)
@@ -51,7 +46,9 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSessionView(*this, p_objPlatform.m_objMessageBox)
-    , m_objSession(*m_objItemManager, *m_objInterface, m_objSessionView, p_objPlatform)
+    , m_objStatusLine(new CStatusLine(this))
+    , m_objLine(m_objSessionView, *m_objInterface, *m_objStatusLine)
+    , m_objSession(*m_objItemManager, *m_objInterface, m_objLine, p_objPlatform)
     , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(m_objSession) {
     setObjectName("FmMain");
@@ -65,8 +62,10 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     objLines->addWidget(MakeInterfaceLine());
     objLines->addWidget(MakeTabs(), 1);
     setCentralWidget(objCentre);
+    MakeStatusLine();
     MakeFlows();
     ConnectButtons();
+    MakeKeys();
     FormInitialize();
     FitToScreen();
 }
@@ -100,6 +99,7 @@ QWidget* FmMain::MakeInterfaceLine() {
     auto* const objFrameLayout = new QHBoxLayout(FrInterface);
     m_cmbInterface = m_objBuilder.MakeList(FrInterface, "cmbInterface");
     CPageBuilder::NameAfter(*m_cmbInterface, "Interface");
+    m_objInterfaceHold.Watch(*m_cmbInterface);
     objFrameLayout->addWidget(m_cmbInterface);
     m_btnSetup = m_objBuilder.MakeButton(FrInterface, "btnSetup", "Setup");
     objFrameLayout->addWidget(m_btnSetup);
@@ -123,7 +123,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
     m_lblStatus = m_objBuilder.MakeLabel(&p_objLine, {});
     m_lblStatus->setObjectName("lblStatus");
     m_lblStatus->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    m_lblStatus->setAccessibleName("GET STATUS");
+    m_lblStatus->setAccessibleDescription("GET STATUS");  // its name is what it shows
     m_lblStatus->setFixedHeight(objButton.height());
     p_objLayout.addWidget(btnGetStatus);
     p_objLayout.addWidget(m_lblStatus, 1);
@@ -132,6 +132,7 @@ void FmMain::MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout) {
 QWidget* FmMain::MakeTabs() {
     m_objTabs = new QTabWidget(this);
     m_objTabs->setObjectName("SSTab1");
+    m_objTabs->tabBar()->setAccessibleName("Pages");
     m_objParameterPage = new UCParameterSetting(m_objBuilder, *m_objItemManager, this);
     m_objMaintenancePage = new UCMaintenanceMode(m_objBuilder, this);
     m_objLanPage = new UCExtraSetting(m_objBuilder, *m_objItemManager, this);
@@ -145,10 +146,23 @@ QWidget* FmMain::MakeTabs() {
             objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
         }
     });
-    m_objTabs->addTab(Scrolling(m_objParameterPage), "Parameter Setting");
-    m_objTabs->addTab(Scrolling(m_objMaintenancePage), "Maintenance Mode");
-    m_objTabs->addTab(Scrolling(m_objLanPage), "Extra Setting");
+    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot()),
+                      "Parameter Setting");
+    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage), "Maintenance Mode");
+    m_objTabs->addTab(new CFootedArea(m_objLanPage), "Extra Setting");
     return m_objTabs;
+}
+
+void FmMain::MakeStatusLine() {
+    setStatusBar(m_objStatusLine);
+    connect(m_objStatusLine, &CStatusLine::StopPressed, this,
+            [this] { m_objSession.Links().StopOpening(); });
+    m_objParameterTold =
+        std::make_unique<CToldPage>(*m_objParameterPage, m_objParameterPage->Baseline());
+    m_objLanTold = std::make_unique<CToldPage>(*m_objLanPage, m_objLanPage->Baseline());
+    m_objPages =
+        std::make_unique<CPageTeller>(*m_objTabs, *m_objParameterTold, *m_objLanTold,
+                                      m_objLanPage->Baseline(), m_objLine, *m_objStatusLine);
 }
 
 void FmMain::FormInitialize() {
@@ -158,6 +172,8 @@ void FmMain::FormInitialize() {
     MListEntries::Fill(MListEntries::All(), *this);
     m_objTabs->setCurrentIndex(0);
     MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
+    m_objParameterPage->Baseline().Begin();
+    m_objLanPage->Baseline().Begin();
 }
 
 void FmMain::FillInterfaces() {
@@ -171,20 +187,23 @@ void FmMain::FillInterfaces() {
 void FmMain::MakeFlows() {
     m_objReadWrite = std::make_unique<CReadWriteFlow>(*m_objItemManager, m_objSession,
                                                       m_objPlatform.m_objMessageBox,
-                                                      *m_objParameterPage, *m_objLanPage);
+                                                      *m_objParameterTold, *m_objLanTold);
     const auto Files = [this](CFileFlow::Kind p_objKind, ISettingsPage& p_objPage) {
         return std::make_unique<CFileFlow>(std::move(p_objKind), *m_objItemManager, p_objPage,
                                            m_objSession.Waiter(), m_objPlatform);
     };
-    m_objParameterFile = Files(CFileFlow::ParameterKind(), *m_objParameterPage);
-    m_objLanFile = Files(CFileFlow::LanKind(), *m_objLanPage);
+    m_objParameterFile = Files(CFileFlow::ParameterKind(), *m_objParameterTold);
+    m_objLanFile = Files(CFileFlow::LanKind(), *m_objLanTold);
 }
 
 void FmMain::ConnectButtons() {
     std::vector<MButtonHandlers::Row> objRows = SettingsHandlers();
     std::ranges::move(MaintenanceHandlers(), std::back_inserter(objRows));
-    MButtonHandlers::Connect(objRows, *this);
+    MButtonHandlers::Connect(MDoing::Told(std::move(objRows), m_objLine, *m_objPages), *this);
     m_objActionButtons.emplace(*this);
+    for (const char* const strName : CActionButtons::Names()) {
+        m_objPressGuard.Guard(MControl::Find<QPushButton>(*this, strName));
+    }
 }
 
 std::vector<MButtonHandlers::Row> FmMain::SettingsHandlers() {
@@ -217,6 +236,19 @@ std::vector<MButtonHandlers::Row> FmMain::MaintenanceHandlers() {
     };
 }
 
+void FmMain::MakeKeys() {
+    m_objPageKeys.emplace(*m_objTabs);
+    const auto Button = [this](const char* p_strName) {
+        return &MControl::Find<QPushButton>(*this, p_strName);
+    };
+    m_objPageKeys->AddKey("F5", {Button("btnRead"), Button("btnLanRead")});
+    m_objPageKeys->AddKey("Ctrl+O", {Button("btnLoad"), Button("btnLanLoad")});
+    m_objPageKeys->AddKey("Ctrl+S", {Button("btnSave"), Button("btnLanSave")});
+    for (QPushButton* const btn : MControl::All<QPushButton>(*this)) {
+        m_objPageKeys->PressByReturn(*btn);
+    }
+}
+
 void FmMain::FitToScreen() {
     QSize objSize = sizeHint();
     for (int i = 0; i < m_objTabs->count(); ++i) {
@@ -237,6 +269,7 @@ void FmMain::FitToScreen() {
 
 void FmMain::SelectInterface(int p_iPosition) {
     m_objInterface->SetActiveInterface(static_cast<std::int16_t>(p_iPosition));
+    m_objLine.ShowLink();
     if (!m_objSession.Busy().IsBusy()) {  // else the flow that runs enables it at its end
         m_btnSetup->setEnabled(p_iPosition != CInterface::UsbInterface);
     }
@@ -263,7 +296,11 @@ bool FmMain::EditInterface() {
                                  static_cast<std::int16_t>(m_cmbInterface->currentIndex()))) {
         return false;
     }
+    if (m_objPlatform.m_objSerialPorts != nullptr) {
+        objSetup.TellPorts(m_objPlatform.m_objSerialPorts->SerialPorts());
+    }
     objSetup.exec();
+    m_objLine.ShowLink();
     return !objSetup.CancelFlag();
 }
 
@@ -275,6 +312,10 @@ void FmMain::ShowAbout() {
 
 void FmMain::SetControlsEnabled(bool p_bEnabled) {
     m_objActionButtons->SetEnabled(p_bEnabled);
+}
+
+void FmMain::HoldInterface(bool p_bHeld) {
+    m_objInterfaceHold.SetHeld(p_bHeld);
 }
 
 void FmMain::ShowStatus(const std::string& p_strText) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flows/CFileFlow.h"
+#include "flows/CLineTeller.h"
 #include "flows/CMaintenanceFlow.h"
 #include "flows/CReadWriteFlow.h"
 #include "flows/CSessionView.h"
@@ -9,8 +10,11 @@
 #include "model/CItemManager.h"
 #include "platform/CPlatform.h"
 #include "ui/CActionButtons.h"
+#include "ui/CInterfaceHold.h"
 #include "ui/CListGuard.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CPageKeys.h"
+#include "ui/CPressGuard.h"
 #include "ui/MButtonHandlers.h"
 
 #include <QMainWindow>
@@ -19,6 +23,9 @@
 #include <optional>
 #include <vector>
 
+class CPageTeller;
+class CStatusLine;
+class CToldPage;
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
@@ -54,6 +61,7 @@ protected:
 
 private:
     void SetControlsEnabled(bool p_bEnabled) override;
+    void HoldInterface(bool p_bHeld) override;
     void ShowStatus(const std::string& p_strText) override;
     void ShowHeadCheck(const std::string& p_strText) override;
 
@@ -61,12 +69,14 @@ private:
     QWidget* MakeInterfaceLine();
     void MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout);
     QWidget* MakeTabs();
+    void MakeStatusLine();
     void FormInitialize();
     void FillInterfaces();
     void MakeFlows();
     void ConnectButtons();
     std::vector<MButtonHandlers::Row> SettingsHandlers();
     std::vector<MButtonHandlers::Row> MaintenanceHandlers();
+    void MakeKeys();
     void FitToScreen();
 
     void SelectInterface(int p_iPosition);
@@ -79,8 +89,12 @@ private:
     std::unique_ptr<CItemManager> m_objItemManager;
     std::unique_ptr<CInterface> m_objInterface;
     CSessionView m_objSessionView;
+    CStatusLine* m_objStatusLine;
+    CLineTeller m_objLine;
     CPrinterSession m_objSession;
     CListGuard m_objListGuard;
+    CInterfaceHold m_objInterfaceHold;
+    CPressGuard m_objPressGuard;
     CPageBuilder m_objBuilder;
 
     QComboBox* m_cmbInterface = nullptr;
@@ -90,7 +104,11 @@ private:
     UCParameterSetting* m_objParameterPage = nullptr;
     UCMaintenanceMode* m_objMaintenancePage = nullptr;
     UCExtraSetting* m_objLanPage = nullptr;
+    std::unique_ptr<CToldPage> m_objParameterTold;
+    std::unique_ptr<CToldPage> m_objLanTold;
+    std::unique_ptr<CPageTeller> m_objPages;
     std::optional<CActionButtons> m_objActionButtons;
+    std::optional<CPageKeys> m_objPageKeys;
     std::unique_ptr<CReadWriteFlow> m_objReadWrite;
     std::unique_ptr<CFileFlow> m_objParameterFile;
     std::unique_ptr<CFileFlow> m_objLanFile;

@@ -1,6 +1,11 @@
 #include "ui/UCExtraSetting.h"
 
+#include "ui/CAddressParts.h"
+#include "ui/CFieldLabel.h"
+#include "ui/MControl.h"
 #include "ui/MSettingControls.h"
+#include "ui/MSettingNotes.h"
+#include "ui/UCSpinEdit.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -39,7 +44,7 @@ void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRo
              const QString& p_strCaption, const std::vector<std::string>& p_strControls,
              bool p_bNumbered) {
     QWidget* const objParent = p_objGrid.parentWidget();
-    QLabel* const lbl = p_objBuilder.MakeLabel(objParent, p_strCaption);
+    CFieldLabel* const lbl = p_objBuilder.MakeFieldLabel(objParent, p_strCaption);
     auto* const objLine = new QHBoxLayout;
     int iNumber = 0;
     for (const std::string& strControl : p_strControls) {
@@ -60,6 +65,14 @@ void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRo
     }
     p_objGrid.addWidget(lbl, p_iRow, 0);
     p_objGrid.addLayout(objLine, p_iRow, 1);
+    if (p_bNumbered) {
+        std::vector<UCSpinEdit*> objParts;
+        for (const std::string& strControl : p_strControls) {
+            objParts.push_back(
+                &MControl::Find<UCSpinEdit>(*objParent, QString::fromStdString(strControl)));
+        }
+        new CAddressParts(objParts, objParent);
+    }
 }
 
 /// The network settings, a line each.
@@ -95,6 +108,9 @@ UCExtraSetting::UCExtraSetting(const CPageBuilder& p_objBuilder,
     objGrid->setColumnStretch(1, 1);
     objGrid->setRowStretch(1, 1);
     m_objBinding.emplace(*this, MBinding::Lan());
+    m_objBaseline.emplace(m_objBinding->Controls());
+    m_objMarks.emplace(*this, *m_objBaseline);
+    MSettingNotes::Tell(*this, MSettingControls::Lan());
 }
 
 bool UCExtraSetting::RefreshLanSettingItem(const CItemManager& p_objItemManager,

@@ -2,8 +2,10 @@
 
 #include "flows/ISettingsPage.h"
 #include "model/CItemManager.h"
+#include "ui/CChangeMarks.h"
 #include "ui/CFormBinding.h"
 #include "ui/CPageBuilder.h"
+#include "ui/CReadBaseline.h"
 
 #include <QWidget>
 
@@ -28,10 +30,16 @@ public:
 
     bool Refresh() override { return RefreshLanSettingItem(m_objItemManager, false); }
     bool Store() override { return StoreLanSettingItem(m_objItemManager); }
+    void NoteRead() override { m_objBaseline->NoteRead(m_objBinding->Refused()); }
+
+    /// What the page held when it was last read; the window begins it.
+    [[nodiscard]] CReadBaseline& Baseline() { return *m_objBaseline; }
 
 private:
     QWidget* MakeLanFrame(const CPageBuilder& p_objBuilder);
 
     const CItemManager& m_objItemManager;
     std::optional<CFormBinding> m_objBinding;
+    std::optional<CReadBaseline> m_objBaseline;
+    std::optional<CChangeMarks> m_objMarks;
 };

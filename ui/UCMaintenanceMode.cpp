@@ -1,6 +1,7 @@
 #include "ui/UCMaintenanceMode.h"
 
 #include "model/MNumber.h"
+#include "ui/CFieldTexts.h"
 #include "ui/MControl.h"
 #include "ui/UCSpinEdit.h"
 
@@ -44,6 +45,16 @@ constexpr auto TestPrintFields = std::to_array<Field>({
     {"PATTERN", "cmbPattern"},
 });
 // clang-format on
+
+/// The grid of a frame, with little above and below: the left column has to fit on small screens.
+QGridLayout* MakeGrid(QGroupBox& p_objFrame) {
+    auto* const objGrid = new QGridLayout(&p_objFrame);
+    QMargins objMargins = objGrid->contentsMargins();
+    objMargins.setTop(objMargins.top() / 3);
+    objMargins.setBottom(objMargins.bottom() / 3);
+    objGrid->setContentsMargins(objMargins);
+    return objGrid;
+}
 
 void AddSend(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRow,
              const char* p_strName) {
@@ -108,11 +119,11 @@ MCommand::TestPrintFields UCMaintenanceMode::TestPrint() const {
 
 QWidget* UCMaintenanceMode::MakeHeadCheck(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrHeadCheck", "HEAD CHECK");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     m_lblHeadCheck = p_objBuilder.MakeLabel(Fr, {});
     m_lblHeadCheck->setObjectName("lblHeadCheck");
     m_lblHeadCheck->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    m_lblHeadCheck->setAccessibleName("HEAD CHECK");
+    m_lblHeadCheck->setAccessibleDescription("HEAD CHECK");  // its name is what it shows
     objGrid->addWidget(m_lblHeadCheck, 0, 0, 1, 2);
     AddSend(p_objBuilder, *objGrid, 0, "btnHeadCheck");
     objGrid->setColumnStretch(1, 1);
@@ -121,7 +132,7 @@ QWidget* UCMaintenanceMode::MakeHeadCheck(const CPageBuilder& p_objBuilder) {
 
 QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrRamClear", "RAM CLEAR");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     m_cmbRamClear = p_objBuilder.AddList(*objGrid, 0, 0, "MODE", "cmbRamClear");
     m_cmbDestination = p_objBuilder.MakeList(Fr, "cmbDestination");
     CPageBuilder::NameAfter(*m_cmbDestination, "DESTINATION");
@@ -137,7 +148,7 @@ QWidget* UCMaintenanceMode::MakeRamClear(const CPageBuilder& p_objBuilder) {
 
 QWidget* UCMaintenanceMode::MakeThresholdCalib(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrThresholdCalib", "THRESHOLD CALIB");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     m_cmbThresholdCalib = p_objBuilder.AddList(*objGrid, 0, 0, "SENSOR", "cmbThresholdCalib");
     AddSend(p_objBuilder, *objGrid, 0, "btnThresholdCalib");
     objGrid->setColumnStretch(1, 1);
@@ -146,11 +157,13 @@ QWidget* UCMaintenanceMode::MakeThresholdCalib(const CPageBuilder& p_objBuilder)
 
 QWidget* UCMaintenanceMode::MakeSensorAdjust(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrSensorAdjust", "SENSOR ADJUST");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     int iRow = 0;
     for (const Step& objStep : SensorSteps) {
         const Qt::Alignment iTop = Qt::AlignTop;  // the text's last line is empty
         QPushButton* const btn = p_objBuilder.MakeButton(Fr, objStep.m_strButton, SendCaption);
+        CFieldTexts::Of(*btn).Set(CFieldTexts::Part::Where,
+                                  Fr->title() + ", " + objStep.m_strCaption);
         QLabel* const lblCaption = p_objBuilder.MakeLabel(Fr, objStep.m_strCaption);
         QLabel* const lblText = p_objBuilder.MakeLabel(Fr, objStep.m_strText);
         const int iMargin = (btn->sizeHint().height() - lblCaption->sizeHint().height()) / 2;
@@ -167,7 +180,7 @@ QWidget* UCMaintenanceMode::MakeSensorAdjust(const CPageBuilder& p_objBuilder) {
 
 QWidget* UCMaintenanceMode::MakeTestPrint(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FrTestPrint", "TEST PRINT");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     int iRow = 0;
     for (const Field& objField : TestPrintFields) {
         p_objBuilder.AddField(*objGrid, iRow++, 0, objField.m_strCaption, objField.m_strName);
@@ -188,7 +201,7 @@ QWidget* UCMaintenanceMode::MakeTestPrint(const CPageBuilder& p_objBuilder) {
 
 QWidget* UCMaintenanceMode::MakeDiagPrint(const CPageBuilder& p_objBuilder) {
     QGroupBox* const Fr = p_objBuilder.MakeFrame(this, "FmDiagPrint", "DIAG PRINT");
-    auto* const objGrid = new QGridLayout(Fr);
+    QGridLayout* const objGrid = MakeGrid(*Fr);
     m_cmbDiagPrint = p_objBuilder.AddList(*objGrid, 0, 0, "PRT TYPE", "cmbDiagPrint");
     AddSend(p_objBuilder, *objGrid, 0, "btnDiagPrint");
     objGrid->setColumnStretch(1, 1);

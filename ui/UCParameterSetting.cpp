@@ -1,7 +1,10 @@
 #include "ui/UCParameterSetting.h"
 
+#include "ui/CFieldTexts.h"
+#include "ui/CFootedArea.h"
 #include "ui/MControl.h"
 #include "ui/MSettingControls.h"
+#include "ui/MSettingNotes.h"
 #include "ui/UCSpinEdit.h"
 
 #include <QComboBox>
@@ -82,11 +85,15 @@ UCParameterSetting::UCParameterSetting(const CPageBuilder& p_objBuilder,
     objGrid->addWidget(MakeParameterFrame(p_objBuilder), 0, 0);
     objGrid->addWidget(MakeAdjustmentFrame(p_objBuilder), 0, 1);
     CPageBuilder::MakeSameHeight(*this);
-    objGrid->addWidget(MakeButtons(p_objBuilder), 1, 0, 1, 2);
+    m_objFoot = MakeFoot(p_objBuilder);
+    objGrid->addWidget(m_objFoot->Place(), 1, 0, 1, 2);
     objGrid->setColumnStretch(0, 3);
     objGrid->setColumnStretch(1, 1);
     objGrid->setRowStretch(2, 1);
     m_objBinding.emplace(*this, MBinding::ParameterSetting());
+    m_objBaseline.emplace(m_objBinding->Controls());
+    m_objMarks.emplace(*this, *m_objBaseline);
+    MSettingNotes::Tell(*this, MSettingControls::ParameterSetting());
 }
 
 bool UCParameterSetting::RefreshParameterSettingItem(const CItemManager& p_objItemManager,
@@ -141,14 +148,24 @@ QWidget* UCParameterSetting::MakeAdjustmentFrame(const CPageBuilder& p_objBuilde
     return Fr;
 }
 
-QWidget* UCParameterSetting::MakeButtons(const CPageBuilder& p_objBuilder) {
-    auto* const objButtons = new QWidget(this);
-    auto* const objLine = new QHBoxLayout(objButtons);
-    objLine->setContentsMargins(0, 0, 0, 0);
+CPageFoot* UCParameterSetting::MakeFoot(const CPageBuilder& p_objBuilder) {
+    auto* const objFoot = new CPageFoot(this);
+    auto* const objLine = new QHBoxLayout(objFoot);
+    auto* const objGrid = static_cast<QGridLayout*>(layout());
+    // The foot has what the page would have around it, so that it hides what is behind it.
+    QMargins objMargins = objGrid->contentsMargins();
+    objMargins.setTop(objGrid->verticalSpacing());
+    objLine->setContentsMargins(objMargins);
+    objMargins = objGrid->contentsMargins();
+    objMargins.setBottom(0);
+    objGrid->setContentsMargins(objMargins);
+    objGrid->setVerticalSpacing(0);
     for (const Button& objButton : PageButtons) {
-        objLine->addWidget(
-            p_objBuilder.MakeButton(objButtons, objButton.m_strName, objButton.m_strCaption));
+        QPushButton* const btn =
+            p_objBuilder.MakeButton(objFoot, objButton.m_strName, objButton.m_strCaption);
+        CFieldTexts::Of(*btn).Set(CFieldTexts::Part::Where, "Parameter and Adjustment");
+        objLine->addWidget(btn);
     }
     objLine->addStretch(1);
-    return objButtons;
+    return objFoot;
 }

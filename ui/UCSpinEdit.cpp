@@ -3,13 +3,16 @@
 #include "model/MNumber.h"
 #include "platform/IMessageBox.h"
 #include "platform/qt/MText.h"
+#include "ui/CSpinEditLook.h"
 #include "ui/CSpinEditStyle.h"
 #include "ui/MPress.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QStyleOptionSpinBox>
@@ -35,10 +38,15 @@ bool IsLeaving(Qt::FocusReason p_iReason) {
 UCSpinEdit::UCSpinEdit(IMessageBox& p_objBoxes, QWidget* p_objParent)
     : QAbstractSpinBox(p_objParent)
     , m_objBoxes(p_objBoxes)
+    , m_objLook(new CSpinEditLook(*this))
     , m_iEditWidth(CSpinEditStyle::NativeWidth)
     , m_iButtonWidth(CSpinEditStyle::NativeWidth) {
     lineEdit()->setObjectName("CText");
     lineEdit()->installEventFilter(this);
+    connect(lineEdit(), &QLineEdit::textChanged, this, [this](const QString& p_strText) {
+        m_objLook->Update(m_objForm, p_strText);
+        emit TextChanged();
+    });
     setFocusPolicy(Qt::StrongFocus);
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget* /*p_objFormer*/, const QWidget* p_objNow) {
@@ -126,19 +134,19 @@ void UCSpinEdit::InitializeSpinEdit(const CItemValue& p_vValue, const CItemValue
     const std::int32_t iValue = MNumber::ToInt32(p_vValue);
     const std::int32_t iMax = MNumber::ToInt32(p_vMax);
     const std::int32_t iMin = MNumber::ToInt32(p_vMin);
-    m_iIncrement = MNumber::ToInt32(p_vIncrement);
+    m_objForm.m_iIncrement = MNumber::ToInt32(p_vIncrement);
     m_iValue = iValue;
-    m_iMax = iMax;
-    m_iMin = iMin;
-    m_bHexaMode = p_bHexaMode;
+    m_objForm.m_iMax = iMax;
+    m_objForm.m_iMin = iMin;
+    m_objForm.m_bHexaMode = p_bHexaMode;
     m_bInitialized = true;
     m_iLength = p_iLength;
-    m_iDecimalPoint = p_iDecimalPoint;
+    m_objForm.m_iDecimalPoint = p_iDecimalPoint;
     if (p_iDecimalPoint >= 0 && p_iDecimalPoint <= 2) {
-        m_iShownPlaces = p_iDecimalPoint;
+        m_objForm.m_iShownPlaces = p_iDecimalPoint;
     }
     ShowValue();
-    updateGeometry();
+    TakeForm();
 }
 
 bool UCSpinEdit::IsInitialized() const {
@@ -146,13 +154,17 @@ bool UCSpinEdit::IsInitialized() const {
 }
 
 void UCSpinEdit::SetMax(const CItemValue& p_vValue) {
-    m_iMax = MNumber::ToInt32(p_vValue);
-    updateGeometry();
-    update();
+    m_objForm.m_iMax = MNumber::ToInt32(p_vValue);
+    TakeForm();
 }
 
 void UCSpinEdit::SetMin(const CItemValue& p_vValue) {
-    m_iMin = MNumber::ToInt32(p_vValue);
+    m_objForm.m_iMin = MNumber::ToInt32(p_vValue);
+    TakeForm();
+}
+
+void UCSpinEdit::TakeForm() {
+    m_objLook->Update(m_objForm, text());
     updateGeometry();
     update();
 }
@@ -162,7 +174,7 @@ bool UCSpinEdit::SetValue(const CItemValue& p_vValue) {
 }
 
 CItemValue UCSpinEdit::GetValue() const {
-    if (m_iDecimalPoint != 0) {
+    if (m_objForm.m_iDecimalPoint != 0) {
         return m_iValue;
     }
     return MText::FromQt(lineEdit()->text());
@@ -171,14 +183,19 @@ CItemValue UCSpinEdit::GetValue() const {
 bool UCSpinEdit::CommitText() {
     m_bFocusLent = false;
     const std::string strText = MText::FromQt(lineEdit()->text());
-    if (m_bHexaMode) {
+    if (m_objForm.m_bHexaMode) {
         return Store(MNumber::ReadHex(strText));
     }
     if (!MNumber::IsNumber(strText)) {
         ShowValue();
         return true;
     }
-    return Store(TypedNumber(strText));
+    return Store(m_objForm.TypedNumber(strText));
+}
+
+bool UCSpinEdit::Enter(const QString& p_strText) {
+    ShowText(p_strText);
+    return CommitText();
 }
 
 bool UCSpinEdit::CommitFields(const QWidget& p_objWindow) {
@@ -196,71 +213,88 @@ bool UCSpinEdit::CommitFields(const QWidget& p_objWindow) {
 }
 
 bool UCSpinEdit::HoldsUncheckedText() const {
-    return lineEdit()->text() != TextOf(m_iValue);
-}
-
-double UCSpinEdit::TypedNumber(const std::string& p_strText) const {
-    if (p_strText.find_first_of("eE") == std::string::npos) {
-        // Moving the point in the text is exact; the product of 1.1 and 100 is above 110.
-        const std::string strNumber = p_strText.substr(0, p_strText.find_last_not_of(" \t") + 1);
-        return MNumber::ToDouble(strNumber + "e" + std::to_string(m_iDecimalPoint));
-    }
-    return MNumber::ToDouble(p_strText) * std::pow(10.0, m_iDecimalPoint);
+    return lineEdit()->text() != m_objForm.TextOf(m_iValue);
 }
 
 bool UCSpinEdit::Store(double p_dValue) {
-    const bool bInRange = p_dValue >= m_iMin && p_dValue <= m_iMax;
+    const bool bInRange = m_objForm.Contains(p_dValue);
     if (bInRange) {
         m_iValue = MNumber::RoundToInt32(p_dValue);
+        ShowValue();
     } else {
         m_objBoxes.Show(RangeMessage, MessageIcon::None);
+        ShowValue();
+        SelectWhatHasTheFocus();
     }
-    ShowValue();
     return bInRange;
 }
 
-QString UCSpinEdit::TextOf(std::int32_t p_iValue) const {
-    if (m_iDecimalPoint != 0) {
-        return QString::number(p_iValue / std::pow(10.0, m_iDecimalPoint), 'f', m_iShownPlaces);
+void UCSpinEdit::SelectWhatHasTheFocus() const {
+    // Not every system gives the focus back before the box is done with, and then as it was.
+    QWidget* const objFocus = window()->focusWidget();
+    if (auto* const Se = qobject_cast<UCSpinEdit*>(objFocus)) {
+        Se->selectAll();
+    } else if (auto* const txt = qobject_cast<QLineEdit*>(objFocus)) {
+        txt->selectAll();
     }
-    if (m_bHexaMode) {
-        const std::string strDigits = MNumber::HexText(p_iValue);
-        return MText::ToQt(p_iValue < 16 ? "0" + strDigits : strDigits);
-    }
-    return MText::ToQt(MNumber::ToText(static_cast<double>(p_iValue)));
+}
+
+QString UCSpinEdit::TextFor(const CItemValue& p_vValue) const {
+    return m_objForm.TextOf(MNumber::RoundToInt32(MNumber::ToDouble(p_vValue)));
 }
 
 void UCSpinEdit::ShowValue() {
-    const QString strText = TextOf(m_iValue);
-    // The limit binds who types; it must not cut a value.
-    const int iLimit = m_iLength > NoLengthLimit ? m_iLength : UnlimitedLength;
-    lineEdit()->setMaxLength(std::max(iLimit, static_cast<int>(strText.size())));
-    if (lineEdit()->text() != strText) {
-        lineEdit()->setText(strText);
-    }
+    ShowText(m_objForm.TextOf(m_iValue));
     update();  // the buttons show which way is left
 }
 
-bool UCSpinEdit::CanStep(bool p_bUp) const {
-    const std::int64_t iStepped =
-        std::int64_t{m_iValue} + (p_bUp ? 1 : -1) * std::int64_t{m_iIncrement};
-    return p_bUp ? iStepped <= m_iMax : iStepped >= m_iMin;
+void UCSpinEdit::ShowText(const QString& p_strText) {
+    // The limit binds who types; it must not cut a value.
+    const int iLimit = m_iLength > NoLengthLimit ? m_iLength : UnlimitedLength;
+    lineEdit()->setMaxLength(std::max(iLimit, static_cast<int>(p_strText.size())));
+    if (lineEdit()->text() != p_strText) {
+        lineEdit()->setText(p_strText);
+    }
 }
 
 void UCSpinEdit::stepBy(int p_iSteps) {
     const bool bUp = p_iSteps > 0;
-    if (p_iSteps == 0 || !CanStep(bUp)) {
+    if (p_iSteps == 0 || !m_objForm.CanStep(m_iValue, bUp)) {
         return;
     }
-    m_iValue = bUp ? m_iValue + m_iIncrement : m_iValue - m_iIncrement;
+    m_iValue = bUp ? m_iValue + m_objForm.m_iIncrement : m_iValue - m_objForm.m_iIncrement;
     ShowValue();
     selectAll();
 }
 
+QMenu* UCSpinEdit::MakeMenu() {
+    QMenu* const objMenu = lineEdit()->createStandardContextMenu();
+    objMenu->setAttribute(Qt::WA_DeleteOnClose);
+    for (QAction* const objAction : objMenu->actions()) {
+        if (objAction->text().startsWith(QLineEdit::tr("&Paste"))) {
+            // As the key does it, which others may take.
+            objAction->disconnect(lineEdit());
+            connect(objAction, &QAction::triggered, this, [this] {
+                QKeyEvent objKey(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+                QApplication::sendEvent(this, &objKey);
+            });
+        }
+    }
+    objMenu->addSeparator();
+    const auto AddStep = [&](const char* p_strText, int p_iSteps) {
+        QAction* const objStep =
+            objMenu->addAction(p_strText, this, [this, p_iSteps] { stepBy(p_iSteps); });
+        objStep->setEnabled(m_objForm.CanStep(m_iValue, p_iSteps > 0));
+    };
+    AddStep("Step &up", 1);
+    AddStep("Step &down", -1);
+    return objMenu;
+}
+
 QAbstractSpinBox::StepEnabled UCSpinEdit::stepEnabled() const {
     StepEnabled iEnabled = StepNone;
-    iEnabled.setFlag(StepUpEnabled, CanStep(true));
-    iEnabled.setFlag(StepDownEnabled, CanStep(false));
+    iEnabled.setFlag(StepUpEnabled, m_objForm.CanStep(m_iValue, true));
+    iEnabled.setFlag(StepDownEnabled, m_objForm.CanStep(m_iValue, false));
     return iEnabled;
 }
 
@@ -268,9 +302,9 @@ QSize UCSpinEdit::sizeHint() const {
     ensurePolished();
     const QFontMetrics objMetrics = fontMetrics();
     const int iTypingSpace = objMetrics.horizontalAdvance('0');  // for the cursor and a slip
-    const int iText = std::max({objMetrics.horizontalAdvance(TextOf(m_iMax)),
-                                objMetrics.horizontalAdvance(TextOf(m_iMin)),
-                                objMetrics.horizontalAdvance(TextOf(m_iValue))});
+    const int iText = std::max({objMetrics.horizontalAdvance(m_objForm.TextOf(m_objForm.m_iMax)),
+                                objMetrics.horizontalAdvance(m_objForm.TextOf(m_objForm.m_iMin)),
+                                objMetrics.horizontalAdvance(m_objForm.TextOf(m_iValue))});
     QStyleOptionSpinBox objOption;
     initStyleOption(&objOption);
     return style()->sizeFromContents(QStyle::CT_SpinBox, &objOption,
@@ -288,6 +322,11 @@ bool UCSpinEdit::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
         LayOutParts();
     }
     return QAbstractSpinBox::eventFilter(p_objWatched, p_objEvent);
+}
+
+void UCSpinEdit::contextMenuEvent(QContextMenuEvent* p_objEvent) {
+    MakeMenu()->popup(p_objEvent->globalPos());
+    p_objEvent->accept();
 }
 
 void UCSpinEdit::focusOutEvent(QFocusEvent* p_objEvent) {

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "model/CItemValue.h"
+#include "ui/CSpinForm.h"
 
 #include <QAbstractSpinBox>
 #include <QString>
 
 #include <cstdint>
 
+class CSpinEditLook;
 class CSpinEditStyle;
 class IMessageBox;
+class QMenu;
 
 /// The numeric field of the windows: a text box ("CText") with an up/down button pair.
 ///
@@ -85,8 +88,19 @@ public:
 
     /// Takes the typed text as the new value, as leaving the field does. A text that is not a
     /// number gives way to the held value, without a message; a hexadecimal field reads it as 0.
+    /// Behind the range box the text of the field that has the focus is selected.
     /// @return false when the range box had to be shown.
     bool CommitText();
+
+    /// Takes p_strText as if a person had typed it and left the field.
+    /// @return false when the range box had to be shown.
+    bool Enter(const QString& p_strText);
+
+    /// How the field would show p_vValue, which may be out of its range. Throws CConversionError.
+    [[nodiscard]] QString TextFor(const CItemValue& p_vValue) const;
+
+    /// The usual context menu. It goes when it is closed.
+    [[nodiscard]] QMenu* MakeMenu();
 
     /// CommitText of every field of p_objWindow whose text is not that of the value it holds, in
     /// tab order, hidden ones too, whichever has the focus; the first that is refused ends it. For
@@ -101,34 +115,35 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
     bool eventFilter(QObject* p_objWatched, QEvent* p_objEvent) override;
 
+signals:
+    /// What the text box shows is not what it was, by typing or otherwise.
+    void TextChanged();
+
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
+    void contextMenuEvent(QContextMenuEvent* p_objEvent) override;
     void focusOutEvent(QFocusEvent* p_objEvent) override;
     void keyPressEvent(QKeyEvent* p_objEvent) override;
     void mousePressEvent(QMouseEvent* p_objEvent) override;
     void wheelEvent(QWheelEvent* p_objEvent) override;
 
 private:
-    [[nodiscard]] bool CanStep(bool p_bUp) const;
     [[nodiscard]] bool HoldsUncheckedText() const;
     bool Store(double p_dValue);
     void TakeFocusChange(const QWidget* p_objNow);
     void LayOutParts();
+    void TakeForm();
     void ShowValue();
-    [[nodiscard]] double TypedNumber(const std::string& p_strText) const;
-    [[nodiscard]] QString TextOf(std::int32_t p_iValue) const;
+    void ShowText(const QString& p_strText);
+    void SelectWhatHasTheFocus() const;
 
     IMessageBox& m_objBoxes;
+    CSpinEditLook* m_objLook;              ///< a child
     CSpinEditStyle* m_objStyle = nullptr;  ///< only while a part has a width of its own; a child
 
     std::int32_t m_iValue = 0;
-    std::int32_t m_iMax = 100;
-    std::int32_t m_iMin = 0;
-    std::int32_t m_iIncrement = 1;
+    CSpinForm m_objForm;
     std::int16_t m_iLength = NoLengthLimit;
-    std::int16_t m_iDecimalPoint = 0;
-    int m_iShownPlaces = 0;  ///< digits after the point in the display format
-    bool m_bHexaMode = false;
     bool m_bInitialized = false;
 
     bool m_bEnable = true;

@@ -1,5 +1,6 @@
 #include "platform/qt/CQtSerialPort.h"
 
+#include "platform/qt/CDeviceAccess.h"
 #include "platform/qt/MSerialOpenResult.h"
 #include "platform/qt/MSerialSettings.h"
 
@@ -8,6 +9,7 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include <cerrno>
 #include <chrono>
 #include <utility>
 
@@ -71,18 +73,29 @@ CQtSerialPort::~CQtSerialPort() {
 
 std::int32_t CQtSerialPort::Open() {
     Close();
+    m_objRefusal = {};
     const QString strDevice = Device();
     if (!SetUp(strDevice)) {
-        return m_objPlace ? MSerialOpenResult::Number(strDevice) : MSerialOpenResult::NotOpened;
+        return Refused(strDevice);
     }
     if (!m_objPort.open(QIODevice::ReadWrite)) {
         const std::int32_t iResult = MSerialOpenResult::Of(m_objPort.error(), strDevice);
-        const bool bNumber = m_objPlace && iResult != AlreadyOpen;
-        return bNumber ? MSerialOpenResult::Number(strDevice) : iResult;
+        return iResult == AlreadyOpen ? iResult : Refused(strDevice);
     }
     m_objWatch.Begin(m_objPort.handle());
     m_objLookTimer.start();
     return Opened;
+}
+
+std::int32_t CQtSerialPort::Refused(const QString& p_strDevice) {
+    const std::int32_t iNumber = MSerialOpenResult::Number(p_strDevice);
+    m_objRefusal.m_strFile = QFile::encodeName(p_strDevice).toStdString();
+    if (iNumber == EACCES) {
+        const CDeviceState objState = CDeviceAccess().Look(m_objRefusal.m_strFile);
+        m_objRefusal.m_strGroup = objState.m_strGroup;
+        m_objRefusal.m_bMember = objState.m_bMember;
+    }
+    return iNumber;
 }
 
 QString CQtSerialPort::Device() const {
@@ -143,7 +156,15 @@ void CQtSerialPort::HandleError(QSerialPort::SerialPortError p_iError) {
     }
     m_bGone = true;
     // The toolkit's port reports this from within, and again and again until it is closed.
-    QMetaObject::invokeMethod(this, &CQtSerialPort::Close, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            Close();
+            if (m_objEvents != nullptr) {
+                m_objEvents->OnGone();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void CQtSerialPort::RaiseReceive() {

@@ -12,13 +12,14 @@
 
 /// A serial port of the toolkit, without handshaking.
 ///
-/// A port that vanishes while it is open (its adapter is pulled out) is closed from then on; Open
-/// opens it again when it is back. The line state and the count of overruns are looked at four
-/// times a second, where the system tells them.
+/// A port that vanishes while it is open (its adapter is pulled out) is closed from then on, and
+/// is told; Open opens it again when it is back. The line state and the count of overruns
+/// are looked at four times a second, where the system tells them.
 ///
-/// One that is made for a certain place stays there: SetSettings and SetPortNumber change nothing,
-/// and a failure of Open other than AlreadyOpen is the system's error number (errno), ENOTTY for
-/// what is no serial port at all.
+/// A failure of Open other than AlreadyOpen is the system's error number (errno), ENOENT for a port
+/// that is not there and ENOTTY for what is no serial port at all.
+///
+/// One that is made for a certain place stays there: SetSettings and SetPortNumber change nothing.
 class CQtSerialPort : public QObject, public ISerialPort {
 public:
     /// @param p_objLine not owned, outlives this.
@@ -46,6 +47,7 @@ public:
 
     /// A port that is open is closed first.
     std::int32_t Open() override;
+    [[nodiscard]] DeviceRefusal Refusal() const override { return m_objRefusal; }
     void Close() override;
     [[nodiscard]] bool IsOpen() const override { return m_objPort.isOpen() && !m_bGone; }
 
@@ -57,6 +59,8 @@ public:
 private:
     [[nodiscard]] QString Device() const;
     bool SetUp(const QString& p_strDevice);
+    /// Finds out why the device does not open, and gives it as Open does.
+    std::int32_t Refused(const QString& p_strDevice);
     void HandleError(QSerialPort::SerialPortError p_iError);
     void RaiseReceive();
     void RaiseSend();
@@ -75,6 +79,7 @@ private:
     std::int16_t m_iInputLength = 0;
     std::int16_t m_iSendThreshold = 0;
     std::int16_t m_iPort = 1;
+    DeviceRefusal m_objRefusal;
     bool m_bGone = false;         // has failed and waits to be closed
     bool m_bRaisingSend = false;  // a send event is being handled
     bool m_bLooking = false;      // an event of the line is being handled

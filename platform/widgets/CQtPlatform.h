@@ -5,6 +5,7 @@
 #include "platform/qt/CQtEventLoop.h"
 #include "platform/qt/CQtFileStore.h"
 #include "platform/qt/CQtSerialPort.h"
+#include "platform/qt/CQtSerialPortLister.h"
 #include "platform/qt/CQtTcpClient.h"
 #include "platform/qt/CSystemLineState.h"
 #include "platform/usb/CUsbLibrary.h"
@@ -25,6 +26,7 @@ public:
     explicit CQtPlatform(const std::string& p_strDeviceFolder = MSerialPortName::DeviceFolder)
         : m_objMessageBox(m_objEventLoop)
         , m_objSerialPort(m_objLineState, p_strDeviceFolder)
+        , m_objSerialPorts(p_strDeviceFolder)
         , m_objFileDialog(m_objEventLoop) {
         // The toolkit's file dialog remembers how it looked; here no longer than the program runs.
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_objScratch.path());
@@ -34,7 +36,8 @@ public:
     [[nodiscard]] CPlatform Interfaces() {
         return {{m_objEventLoop, m_objClock, m_objTcpClient, m_objSerialPort, m_objUsbLibrary},
                 {m_objMessageBox, m_objFileDialog, m_objFileStore,
-                 QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString()}};
+                 QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString()},
+                &m_objSerialPorts};
     }
 
 private:
@@ -45,6 +48,7 @@ private:
     CQtTcpClient m_objTcpClient;
     CSystemLineState m_objLineState;
     CQtSerialPort m_objSerialPort;
+    CQtSerialPortLister m_objSerialPorts;
     CUsbLibrary m_objUsbLibrary{m_objEventLoop};
     CQtFileDialog m_objFileDialog;
     CQtFileStore m_objFileStore;

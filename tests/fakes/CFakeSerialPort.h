@@ -21,6 +21,7 @@ public:
         : m_objEventLoop(p_objEventLoop) {}
 
     std::int32_t m_iOpenResult = Opened;
+    DeviceRefusal m_objRefusal;            ///< what an Open that fails ran into
     bool m_bGoesAtOnce = false;            ///< true: opens, and is gone the next moment
     bool m_bRefusesOutput = false;         ///< true: Output says no
     bool m_bRaisesSendEvents = true;       ///< whether a byte that has left raises an event
@@ -49,6 +50,14 @@ public:
     void Raise(std::int16_t p_iEvent) {
         if (m_objEvents != nullptr) {
             m_objEvents->OnComm(p_iEvent);
+        }
+    }
+
+    /// Its adapter is pulled out.
+    void GoAway() {
+        m_bOpen = false;
+        if (m_objEvents != nullptr) {
+            m_objEvents->OnGone();
         }
     }
 
@@ -107,6 +116,8 @@ public:
         m_bOpen = m_iOpenResult == Opened && !m_bGoesAtOnce;
         return m_iOpenResult;
     }
+
+    [[nodiscard]] DeviceRefusal Refusal() const override { return m_objRefusal; }
 
     void Close() override {
         m_strCalls.emplace_back("close");

@@ -70,6 +70,8 @@ public:
         m_strLines.push_back("step " + std::to_string(p_iStep) + " of " + std::to_string(p_iSteps));
     }
 
+    void OnWaiting(std::int16_t p_iSeconds) override { m_iWaiting.push_back(p_iSeconds); }
+
     void OnStatus(const std::string& p_strText) override {
         m_strLines.push_back("status " + p_strText);
     }
@@ -88,4 +90,5 @@ public:
     }
 
     std::vector<CFailure> m_objFailures;
+    std::vector<std::int16_t> m_iWaiting;  ///< the seconds of each wait, which are no lines
 };

@@ -1,14 +1,22 @@
 #include "platform/qt/CFixedTcpClient.h"
 
+#include "link/CPrinterSession.h"
+#include "platform/qt/CQtClock.h"
+#include "platform/qt/CQtEventLoop.h"
+#include "tests/fakes/CAbsentSerialPort.h"
+#include "tests/fakes/CAbsentUsbLibrary.h"
+#include "tests/fakes/CFakeSessionEvents.h"
 #include "tests/platform_qt/CRefusedPort.h"
 #include "tests/platform_qt/CTcpEventLog.h"
 #include "tests/platform_qt/CTestNetwork.h"
 #include "tests/platform_qt/CTestResolver.h"
 #include "tests/platform_qt/CUnreachablePort.h"
 
+#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -205,6 +213,33 @@ TEST_F(CFixedTcpClientTest, ClosingEndsTheLookingUpWithoutAnEvent) {
     EXPECT_FALSE(m_objServer.hasPendingConnections());
     CallConnect();
     EXPECT_TRUE(WaitFor("connect"));
+}
+
+TEST_F(CFixedTcpClientTest, ALinkThatWaitsForANameIsStoppedAtOnce) {
+    Listen(QHostAddress::LocalHost);
+    CTestResolver::Instance().Set("stopped.test", {{"127.0.0.1"}, 0, true});
+    Make("stopped.test", m_objServer.serverPort());
+    CQtEventLoop objEventLoop;
+    const CQtClock objClock;
+    CAbsentSerialPort objPort;
+    CAbsentUsbLibrary objLibrary;
+    const CItemManager objItemManager;
+    CInterface objInterface;
+    CFakeSessionEvents objEvents;
+    CPrinterSession objSession(objItemManager, objInterface, objEvents,
+                               {objEventLoop, objClock, *m_objClient, objPort, objLibrary});
+    QTimer::singleShot(LongEnoughForNothing, [&] { objSession.Links().StopOpening(); });
+    QElapsedTimer objTime;
+    objTime.start();
+    EXPECT_FALSE(objSession.Links().OpenLink(CInterface::LanInterface));
+    EXPECT_GE(objTime.elapsed(), LongEnoughForNothing - 10);
+    EXPECT_LT(objTime.elapsed(), 2000);
+    CTestResolver::Instance().Release();
+    QTest::qWait(LongEnoughForNothing);
+    const std::string strPlace = objInterface.GetIpAddress() + ":8000";  // which it does not go to
+    EXPECT_EQ(objEvents.m_strLines,
+              (Events{"busy", "link 1 opening " + strPlace, "link 1 closed " + strPlace, "idle"}));
+    EXPECT_FALSE(m_objServer.hasPendingConnections());
 }
 
 TEST_F(CFixedTcpClientTest, ClosingEndsTheTryingWithoutAnEvent) {

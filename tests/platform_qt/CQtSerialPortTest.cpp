@@ -247,6 +247,27 @@ TEST_F(CQtSerialPortTest, APortThatIsPulledOutOpensAgainWhenItIsBack) {
     }
 }
 
+TEST_F(CQtSerialPortTest, APortThatHasGoneIsToldOnce) {
+    m_objLine->PullOut();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_objEvents.m_iGone > 0; }, LongEnough));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iGone, 1);
+    PlugIn();
+    ASSERT_EQ(CallOpen(), ISerialPort::Opened);
+    CallClose();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iGone, 1) << "closing is no going";
+}
+
+TEST_F(CQtSerialPortTest, APortThatIsOpenedAnewBeforeIsNotToldToHaveGone) {
+    m_objLine->PullOut();
+    EXPECT_FALSE(CallOutput("x"));
+    PlugIn();
+    ASSERT_EQ(CallOpen(), ISerialPort::Opened);
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iGone, 0);
+}
+
 TEST_F(CQtSerialPortTest, SendingToAPortThatIsPulledOutClosesItInTheCall) {
     m_objLine->PullOut();
     EXPECT_FALSE(CallOutput("x"));

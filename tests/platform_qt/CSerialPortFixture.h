@@ -30,6 +30,7 @@ public:
     std::vector<std::int16_t> m_iEvents;  // all but those of a character
     std::string m_strData;
     int m_iReceived = 0;
+    int m_iGone = 0;
     bool m_bInsideACall = false;
     bool m_bTakesData = true;
     std::function<void(std::int16_t)> m_fnOnEvent;
@@ -48,6 +49,12 @@ public:
         if (m_fnOnEvent) {
             m_fnOnEvent(p_iEvent);
         }
+    }
+
+    void OnGone() override {
+        EXPECT_FALSE(m_bInsideACall);
+        EXPECT_FALSE(m_objPort.IsOpen());
+        ++m_iGone;
     }
 
 private:

@@ -1,0 +1,120 @@
+#include "tests/ui/CFormFixture.h"
+
+#include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTabWidget>
+#include <QTest>
+
+namespace {
+
+/// What is in sight on small screens and at large scales.
+class FmMainSightTest : public CFormFixture {
+protected:
+    QTabWidget& Tabs() { return m_objWindow.Get<QTabWidget>("SSTab1"); }
+
+    /// Gives the window what is left of a screen of that size beside frame and title.
+    void FillScreen(QSize p_objScreen) {
+        const QStyle& objStyle = *m_objWindow.Form().style();
+        const int iFrame = objStyle.pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+        const int iTitle = objStyle.pixelMetric(QStyle::PM_TitleBarHeight);
+        const QSize objRoom = p_objScreen - QSize(2 * iFrame, 2 * iFrame + iTitle);
+        m_objWindow.Form().resize(objRoom.boundedTo(QSize(1024, 740)));
+        QCoreApplication::processEvents();
+    }
+
+    /// Whether the person sees the left side of the control, which nothing covers.
+    bool IsOnTop(const QWidget& p_objControl) {
+        for (const QPoint objCorner : {p_objControl.rect().topLeft() + QPoint(2, 2),
+                                       p_objControl.rect().bottomLeft() + QPoint(2, -2)}) {
+            const QWidget* const objSeen =
+                m_objWindow.Form().childAt(p_objControl.mapTo(&m_objWindow.Form(), objCorner));
+            if (objSeen != &p_objControl && !p_objControl.isAncestorOf(objSeen)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// The buttons that the tab in front shows not at all or only in part.
+    QStringList HiddenButtons() {
+        QStringList strHidden;
+        for (const auto* const btn : Tabs().currentWidget()->findChildren<QPushButton*>()) {
+            if (btn->visibleRegion().boundingRect() != btn->rect()) {
+                strHidden.append(btn->objectName());
+            }
+        }
+        return strHidden;
+    }
+};
+
+TEST_F(FmMainSightTest, TheButtonsOfEveryTabAreInSightAtOnceOnSmallScreens) {
+    for (const QSize objScreen : {QSize(1024, 600), QSize(1920, 1080) / 2}) {
+        FillScreen(objScreen);
+        for (int i = 0; i < Tabs().count(); ++i) {
+            Tabs().setCurrentIndex(i);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(HiddenButtons(), QStringList()) << objScreen.height() << ", tab " << i;
+        }
+    }
+}
+
+TEST_F(FmMainSightTest, TheButtonsOfTheFirstTabStayWhereTheyAreWhileThePageScrolls) {
+    auto* const objArea = qobject_cast<QScrollArea*>(Tabs().widget(0));
+    for (const QSize objSize : {QSize(480, 320), QSize(640, 360), QSize(1024, 740)}) {
+        m_objWindow.Form().resize(objSize);
+        QCoreApplication::processEvents();
+        const QPoint objPlace = m_objWindow.Button("btnRead").mapTo(objArea, QPoint());
+        for (QScrollBar* const objBar :
+             {objArea->verticalScrollBar(), objArea->horizontalScrollBar()}) {
+            for (const int iValue : {objBar->maximum() / 3, objBar->maximum(), 0}) {
+                objBar->setValue(iValue);
+                QCoreApplication::processEvents();
+                EXPECT_EQ(m_objWindow.Button("btnRead").mapTo(objArea, QPoint()), objPlace);
+                EXPECT_EQ(HiddenButtons(), QStringList()) << objSize.height();
+                for (const char* strName : {"btnRead", "btnSet", "btnLoad", "btnSave"}) {
+                    EXPECT_TRUE(IsOnTop(m_objWindow.Button(strName))) << strName;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(FmMainSightTest, NothingThatTabLeadsToStandsBehindTheButtons) {
+    for (const QSize objSize : {QSize(480, 320), QSize(640, 360), QSize(1024, 740)}) {
+        m_objWindow.Form().resize(objSize);
+        QCoreApplication::processEvents();
+        QWidget* objFocus = &m_objWindow.List("cmbFontCode");
+        objFocus->setFocus();
+        for (int i = 0; i < 100; ++i) {
+            QTest::keyClick(objFocus, i < 50 ? Qt::Key_Tab : Qt::Key_Backtab);
+            objFocus = QApplication::focusWidget();
+            EXPECT_TRUE(IsOnTop(*objFocus))
+                << objFocus->objectName().toStdString() << " at " << objSize.height();
+        }
+    }
+}
+
+TEST_F(FmMainSightTest, TheLastFieldsComeOutFromBehindTheButtons) {
+    m_objWindow.Form().resize(480, 320);
+    QCoreApplication::processEvents();
+    auto* const objArea = qobject_cast<QScrollArea*>(Tabs().widget(0));
+    objArea->verticalScrollBar()->setValue(objArea->verticalScrollBar()->maximum());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(IsOnTop(m_objWindow.List("cmbPeelOffTrq")));
+    EXPECT_GT(m_objWindow.Button("btnRead").mapTo(objArea, QPoint()).y(),
+              m_objWindow.List("cmbPeelOffTrq").mapTo(objArea, QPoint()).y());
+}
+
+TEST_F(FmMainSightTest, WhereThereIsRoomTheButtonsStandRightBelowTheFrames) {
+    m_objWindow.Form().resize(1600, 1200);
+    QCoreApplication::processEvents();
+    const auto& Fr = m_objWindow.Get<QWidget>("FrParameter");
+    const int iGap = m_objWindow.Button("btnRead").mapTo(&m_objWindow.Form(), QPoint()).y() -
+                     Fr.mapTo(&m_objWindow.Form(), Fr.rect().bottomLeft()).y();
+    EXPECT_GT(iGap, 0);
+    EXPECT_LT(iGap, 20);
+}
+
+}  // namespace
