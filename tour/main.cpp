@@ -2,6 +2,7 @@
 #include "tour/MFileTour.h"
 #include "tour/MLanTour.h"
 #include "tour/MLinkTour.h"
+#include "tour/MLooksTour.h"
 #include "tour/MUsbTour.h"
 
 #include <QApplication>
@@ -57,17 +58,27 @@ int main(int p_iCount, char** p_strArguments) {
                                          "pictures");
     const QCommandLineOption objUsb(
         "usb", "Only the stops on USB, as the program that varden-printer-simulator --usb runs.");
-    objParser.addOptions({objPictures, objUsb});
+    const QCommandLineOption objLooks(
+        "looks",
+        "Only the pictures of every tab and dialog, at the scale that the program runs at.",
+        "scale");
+    objParser.addOptions({objPictures, objUsb, objLooks});
     objParser.process(objApplication);
     const QString strPictures = objParser.value(objPictures);
     try {
         QDir().mkpath(strPictures);
+        if (objParser.isSet(objLooks)) {
+            CTour objTour(strPictures);
+            MLooksTour::TakePictures(objTour, objParser.value(objLooks));
+            return Summary(objTour);
+        }
         if (objParser.isSet(objUsb)) {
             return TravelOnUsb(strPictures);
         }
         const int iResult = Travel(strPictures);
         const int iOnUsb = MUsbTour::RunInside(strPictures);
-        return iResult != EXIT_SUCCESS ? iResult : iOnUsb;
+        const int iLooks = MLooksTour::RunAtEachScale(strPictures);
+        return iResult != EXIT_SUCCESS ? iResult : iOnUsb != EXIT_SUCCESS ? iOnUsb : iLooks;
     } catch (const std::exception& objError) {
         std::cerr << "The tour ends early: " << objError.what() << std::endl;
         return EXIT_FAILURE;
