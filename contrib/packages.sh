@@ -11,6 +11,7 @@
         libvalijson-dev fish zsh python3)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
     packages_desktop=(xvfb openbox icewm xdotool x11-utils python3 fontconfig fonts-liberation)
+    packages_readers=(python3-pyatspi at-spi2-core dbus dbus-daemon)
     packages_tour=(xvfb xauth fontconfig fonts-liberation)
     packages_window=(fontconfig fonts-liberation)
     packages_package=(dpkg-dev lintian man-db)

@@ -138,6 +138,16 @@ void CTour::TakeKeyboard() {
 }
 
 void CTour::Type(const QString& p_strField, const QString& p_strText) {
+    QTest::keyClick(Edit(p_strField, p_strText), Qt::Key_Tab);
+    std::cout << "   type   " << MText::FromQt(p_strField) << ": " << MText::FromQt(p_strText)
+              << std::endl;
+}
+
+void CTour::TypeOnly(const QString& p_strField, const QString& p_strText) {
+    Edit(p_strField, p_strText);
+}
+
+QWidget* CTour::Edit(const QString& p_strField, const QString& p_strText) {
     auto* const objField = Find<QWidget>(p_strField);
     auto* txt = qobject_cast<QLineEdit*>(objField);
     if (txt == nullptr) {
@@ -147,9 +157,7 @@ void CTour::Type(const QString& p_strField, const QString& p_strText) {
     txt->setFocus();
     txt->selectAll();
     QTest::keyClicks(txt, p_strText);
-    QTest::keyClick(txt, Qt::Key_Tab);
-    std::cout << "   type   " << MText::FromQt(p_strField) << ": " << MText::FromQt(p_strText)
-              << std::endl;
+    return txt;
 }
 
 std::string CTour::Shown(const QString& p_strControl) {
@@ -159,6 +167,11 @@ std::string CTour::Shown(const QString& p_strControl) {
 void CTour::InDialog(const QString& p_strTitle, const std::function<void()>& p_objOpen,
                      const std::function<void()>& p_objSteps) {
     InDialogs({{p_strTitle, p_objSteps}}, p_objOpen);
+}
+
+void CTour::InAnyDialog(const std::function<void()>& p_objOpen,
+                        const std::function<void()>& p_objSteps) {
+    InDialogs({{QString(), p_objSteps}}, p_objOpen);
 }
 
 void CTour::InDialogs(const std::vector<Dialog>& p_objDialogs,
@@ -187,10 +200,11 @@ void CTour::InDialogs(const std::vector<Dialog>& p_objDialogs,
 }
 
 void CTour::DealWith(QWidget& p_objModal, const Dialog& p_objDialog) {
-    Expect("dialog", MText::FromQt(p_objModal.windowTitle()),
-           MText::FromQt(p_objDialog.m_strTitle));
+    const QString strExpected =
+        p_objDialog.m_strTitle.isEmpty() ? p_objModal.windowTitle() : p_objDialog.m_strTitle;
+    Expect("dialog", MText::FromQt(p_objModal.windowTitle()), MText::FromQt(strExpected));
     try {
-        if (p_objModal.windowTitle() == p_objDialog.m_strTitle) {
+        if (p_objModal.windowTitle() == strExpected) {
             p_objDialog.m_objSteps();
         }
     } catch (const std::exception& objError) {

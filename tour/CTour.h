@@ -56,6 +56,8 @@ public:
     void Choose(const QString& p_strList, const QString& p_strEntry);
     /// Types p_strText in place of a field's content and leaves the field.
     void Type(const QString& p_strField, const QString& p_strText);
+    /// The same without leaving it.
+    void TypeOnly(const QString& p_strField, const QString& p_strText);
     /// What a list, a field or a label shows.
     [[nodiscard]] std::string Shown(const QString& p_strControl);
 
@@ -64,9 +66,13 @@ public:
     void InDialog(const QString& p_strTitle, const std::function<void()>& p_objOpen,
                   const std::function<void()>& p_objSteps);
 
+    /// The same whatever its title is.
+    void InAnyDialog(const std::function<void()>& p_objOpen,
+                     const std::function<void()>& p_objSteps);
+
     /// One of several dialogs that follow each other: its title and what is done in it.
     struct Dialog {
-        QString m_strTitle;
+        QString m_strTitle;  ///< empty: whatever it is
         std::function<void()> m_objSteps;
     };
 
@@ -94,6 +100,7 @@ private:
     QWidget* Front();
     void Fail(const std::string& p_strText);
     void DealWith(QWidget& p_objModal, const Dialog& p_objDialog);
+    QWidget* Edit(const QString& p_strField, const QString& p_strText);
 
     QTemporaryDir m_objDevices;
     CQtPlatform m_objPlatform;

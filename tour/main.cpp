@@ -2,6 +2,7 @@
 #include "tour/MFileTour.h"
 #include "tour/MLanTour.h"
 #include "tour/MLinkTour.h"
+#include "tour/MLooksTour.h"
 #include "tour/MUsbTour.h"
 #include "tour/MWalk.h"
 
@@ -62,7 +63,11 @@ int main(int p_iCount, char** p_strArguments) {
         "walk", "Nothing of the tour: writes walk-through.md and its pictures.", "folder");
     const QCommandLineOption objWalkUsb("walk-usb", "The part of that on USB, as with --usb.",
                                         "folder");
-    objParser.addOptions({objPictures, objUsb, objWalk, objWalkUsb});
+    const QCommandLineOption objLooks(
+        "looks",
+        "Only the pictures of every tab and dialog, at the scale that the program runs at.",
+        "scale");
+    objParser.addOptions({objPictures, objUsb, objWalk, objWalkUsb, objLooks});
     objParser.process(objApplication);
     const QString strPictures = objParser.value(objPictures);
     try {
@@ -73,12 +78,18 @@ int main(int p_iCount, char** p_strArguments) {
             return MWalk::RunOnUsb(objParser.value(objWalkUsb));
         }
         QDir().mkpath(strPictures);
+        if (objParser.isSet(objLooks)) {
+            CTour objTour(strPictures);
+            MLooksTour::TakePictures(objTour, objParser.value(objLooks));
+            return Summary(objTour);
+        }
         if (objParser.isSet(objUsb)) {
             return TravelOnUsb(strPictures);
         }
         const int iResult = Travel(strPictures);
         const int iOnUsb = MUsbTour::RunInside(strPictures);
-        return iResult != EXIT_SUCCESS ? iResult : iOnUsb;
+        const int iLooks = MLooksTour::RunAtEachScale(strPictures);
+        return iResult != EXIT_SUCCESS ? iResult : iOnUsb != EXIT_SUCCESS ? iOnUsb : iLooks;
     } catch (const std::exception& objError) {
         std::cerr << "The tour ends early: " << objError.what() << std::endl;
         return EXIT_FAILURE;

@@ -137,6 +137,8 @@ void CPageBuilder::NameAfter(QWidget& p_objField, const QString& p_strCaption) {
     const auto* const Fr = qobject_cast<const QGroupBox*>(p_objField.parentWidget());
     if (Fr != nullptr && qobject_cast<const QComboBox*>(&p_objField) != nullptr) {
         // To some systems a list's name is what it shows.
-        CFieldTexts::Of(p_objField).Set(CFieldTexts::Part::Where, strName + ", " + Fr->title());
+        CFieldTexts::Of(p_objField)
+            .Set(CFieldTexts::Part::Where,
+                 strName == Fr->title() ? strName : strName + ", " + Fr->title());
     }
 }

@@ -28,13 +28,13 @@ def noon():
 class Desktop:
     """Begins with `with` and leaves nothing behind at its end: no process, no file."""
 
-    def __init__(self, manager):
+    def __init__(self, manager, more=None):
         self.folder = tempfile.mkdtemp(prefix="varden-desktop-")
         self._running = []
         self._environment = {
             "PATH": os.environ["PATH"], "LANG": "C.UTF-8", "HOME": self.folder,
             "XDG_RUNTIME_DIR": self.folder, "QT_QPA_PLATFORM": "xcb", "TZ": noon(),
-        }
+        } | (more or {})
         try:
             self._start_display()
             self.person = Person(self._start_person)

@@ -68,6 +68,8 @@ protected:
     void InSetup(const std::function<void(QWidget&)>& p_fnAction) {
         m_objWindow.Choose("cmbInterface", Lan);
         const CModalAnswer objAnswer("FmInterfaceSetup", [&](QWidget& p_objDialog) {
+            p_objDialog.activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&p_objDialog));
             p_fnAction(p_objDialog);
             p_objDialog.close();
         });

@@ -1,9 +1,13 @@
 #include "tests/ui/CFormFixture.h"
+#include "ui/FmAbout.h"
+#include "ui/FmInterfaceSetup.h"
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 
@@ -22,6 +26,27 @@ protected:
         const QSize objRoom = p_objScreen - QSize(2 * iFrame, 2 * iFrame + iTitle);
         m_objWindow.Form().resize(objRoom.boundedTo(QSize(1024, 740)));
         QCoreApplication::processEvents();
+    }
+
+    /// What is seen in p_objWindow and smaller than it asks to be.
+    static QStringList TooSmall(const QWidget& p_objWindow) {
+        QStringList strSmall;
+        for (const auto* const objControl : p_objWindow.findChildren<QWidget*>()) {
+            // Parts of the toolkit's own, and what has room to scroll, look after themselves.
+            const bool bShows = qobject_cast<const QLabel*>(objControl) != nullptr ||
+                                qobject_cast<const QAbstractButton*>(objControl) != nullptr ||
+                                qobject_cast<const QComboBox*>(objControl) != nullptr ||
+                                qobject_cast<const QAbstractSpinBox*>(objControl) != nullptr ||
+                                qobject_cast<const QGroupBox*>(objControl) != nullptr ||
+                                qobject_cast<const QTabBar*>(objControl) != nullptr;
+            const QSize objHint = objControl->sizeHint();
+            if (bShows && objControl->isVisible() && !objControl->objectName().startsWith("qt_") &&
+                objControl->size().expandedTo(objHint) != objControl->size()) {
+                strSmall.append(objControl->metaObject()->className() + QString(" ") +
+                                objControl->objectName());
+            }
+        }
+        return strSmall;
     }
 
     /// Whether the person sees the left side of the control, which nothing covers.
@@ -48,6 +73,31 @@ protected:
         return strHidden;
     }
 };
+
+TEST_F(FmMainSightTest, EverythingHasTheSizeThatItAsksFor) {
+    m_objWindow.Form().resize(1024, 740);
+    for (int i = 0; i < Tabs().count(); ++i) {
+        Tabs().setCurrentIndex(i);
+        QCoreApplication::processEvents();
+        // A moment after a page has come up the toolkit is done with the sizes of its lists.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return TooSmall(m_objWindow.Form()).isEmpty(); }))
+            << "tab " << i << ": " << TooSmall(m_objWindow.Form()).join(' ').toStdString();
+    }
+}
+
+TEST_F(FmMainSightTest, EverythingInTheDialogsHasTheSizeThatItAsksFor) {
+    for (const std::int16_t iInterface : {CInterface::SerialInterface, CInterface::LanInterface}) {
+        FmInterfaceSetup objSetup(m_objBoxes);
+        ASSERT_TRUE(objSetup.InitializeItem(m_objWindow.Form().Interface(), iInterface));
+        objSetup.show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(TooSmall(objSetup), QStringList());
+    }
+    FmAbout objAbout;
+    objAbout.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(TooSmall(objAbout), QStringList());
+}
 
 TEST_F(FmMainSightTest, TheButtonsOfEveryTabAreInSightAtOnceOnSmallScreens) {
     for (const QSize objScreen : {QSize(1024, 600), QSize(1920, 1080) / 2}) {
