@@ -39,10 +39,15 @@ public:
         return Held([&] { return m_objPrinter.Send(p_strCommand); });
     }
 
+    /// Opens the link and closes it again; true when that was possible. Nothing is sent.
+    bool CanOpen() {
+        return Held([&] { return m_objPrinter.CanOpen(); });
+    }
+
 private:
     template <typename Job>
     auto Held(const Job& p_fnJob) -> decltype(p_fnJob()) {
-        decltype(p_fnJob()) objReport;
+        decltype(p_fnJob()) objReport{};
         m_objInterrupt.RunHeld([&] { objReport = p_fnJob(); });
         return objReport;
     }

@@ -78,6 +78,7 @@ MExitCode::Code CMaintainCommand::Run(COutput& p_objOutput) {
     const Wanted objWanted = Check();
     Tell(objWanted, {}, p_objOutput);
     Confirm(objWanted);
+    const Guard objGuard = Take(objWanted, p_objOutput);
     const CStatusReport objReport = Do(objWanted, p_objOutput);
     Tell(objWanted, objReport, p_objOutput);
     CheckReport(objWanted, objReport);
@@ -106,6 +107,22 @@ CMaintainCommand::Wanted CMaintainCommand::Check() const {
                                                Joined(strProblems), m_strTarget, HelpHint});
     }
     return objWanted;
+}
+
+/// What changes something in a printer is kept apart from a change of its settings that is under
+/// way, or was left in the middle.
+CMaintainCommand::Guard CMaintainCommand::Take(const Wanted& p_objWanted,
+                                               COutput& p_objOutput) const {
+    if (!p_objWanted.m_objFunction->m_bConfirm) {
+        return {};
+    }
+    Guard objGuard{m_fnState(""), nullptr};
+    const std::string strKey =
+        CStateJournal::KeyOf(*objGuard.m_objStore, p_objWanted.m_objTarget, m_objPrinters);
+    objGuard.m_objJournal = std::make_unique<CStateJournal>(
+        *objGuard.m_objStore, p_objOutput, p_objWanted.m_objTarget, strKey, "maintain");
+    objGuard.m_objJournal->CheckNoneOpen();
+    return objGuard;
 }
 
 std::string CMaintainCommand::AsTyped() const {

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "cli/CEnvironment.h"
+#include "cli/CStateJournal.h"
 #include "cli/CTarget.h"
 #include "cli/ICommand.h"
 #include "cli/MMaintenance.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,7 +19,8 @@ public:
     explicit CMaintainCommand(const CEnvironment& p_objEnvironment)
         : m_objPrinters(p_objEnvironment.m_objPrinters)
         , m_objAccess(p_objEnvironment.m_objAccess)
-        , m_objTerminal(p_objEnvironment.m_objTerminal) {}
+        , m_objTerminal(p_objEnvironment.m_objTerminal)
+        , m_fnState(p_objEnvironment.m_fnState) {}
 
     void Describe(CLI::App& p_objTable) override;
     MExitCode::Code Run(COutput& p_objOutput) override;
@@ -29,7 +33,14 @@ private:
         MMaintenance::Values m_iValues;
     };
 
+    /// The printer's lock, while it is needed.
+    struct Guard {
+        std::unique_ptr<IStateStore> m_objStore{};
+        std::unique_ptr<CStateJournal> m_objJournal{};
+    };
+
     [[nodiscard]] Wanted Check() const;
+    Guard Take(const Wanted& p_objWanted, COutput& p_objOutput) const;
     [[nodiscard]] std::string AsTyped() const;
     void Confirm(const Wanted& p_objWanted);
     CStatusReport Do(const Wanted& p_objWanted, COutput& p_objOutput);
@@ -42,6 +53,7 @@ private:
     IPrinterConnector& m_objPrinters;
     const IDeviceAccess& m_objAccess;
     ITerminal& m_objTerminal;
+    std::function<std::unique_ptr<IStateStore>(const std::string&)> m_fnState;
     std::string m_strTarget;
     std::string m_strFunction;
     std::vector<std::string> m_strFields;

@@ -61,6 +61,7 @@ public:
     void OnHeadCheck(const std::string& /*p_strText*/) override {}
     void OnFailure(const CFailure& /*p_objFailure*/) override {}
     void OnCommandFailed(const CFailure& /*p_objFailure*/) override {}
+    void OnWaiting(std::int16_t /*p_iSeconds*/) override {}
 };
 
 }  // namespace
@@ -122,12 +123,10 @@ bool CPrinterConnector::IsTaken(const CTarget& p_objTarget) {
     CNobody objNobody;
     CPrinterLimits objLimits;
     objLimits.m_dOpen = 2;
-    objLimits.m_iReply = 1;
     Toolkit& objToolkit = Life();
     CConnectedPrinter objPrinter(PlaceOf(p_objTarget), objToolkit.m_objEventLoop,
                                  objToolkit.m_objClock, m_objInterrupt, objNobody, objLimits);
-    const CStatusReport objReport = objPrinter.Status();
-    return objReport.m_bSent || objReport.m_objFailure.IsNone();
+    return objPrinter.CanOpen();
 }
 
 std::string CPrinterConnector::KeyOf(const CTarget& p_objTarget) {

@@ -39,6 +39,20 @@ const char* Standing(const Report& p_objReport) {
     }
 }
 
+/// The printer is where the other way leads, wherever the change has taken it; over the network it
+/// leaves from there for where it was.
+void GoAnotherWay(CWritePlan& p_objPlan, const CTarget& p_objBegun, const CTarget& p_objWay) {
+    const bool bLan =
+        p_objBegun.m_iLink == CTarget::Link::Lan && p_objWay.m_iLink == CTarget::Link::Lan;
+    for (CWritePlan::Step& objStep : p_objPlan.m_objSteps) {
+        objStep.m_bCuts = objStep.m_bCuts && bLan;
+        objStep.m_objPlace = {};
+    }
+    if (bLan) {
+        p_objPlan.m_objHome = {p_objBegun.m_strHost, p_objBegun.m_iPort, {}};
+    }
+}
+
 }  // namespace
 
 void CRecoverCommand::Describe(CLI::App& p_objTable) {
@@ -114,13 +128,16 @@ MExitCode::Code CRecoverCommand::One(IStateStore& p_objStore, COutput& p_objOutp
     MSeconds::Reach(m_dReach);
     Json& objJson = p_objOutput.Json();
     objJson["target"] = m_strTarget;
-    // A printer that is reached another way need not be there on its own.
-    const std::string strKey = m_objEnvironment.m_objPrinters.KeyOf(objTarget);
+    const std::string strKey =
+        CStateJournal::KeyOf(p_objStore, objTarget, m_objEnvironment.m_objPrinters);
     CStateJournal objJournal(p_objStore, p_objOutput, objTarget, strKey, "recover");
     const std::optional<CJournalRecord> objRecord = objJournal.Record();
     if (!objRecord) {
         objJson["journal"] = nullptr;
         p_objOutput.Say("No change of " + m_strTarget + " is open");
+        if (!p_objStore.Names(CStateJournal::End).empty()) {
+            p_objOutput.Note("changes of other printers are: varden recover lists them");
+        }
         return MExitCode::Done;
     }
     objJson["started"] = objRecord->m_strStarted;
@@ -138,17 +155,23 @@ CWriteReport CRecoverCommand::Do(const CJournalRecord& p_objRecord, CStateJourna
     const CTarget objWay = CTarget::Parse(Way());
     CWritePlan objPlan = p_objRecord.m_objPlan;
     if (!m_strVia.empty()) {
-        // Over another link the printer is where that link's target says, wherever it went.
-        for (CWritePlan::Step& objStep : objPlan.m_objSteps) {
-            objStep.m_bCuts = false;
-            objStep.m_objPlace = {};
-        }
+        GoAnotherWay(objPlan, CTarget::Parse(m_strTarget), objWay);
     }
     CProgress objProgress(objWay, p_objOutput);
     CTargetWays objWays(objWay, MSeconds::Pause(m_dPause), m_objEnvironment.m_objPrinters,
                         objProgress);
     CWriteJob objJob(objWays, p_objJournal, objProgress);
-    return m_bRestore ? objJob.Restore(objPlan, m_dReach) : objJob.Look(objPlan, m_dReach);
+    try {
+        return m_bRestore ? objJob.Restore(objPlan, m_dReach) : objJob.Look(objPlan, m_dReach);
+    } catch (const CCommandError&) {
+        if (!m_bUnseen) {
+            throw;
+        }
+        CWriteReport objUnseen;
+        objUnseen.m_objPlan = objPlan;
+        objUnseen.m_iWhy = Report::Why::NotReadBack;
+        return objUnseen;
+    }
 }
 
 MExitCode::Code CRecoverCommand::End(const CWriteReport& p_objReport, CStateJournal& p_objJournal,
@@ -170,6 +193,6 @@ MExitCode::Code CRecoverCommand::End(const CWriteReport& p_objReport, CStateJour
         return MExitCode::Different;
     }
     objReport.m_iEnd = Report::End::PersonNeeded;
-    throw CCommandError(*MWriteText::Error(objReport, CTarget::Parse(Way()), p_objJournal.Path(),
-                                           m_objEnvironment.m_objAccess));
+    throw CCommandError(*MWriteText::Error(objReport, CTarget::Parse(m_strTarget),
+                                           p_objJournal.Path(), m_objEnvironment.m_objAccess));
 }

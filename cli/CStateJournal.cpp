@@ -3,7 +3,11 @@
 #include "cli/CCommandError.h"
 #include "cli/MJournalJson.h"
 
+#include <QCoreApplication>
+
+#include <algorithm>
 #include <ctime>
+#include <string_view>
 
 namespace {
 
@@ -20,6 +24,37 @@ std::string UtcNow() {
     return strTime;
 }
 
+/// Whether two names lead to the same place. What a name of the network stands for is not asked.
+bool IsSamePlace(const CTarget& p_objOne, const CTarget& p_objOther) {
+    if (p_objOne.m_iLink != p_objOther.m_iLink) {
+        return false;
+    }
+    switch (p_objOne.m_iLink) {
+    case CTarget::Link::Lan:
+        return p_objOne.m_strHost == p_objOther.m_strHost && p_objOne.m_iPort == p_objOther.m_iPort;
+    case CTarget::Link::Com:
+        return p_objOne.m_strDevice == p_objOther.m_strDevice;
+    case CTarget::Link::Usb:
+        break;
+    }
+    return p_objOne.m_strText == p_objOther.m_strText;
+}
+
+/// Whether the change of a record is one of the printer that p_objTarget names: by the name that it
+/// was begun with, or by a place to which the change may have taken it.
+bool Concerns(const CJournalRecord& p_objRecord, const CTarget& p_objTarget) {
+    try {
+        const CTarget objBegun = CTarget::Parse(p_objRecord.m_strTarget);
+        const CWritePlan& objPlan = p_objRecord.m_objPlan;
+        return std::ranges::any_of(objPlan.Places(objPlan.m_objSteps.size()),
+                                   [&](const CPrinterPlace& p_objPlace) {
+                                       return IsSamePlace(objBegun.At(p_objPlace), p_objTarget);
+                                   });
+    } catch (const CCommandError&) {
+        return false;  // it was written by hand
+    }
+}
+
 }  // namespace
 
 CStateJournal::CStateJournal(IStateStore& p_objStore, COutput& p_objOutput,
@@ -31,8 +66,11 @@ CStateJournal::CStateJournal(IStateStore& p_objStore, COutput& p_objOutput,
     , m_strName(p_strKey + End) {
     std::string strWhy;
     bool bHeld = false;
-    m_objLock =
-        p_objStore.Lock(p_strKey, "varden " + p_strCommand + ", since " + UtcNow(), strWhy, bHeld);
+    m_objLock = p_objStore.Lock(p_strKey,
+                                "varden " + p_strCommand + ", process " +
+                                    std::to_string(QCoreApplication::applicationPid()) +
+                                    ", since " + UtcNow(),
+                                strWhy, bHeld);
     if (m_objLock) {
         return;
     }
@@ -45,9 +83,20 @@ CStateJournal::CStateJournal(IStateStore& p_objStore, COutput& p_objOutput,
                                             m_strTarget, "--state names another folder"});
 }
 
+std::string CStateJournal::KeyOf(const IStateStore& p_objStore, const CTarget& p_objTarget,
+                                 IPrinterConnector& p_objPrinters) {
+    for (const std::string& strName : p_objStore.Names(End)) {
+        const auto strBytes = p_objStore.Read(strName);
+        const auto objRecord = strBytes ? MJournalJson::Read(*strBytes) : std::nullopt;
+        if (objRecord && Concerns(*objRecord, p_objTarget)) {
+            return strName.substr(0, strName.size() - std::string_view(End).size());
+        }
+    }
+    return p_objPrinters.KeyOf(p_objTarget);
+}
+
 bool CStateJournal::IsOpen() const {
-    const std::vector<std::string> strNames = m_objStore.Names(End);
-    return std::find(strNames.begin(), strNames.end(), m_strName) != strNames.end();
+    return m_objStore.Stands(m_strName);
 }
 
 void CStateJournal::CheckNoneOpen() const {
@@ -72,17 +121,26 @@ std::optional<CJournalRecord> CStateJournal::Record() const {
                              strBytes ? "it is no journal of this program" : "it cannot be read",
                              m_strTarget, "see what the printer holds, then remove the file"});
     }
+    TellInterruption();
     return objRecord;
 }
 
 bool CStateJournal::Open(const CWritePlan& p_objPlan) {
-    if (!m_objStore.Write(m_strName, MJournalJson::Text({m_strTarget, UtcNow(), p_objPlan}))) {
+    if (IsOpen()) {
         return false;
     }
+    if (!m_objStore.Write(m_strName, MJournalJson::Text({m_strTarget, UtcNow(), p_objPlan}))) {
+        m_objStore.Remove(m_strName);  // nothing has been changed, whatever stands there now
+        return false;
+    }
+    TellInterruption();
+    return true;
+}
+
+void CStateJournal::TellInterruption() const {
     m_objOutput.SetInterruption({"Interrupted in the middle of a change",
                                  "its journal is " + Path(), m_strTarget,
                                  "varden recover " + m_strTarget + " goes on from there"});
-    return true;
 }
 
 bool CStateJournal::Close() {

@@ -7,10 +7,11 @@
 #include "cli/MSaving.h"
 #include "cli/MSeconds.h"
 #include "cli/MSettingsFile.h"
+#include "cli/MUtf8.h"
 #include "cli/MWriteJson.h"
 #include "cli/MWriteText.h"
 #include "jobs/CWriteJob.h"
-#include "protocol/MAnswer.h"
+#include "protocol/MSettingRoute.h"
 
 #include <CLI/CLI.hpp>
 
@@ -113,13 +114,15 @@ MExitCode::Code CWriteCommand::Run(COutput& p_objOutput) {
     const std::chrono::milliseconds iPause = MSeconds::Pause(m_dPause);
     const CWriteRequest objRequest = Request(objTarget, p_objOutput);
     const std::unique_ptr<IStateStore> objStore = m_objEnvironment.m_fnState(m_strState);
-    CStateJournal objJournal(*objStore, p_objOutput, objTarget,
-                             m_objEnvironment.m_objPrinters.KeyOf(objTarget), "write");
+    CStateJournal objJournal(
+        *objStore, p_objOutput, objTarget,
+        CStateJournal::KeyOf(*objStore, objTarget, m_objEnvironment.m_objPrinters), "write");
+    p_objOutput.Json()["journal"] = objJournal.IsOpen() ? Json(objJournal.Path()) : Json(nullptr);
     objJournal.CheckNoneOpen();
     CProgress objProgress(objTarget, p_objOutput);
     CTargetWays objWays(objTarget, iPause, m_objEnvironment.m_objPrinters, objProgress);
     CWriteJob objJob(objWays, objJournal, objProgress);
-    const CWriteReport objReport = objJob.Run(objRequest);
+    const CWriteReport objReport = Carry(objJob, objRequest, objJournal);
     Tell(objReport, objTarget, p_objOutput);
     p_objOutput.Json()["journal"] = objJournal.IsOpen() ? Json(objJournal.Path()) : Json(nullptr);
     if (const auto objError = MWriteText::Error(objReport, objTarget, objJournal.Path(),
@@ -129,12 +132,36 @@ MExitCode::Code CWriteCommand::Run(COutput& p_objOutput) {
     return objReport.m_iEnd == End::WouldChange ? MExitCode::Different : MExitCode::Done;
 }
 
+/// Whatever ends it, a journal that stands is told.
+CWriteReport CWriteCommand::Carry(CWriteJob& p_objJob, const CWriteRequest& p_objRequest,
+                                  const CStateJournal& p_objJournal) {
+    try {
+        return p_objJob.Run(p_objRequest);
+    } catch (const CCommandError&) {
+        throw;
+    } catch (const std::exception& objError) {
+        if (p_objJournal.IsOpen()) {
+            throw CCommandError(MExitCode::PersonNeeded, {"The change was broken off",
+                                                          objError.what(),
+                                                          {},
+                                                          "the journal is " + p_objJournal.Path()});
+        }
+        throw;
+    }
+}
+
 /// Everything that is asked for, checked before a printer is made of the target.
 CWriteRequest CWriteCommand::Request(const CTarget& p_objTarget, COutput& p_objOutput) const {
     CWriteRequest objRequest;
     CWantedSettings objWanted;
     if (!m_strFile.empty()) {
-        objWanted.TakeFile(m_objEnvironment.m_objFiles, m_strFile);
+        try {
+            objWanted.TakeFile(m_objEnvironment.m_objFiles, m_strFile);
+        } catch (const CCommandError& objError) {
+            objWanted.Add("", objError.Words().m_strWhat +
+                                  (objError.Words().m_strCause.empty() ? "" : ": ") +
+                                  objError.Words().m_strCause);
+        }
     }
     objWanted.TakeWords(m_strWords);
     Vouch(objWanted, objRequest);
@@ -158,13 +185,13 @@ CWriteRequest CWriteCommand::Request(const CTarget& p_objTarget, COutput& p_objO
     objRequest.m_bAllowLinkChange = m_bAllowLinkChange;
     objRequest.m_bCheckOnly = m_bCheckOnly;
     objRequest.m_objExpected = Expected();
-    objRequest.m_strExpectedHost = m_strHost;
+    objRequest.m_strExpectedHost = MUtf8::ToLatin1(m_strHost).value_or("\xFF");
     objRequest.m_dReach = MSeconds::Reach(m_dReach);
     return objRequest;
 }
 
-/// What is said of the setting that no answer reports. Wanted alone it could not even be told
-/// whether it has to be sent.
+/// What is said of the setting that no answer reports. Without another one of its command it could
+/// not even be told whether it has to be sent.
 void CWriteCommand::Vouch(CWantedSettings& p_objWanted, CWriteRequest& p_objRequest) const {
     const Row& objStopBit = MSettings::Get(StopBit);
     if (!m_strStopBitIs.empty()) {
@@ -174,7 +201,8 @@ void CWriteCommand::Vouch(CWantedSettings& p_objWanted, CWriteRequest& p_objRequ
     const bool bAlone =
         p_objWanted.Wanted().IsKnown(objStopBit) &&
         std::ranges::none_of(MSettings::All(), [&](const Row& p_objRow) {
-            return &p_objRow != &objStopBit && p_objWanted.Wanted().IsKnown(p_objRow);
+            return &p_objRow != &objStopBit && p_objWanted.Wanted().IsKnown(p_objRow) &&
+                   MSettingRoute::CarriedBy(p_objRow) == MSettingRoute::CarriedBy(objStopBit);
         });
     if (bAlone) {
         p_objWanted.Add(StopBit, "the printer does not report it, so nobody knows whether it has "
@@ -204,6 +232,13 @@ void CWriteCommand::Tell(const CWriteReport& p_objReport, const CTarget& p_objTa
         return;
     }
     p_objOutput.Show(objTable);
+    const Row& objStopBit = MSettings::Get(StopBit);
+    const bool bUnsent =
+        p_objReport.m_objWanted.IsKnown(objStopBit) && p_objReport.m_objPlan.Unreported().empty();
+    if (bUnsent && m_strStopBitIs.empty()) {
+        p_objOutput.Note("stop-bit is not sent: nothing else of its command changes, and the "
+                         "printer does not report it; --stop-bit-is tells what it is now");
+    }
     if (p_objReport.m_iEnd == End::Unchanged) {
         p_objOutput.Say("Nothing had to be changed");
     } else if (bMoved) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "cli/CEnvironment.h"
+#include "cli/CStateJournal.h"
 #include "cli/CTarget.h"
 #include "cli/CWantedSettings.h"
 #include "cli/ICommand.h"
+#include "jobs/CWriteJob.h"
 #include "jobs/CWriteReport.h"
 #include "jobs/CWriteRequest.h"
 
@@ -20,6 +22,8 @@ public:
     MExitCode::Code Run(COutput& p_objOutput) override;
 
 private:
+    static CWriteReport Carry(CWriteJob& p_objJob, const CWriteRequest& p_objRequest,
+                              const CStateJournal& p_objJournal);
     CWriteRequest Request(const CTarget& p_objTarget, COutput& p_objOutput) const;
     void Vouch(CWantedSettings& p_objWanted, CWriteRequest& p_objRequest) const;
     CSnapshot Expected() const;

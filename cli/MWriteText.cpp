@@ -2,6 +2,7 @@
 
 #include "cli/MFailureText.h"
 #include "cli/MSaving.h"
+#include "cli/MSettingCell.h"
 #include "cli/MUtf8.h"
 #include "protocol/MStatus.h"
 
@@ -90,7 +91,13 @@ Texts NotBegun(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
                 {},
                 "varden diff tells what differs"};
     case Why::OtherHost:
-        return {"This is another printer", "its host name is not the one that was named", {}, {}};
+        return {"This is another printer",
+                "its host name is \"" +
+                    MSettingCell::Text(MSettings::Get("dhcp-host-name"),
+                                       p_objReport.m_objBefore.Items()) +
+                    "\"",
+                {},
+                {}};
     case Why::PlaceTaken:
         return {"Somebody is already where the printer would go",
                 p_objTarget.At(p_objReport.m_objPlace).m_strText + " takes connections",
@@ -130,7 +137,9 @@ CCommandError Failed(const CWriteReport& p_objReport, const CTarget& p_objTarget
             {strTarget + " needs a person: it may be neither as it was nor as wanted",
              strCause + strBetween + strDoubtful, strTarget,
              "the journal is " + p_strJournal + "; varden recover " + strTarget +
-                 " tells how the printer stands, and --restore or --keep ends it"}};
+                 (p_objReport.m_iWhy == Why::OthersChanged
+                      ? " --keep ends it when that is as it should be"
+                      : " tells how the printer stands, and --restore or --keep ends it")}};
 }
 
 }  // namespace

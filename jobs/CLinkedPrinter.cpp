@@ -175,6 +175,11 @@ CStatusReport CLinkedPrinter::Send(const std::string& p_strCommand) {
     });
 }
 
+bool CLinkedPrinter::CanOpen() {
+    Session objSession(*this);
+    return objSession.Open().IsNone();
+}
+
 CStatusReport CLinkedPrinter::Ask(const Command& p_fnCommand) {
     CStatusReport objReport;
     Session objSession(*this);

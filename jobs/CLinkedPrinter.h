@@ -28,6 +28,9 @@ public:
     CStatusReport Status() override;
     CStatusReport Send(const std::string& p_strCommand) override;
 
+    /// Opens the link and closes it again; true when that was possible. Nothing is sent.
+    bool CanOpen();
+
 private:
     class Session;
     using Command = std::function<COutcome(CCommandExchange&)>;

@@ -19,8 +19,10 @@ const Row& HostName() {
     return MSettings::Get("dhcp-host-name");
 }
 
-bool IsReported(const Row& p_objRow) {
-    return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
+/// Whether a setting is reported, and stays what it is until somebody changes it.
+bool IsLasting(const Row& p_objRow) {
+    const Rows objLasting = MWritePlan::Lasting();
+    return std::ranges::find(objLasting, &p_objRow) != objLasting.end();
 }
 
 /// The settings of p_objRows in which the two differ.
@@ -43,11 +45,25 @@ Rows RowsToRead(const CWriteRequest& p_objRequest) {
     for (const Row& objRow : MSettings::All()) {
         const bool bWanted = p_objRequest.m_objExpected.IsKnown(objRow) ||
                              (!p_objRequest.m_strExpectedHost.empty() && &objRow == &HostName());
-        if (bWanted && IsReported(objRow)) {
+        if (bWanted && IsLasting(objRow)) {
             objRows.push_back(&objRow);
         }
     }
     return objRows;
+}
+
+/// The settings that a plan changes, with what they are to be.
+CSnapshot WhatChanges(const CWritePlan& p_objPlan) {
+    CSnapshot objChanges;
+    objChanges.Items() = p_objPlan.m_objAfter.Items();
+    for (const Row* const objRow : p_objPlan.Carried()) {
+        if (!p_objPlan.m_objBefore.IsKnown(*objRow) ||
+            !MSettingText::Same(*objRow, p_objPlan.m_objBefore.Items(),
+                                p_objPlan.m_objAfter.Items())) {
+            objChanges.SetKnown(*objRow);
+        }
+    }
+    return objChanges;
 }
 
 /// Settings that were sent with another value than the one that somebody vouches for, or that
@@ -163,7 +179,7 @@ bool CWriteJob::Read(const Rows& p_objRows, CWriteReport& p_objReport) {
 bool CWriteJob::IsExpected(const CWriteRequest& p_objRequest, CWriteReport& p_objReport) const {
     const CSnapshot& objBefore = p_objReport.m_objBefore;
     for (const Row& objRow : MSettings::All()) {
-        const bool bAsked = p_objRequest.m_objExpected.IsKnown(objRow) && IsReported(objRow);
+        const bool bAsked = p_objRequest.m_objExpected.IsKnown(objRow) && IsLasting(objRow);
         if (bAsked &&
             (!objBefore.IsKnown(objRow) ||
              !MSettingText::Same(objRow, objBefore.Items(), p_objRequest.m_objExpected.Items()))) {
@@ -278,6 +294,7 @@ CWriteReport CWriteJob::Restore(const CWritePlan& p_objPlan, double p_dReach) {
     CWriteReport objReport;
     objReport.m_objPlan = p_objPlan;
     objReport.m_objBefore = p_objPlan.m_objBefore;
+    objReport.m_objWanted = WhatChanges(p_objPlan);
     CWriteRun objRun(objReport.m_objPlan, m_objWays, m_objEvents, p_dReach);
     objRun.AssumeSent();
     Undo(objRun, objReport);
@@ -297,10 +314,11 @@ CWriteReport CWriteJob::Look(const CWritePlan& p_objPlan, double p_dReach) {
     CWriteReport objReport;
     objReport.m_objPlan = p_objPlan;
     objReport.m_objBefore = p_objPlan.m_objBefore;
+    objReport.m_objWanted = WhatChanges(p_objPlan);
     CWriteRun objRun(objReport.m_objPlan, m_objWays, m_objEvents, p_dReach);
     objRun.AssumeSent();
     objReport.m_iEnd = End::PersonNeeded;
-    objRun.ReadBack();
+    objRun.Look();
     if (!objRun.IsRead()) {
         objReport.m_iWhy = Why::NotReadBack;
         objReport.m_objRead = objRun.Last();

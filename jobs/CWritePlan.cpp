@@ -90,6 +90,7 @@ std::vector<CPrinterPlace> CWritePlan::Places(std::size_t p_iDone) const {
         fnAdd(m_objSteps[i - 1].m_objPlace);
     }
     fnAdd({});
+    fnAdd(m_objHome);
     // A printer may have taken its new address and not its new port, or the other way round.
     for (const CPrinterPlace& objOne : std::vector(objPlaces)) {
         for (const CPrinterPlace& objOther : std::vector(objPlaces)) {

@@ -24,6 +24,8 @@ struct CWritePlan {
     CSnapshot m_objBefore{};         ///< what the printer held, as far as it was known
     CSnapshot m_objAfter{};          ///< the same, with what is wanted
     std::vector<Step> m_objSteps{};  ///< in the order in which they are sent
+    /// Where the printer was before: the target's own place, unless it is gone about another way.
+    CPrinterPlace m_objHome{};
 
     /// Settings that a command carries, in the catalogue's order.
     [[nodiscard]] static Rows CarriedBy(Command p_iCommand);

@@ -2,7 +2,6 @@
 
 #include "jobs/MWritePlan.h"
 #include "model/MSettingText.h"
-#include "protocol/MAnswer.h"
 #include "protocol/MStatus.h"
 
 #include <algorithm>
@@ -17,18 +16,15 @@ using Step = CWritePlan::Step;
 constexpr const char* CommandError = "06";
 constexpr double BetweenTries = 1;
 
-bool IsReported(const MSettings::Row& p_objRow) {
-    return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
-}
-
 /// Where a printer is when a step has been undone.
-CPrinterPlace Behind(const Step& p_objStep, CPrinterPlace p_objPlace) {
+CPrinterPlace Behind(const Step& p_objStep, CPrinterPlace p_objPlace,
+                     const CPrinterPlace& p_objHome) {
     if (p_objStep.m_iCommand == MSettingRoute::Command::IpAddress) {
-        p_objPlace.m_strHost.clear();
+        p_objPlace.m_strHost = p_objHome.m_strHost;
     } else if (p_objStep.m_iCommand == MSettingRoute::Command::SocketPort) {
-        p_objPlace.m_iPort.reset();
+        p_objPlace.m_iPort = p_objHome.m_iPort;
     } else {
-        p_objPlace.m_strLine.clear();
+        p_objPlace.m_strLine = p_objHome.m_strLine;
     }
     return p_objPlace;
 }
@@ -47,6 +43,7 @@ void CWriteRun::AssumeSent() {
         m_iTouched.insert(objStep.m_iCommand);
     }
     m_iSent = m_objPlan.m_objSteps.size();
+    m_bUnanswered = true;
     m_objPlaces = m_objPlan.Places(m_iSent);
     // Whatever was begun, most of it was not: the printer is likelier where it was.
     std::ranges::reverse(m_objPlaces);
@@ -115,14 +112,24 @@ bool CWriteRun::Restore() {
             // Whether it has worked is told by what is read afterwards, not by the answer.
             SendText(CWritePlan::Text(objStep->m_iCommand, m_objPlan.m_objBefore));
             if (objStep->m_bCuts) {
-                ComeTo(Behind(*objStep, Place()));
+                ComeTo(Behind(*objStep, Place(), m_objPlan.m_objHome));
             }
         }
-        if (ReadUntil(&CWriteRun::Unrestored)) {
+        if (ReadUntil(&CWriteRun::Unrestored) && StaysRestored()) {
             return true;
         }
     }
     return false;
+}
+
+/// A command that went unanswered may be carried out yet.
+bool CWriteRun::StaysRestored() {
+    if (!m_bUnanswered) {
+        return true;
+    }
+    m_objWays.Wait(Settling);
+    Read();
+    return IsRead() && Unrestored().empty();
 }
 
 bool CWriteRun::IsRead() const {
@@ -197,6 +204,7 @@ CStatusReport CWriteRun::SendText(const std::string& p_strText) {
                 objReport = objPrinter->Send(p_strText);
             }
             if (objReport.m_bSent) {
+                m_bUnanswered = m_bUnanswered || objReport.m_strCode.empty();
                 ComeTo(objPlace);
                 return objReport;
             }
@@ -216,7 +224,7 @@ void CWriteRun::ComeTo(const CPrinterPlace& p_objPlace) {
 }
 
 /// What has to be sent so that the printer is as it was: what it reports otherwise, and at first
-/// what it does not report and what was sent with another value than the one before.
+/// whatever it may have taken.
 std::vector<const Step*> CWriteRun::ToUndo(bool p_bFirst) const {
     const Rows objDiffering = Unrestored();
     std::vector<const Step*> objSteps;
@@ -226,18 +234,9 @@ std::vector<const Step*> CWriteRun::ToUndo(bool p_bFirst) const {
                 return MSettingRoute::CarriedBy(*p_objRow) == objStep.m_iCommand;
             });
         if (HasSent(objStep.m_iCommand) &&
-            (bDiffers || (p_bFirst && !HasRefused(objStep.m_iCommand) && HasHidden(objStep)))) {
+            (bDiffers || (p_bFirst && !HasRefused(objStep.m_iCommand)))) {
             objSteps.push_back(&objStep);
         }
     }
     return objSteps;
-}
-
-bool CWriteRun::HasHidden(const Step& p_objStep) const {
-    return std::ranges::any_of(
-        CWritePlan::CarriedBy(p_objStep.m_iCommand), [&](const MSettings::Row* p_objRow) {
-            return !IsReported(*p_objRow) &&
-                   !MSettingText::Same(*p_objRow, m_objPlan.m_objBefore.Items(),
-                                       m_objPlan.m_objAfter.Items());
-        });
 }

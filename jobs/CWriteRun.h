@@ -19,6 +19,8 @@ public:
     static constexpr double BetweenReadings = 1;
     /// How often the undoing is begun anew when it has not brought what it should.
     static constexpr int Rounds = 3;
+    /// How long a printer that has left a command unanswered is left alone before it is read last.
+    static constexpr double Settling = 5;
 
     /// None is owned; all outlive this.
     /// @param p_dReach for how many seconds a printer that does not answer is sought.
@@ -32,10 +34,15 @@ public:
     /// that cuts the link may go unanswered.
     bool Send(CWriteReport& p_objReport);
 
+    /// Reads once.
+    void Look() { Read(); }
+
     /// Reads until the printer holds what is wanted, as often as Readings says. True when it does.
     bool ReadBack() { return ReadUntil(&CWriteRun::Unmet); }
 
-    /// Brings back what was before, of everything that may have been sent, and verifies it.
+    /// Brings back what was before, of everything that may have been sent, and verifies it. It is
+    /// sent also when it reads as it was: a printer may carry out a command long after it has taken
+    /// it, and what comes behind that command is carried out behind it.
     bool Restore();
 
     /// A command may have gone out.
@@ -66,8 +73,8 @@ private:
     [[nodiscard]] bool IsAsBefore(const MSettings::Row& p_objRow) const;
     CStatusReport SendText(const std::string& p_strText);
     void ComeTo(const CPrinterPlace& p_objPlace);
+    bool StaysRestored();
     [[nodiscard]] std::vector<const CWritePlan::Step*> ToUndo(bool p_bFirst) const;
-    [[nodiscard]] bool HasHidden(const CWritePlan::Step& p_objStep) const;
 
     const CWritePlan& m_objPlan;
     IPrinterWays& m_objWays;
@@ -77,5 +84,6 @@ private:
     std::set<MSettingRoute::Command> m_iTouched;
     std::set<MSettingRoute::Command> m_iRefused;
     std::size_t m_iSent = 0;
+    bool m_bUnanswered = false;  // a command has gone out, and nobody knows what became of it
     CReadReport m_objLast;
 };

@@ -104,14 +104,16 @@ std::string Line(const CSnapshot& p_objSnapshot) {
 }
 
 /// Where the printer may be behind a step that cuts the link.
-CPrinterPlace PlaceBehind(Command p_iCommand, const CSnapshot& p_objAfter, CPrinterPlace p_objPlace,
+CPrinterPlace PlaceBehind(Command p_iCommand, const CWritePlan& p_objPlan, CPrinterPlace p_objPlace,
                           Cuts p_iLink) {
+    const CSnapshot& objAfter = p_objPlan.m_objAfter;
     if (p_iLink == Cuts::Serial) {
-        p_objPlace.m_strLine = Line(p_objAfter);
+        p_objPlace.m_strLine = Line(objAfter);
     } else if (p_iCommand == Command::IpAddress) {
-        p_objPlace.m_strHost = Shown("ip-address", p_objAfter);
-    } else if (p_iCommand == Command::SocketPort) {
-        const std::string strPort = Shown("socket-port", p_objAfter);
+        p_objPlace.m_strHost = Shown("ip-address", objAfter);
+    } else if (p_iCommand == Command::SocketPort &&
+               Shown("socket-port", objAfter) != Shown("socket-port", p_objPlan.m_objBefore)) {
+        const std::string strPort = Shown("socket-port", objAfter);
         std::uint16_t iPort = 0;
         std::from_chars(strPort.data(), strPort.data() + strPort.size(), iPort);
         p_objPlace.m_iPort = iPort;
@@ -161,8 +163,7 @@ CWritePlan Make(const Ends& p_objEnds) {
     CPrinterPlace objPlace;
     for (CWritePlan::Step& objStep : objPlan.m_objSteps) {
         if (objStep.m_bCuts) {
-            objPlace =
-                PlaceBehind(objStep.m_iCommand, objPlan.m_objAfter, objPlace, p_objEnds.m_iLink);
+            objPlace = PlaceBehind(objStep.m_iCommand, objPlan, objPlace, p_objEnds.m_iLink);
         }
         objStep.m_objPlace = objPlace;
     }

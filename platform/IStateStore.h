@@ -34,6 +34,9 @@ public:
     /// A file's content; nothing when it is not there, cannot be read or has more than 1 MiB.
     [[nodiscard]] virtual std::optional<std::string> Read(const std::string& p_strName) const = 0;
 
+    /// Whether a file stands there; also when that cannot be found out.
+    [[nodiscard]] virtual bool Stands(const std::string& p_strName) const = 0;
+
     /// Removes a file, safely on the disk. True when none stands there afterwards.
     virtual bool Remove(const std::string& p_strName) = 0;
 

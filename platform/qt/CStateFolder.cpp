@@ -190,6 +190,12 @@ std::optional<std::string> CStateFolder::Read(const std::string& p_strName) cons
     return strBytes;
 }
 
+bool CStateFolder::Stands(const std::string& p_strName) const {
+    std::error_code objError;
+    const auto objStatus = std::filesystem::symlink_status(Path(p_strName), objError);
+    return IsGood(p_strName) && objStatus.type() != std::filesystem::file_type::not_found;
+}
+
 bool CStateFolder::Remove(const std::string& p_strName) {
     const std::string strPath = Path(p_strName);
     std::error_code objError;

@@ -30,6 +30,7 @@ public:
     /// stand there, whole.
     bool Write(const std::string& p_strName, const std::string& p_strBytes) override;
     [[nodiscard]] std::optional<std::string> Read(const std::string& p_strName) const override;
+    [[nodiscard]] bool Stands(const std::string& p_strName) const override;
     bool Remove(const std::string& p_strName) override;
     [[nodiscard]] std::vector<std::string> Names(const std::string& p_strEnd) const override;
     [[nodiscard]] std::string Path(const std::string& p_strName) const override;

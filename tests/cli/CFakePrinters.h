@@ -41,6 +41,7 @@ public:
     std::function<bool(const CTarget&)> m_fnIsTaken;
     std::vector<std::string> m_strAsked;  ///< "lan:a: read speed, parity", "usb: status"
     std::vector<std::chrono::milliseconds> m_iPauses;
+    bool m_bUnplugged = false;  ///< nobody can tell where a printer is
     double m_dNow = 0;
     std::function<void(double)> m_fnOnWait;  ///< told how long
 
@@ -67,6 +68,9 @@ public:
         return m_objPrinters[p_objTarget.m_strText].m_objFailure.IsNone();
     }
     std::string KeyOf(const CTarget& p_objTarget) override {
+        if (m_bUnplugged) {
+            throw CCommandError(MExitCode::NotReachable, {"There is no printer", {}, {}, {}});
+        }
         std::string strKey = p_objTarget.m_strText;
         std::ranges::replace_if(
             strKey, [](char p_cLetter) { return p_cLetter == ':' || p_cLetter == '/'; }, '_');

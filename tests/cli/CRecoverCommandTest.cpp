@@ -33,6 +33,9 @@ TEST_F(CRecoverCommandTest, TellsHowThePrinterStandsAndChangesNothing) {
     const Ran objRan = Recover({"lan:printer"});
     EXPECT_EQ(objRan.m_iCode, 4);
     EXPECT_EQ(objRan.m_objJson["end"], "changed");
+    EXPECT_EQ(objRan.m_objJson["before"], Json({{"feed-adj", 0.0}}));
+    EXPECT_EQ(objRan.m_objJson["after"], Json({{"feed-adj", 1.0}}));
+    EXPECT_EQ(objRan.m_objJson["results"], Json({{"feed-adj", "changed"}}));
     EXPECT_THAT(m_objModel.Sets(), IsEmpty());
     EXPECT_TRUE(IsOpen());
     Hold("feed-adj", "0");
@@ -96,6 +99,36 @@ TEST_F(CRecoverCommandTest, GoesAnotherWay) {
     EXPECT_EQ(Held("feed-adj"), "0.0");
     EXPECT_THAT(strTargets, ::testing::Each("usb"));
     EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(CRecoverCommandTest, APrinterThatIsUnpluggedIsGivenUpByItsName) {
+    BreakDown({"feed-adj=1"});
+    m_objPrinters.m_fnConnect = [](const CTarget&) -> std::unique_ptr<IPrinter> {
+        throw CCommandError(MExitCode::NotReachable, {"There is no printer", {}, {}, {}});
+    };
+    m_objPrinters.m_bUnplugged = true;
+    EXPECT_EQ(Recover({"lan:printer", "--keep"}).m_iCode, 3);
+    EXPECT_EQ(Recover({"lan:printer", "--keep", "--unseen"}).m_iCode, 0);
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(CRecoverCommandTest, GoesHomeFromItsNewAddress) {
+    for (int iCall = 4; iCall < 200; ++iCall) {
+        m_objModel.m_iMishaps[iCall] = Mishap::Unreached;
+    }
+    ASSERT_EQ(Write({"ip-address=10.1.2.3", "--allow-link-change", "--reach", "3"}).m_iCode, 5);
+    m_objModel.m_iMishaps.clear();
+    EXPECT_EQ(Recover({"lan:printer", "--restore", "--via", "lan:10.1.2.3"}).m_iCode, 0);
+    EXPECT_EQ(Held("ip-address"), "192.168.10.20");
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(CRecoverCommandTest, CtrlCNamesTheJournal) {
+    BreakDown({"feed-adj=1"});
+    m_objModel.m_fnBeforeCall = [this] {
+        EXPECT_TRUE(Has(m_objInterrupt.m_strNote, "varden recover lan:printer"));
+    };
+    EXPECT_EQ(Recover({"lan:printer", "--restore"}).m_iCode, 0);
 }
 
 TEST_F(CRecoverCommandTest, WhatIsWrongReadsNothing) {

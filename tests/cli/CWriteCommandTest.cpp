@@ -187,6 +187,66 @@ TEST_F(CWriteCommandTest, AnotherStopBitThatCannotBeVerifiedCallsAPerson) {
     EXPECT_NE(objRan.m_objJson["journal"], nullptr);
 }
 
+TEST_F(CWriteCommandTest, WhatIsCarriedOutLateIsUndoneToo) {
+    CStateFaults objFaults;
+    objFaults.m_strRefused = {"{IP;3"};
+    m_objModel.m_objPrinter.SetFaults(objFaults);
+    m_objModel.m_iMishaps[3] = Mishap::Late;
+    const Ran objRan = Write({"feed-adj=-1.5", "default-gateway=10.0.0.9", "--allow-link-change"});
+    EXPECT_EQ(objRan.m_iCode, 1);
+    m_objModel.Settled();
+    EXPECT_EQ(Held("feed-adj"), "0.0");
+}
+
+TEST_F(CWriteCommandTest, AStopBitThatHasNotToBeSentIsToldSo) {
+    EXPECT_EQ(Write({"feed-adj=0", "stop-bit=2bits"}).m_iCode, 2);
+    const Ran objRan = Run({"write", "lan:printer", "speed=9600bps", "stop-bit=2bits"});
+    EXPECT_EQ(objRan.m_iCode, 0);
+    EXPECT_TRUE(Has(objRan.m_strError, "stop-bit is not sent"));
+    EXPECT_EQ(Write({"speed=9600bps", "stop-bit=2bits", "--stop-bit-is", "1bit"}).m_iCode, 0);
+    EXPECT_EQ(Held("stop-bit"), "2bits");
+}
+
+TEST_F(CWriteCommandTest, AFileThatReadHasSavedTellsWhetherItIsUnchanged) {
+    const std::string strFile = m_objFolder.Path("snapshot.json");
+    ASSERT_EQ(Run({"read", "lan:printer", "--save", strFile}).m_iCode, 0);
+    EXPECT_EQ(Write({"feed-adj=1", "--if-unchanged", strFile}).m_iCode, 0);
+    EXPECT_EQ(Write({"feed-adj=2", "--if-unchanged", strFile}).m_iCode, 1);
+}
+
+TEST_F(CWriteCommandTest, TheSocketCanBeSwitchedOffOverItself) {
+    m_objModel.m_bMoves = false;
+    const Ran objRan = Write({"socket=OFF", "--allow-link-change"});
+    EXPECT_EQ(objRan.m_iCode, 0);
+    EXPECT_EQ(Held("socket"), "OFF");
+}
+
+TEST_F(CWriteCommandTest, AHostNameIsComparedInThePrintersOwnBytes) {
+    m_objModel.m_objPrinter.Items().m_objDhcpClientHost->SetValue(std::string("h\xE4llen"));
+    const Ran objRan = Write({"feed-adj=1", "--expect-host", "hall"});
+    EXPECT_EQ(objRan.m_iCode, 1);
+    EXPECT_TRUE(Has(objRan.m_objJson["error"]["cause"], "h\u00E4llen"));
+    EXPECT_EQ(Write({"feed-adj=1", "--expect-host", "h\u00E4llen"}).m_iCode, 0);
+}
+
+TEST_F(CWriteCommandTest, WhatIsWrongInFileAndWordsIsToldTogether) {
+    const std::string strFile = Make("bad.json", "{");
+    const Ran objRan = Write({"bogus=1", "--file", strFile});
+    EXPECT_EQ(objRan.m_iCode, 2);
+    EXPECT_EQ(objRan.m_objJson["problems"].size(), 2U);
+}
+
+TEST_F(CWriteCommandTest, AMovedPrinterIsTheSamePrinter) {
+    for (int iCall = 4; iCall < 200; ++iCall) {
+        m_objModel.m_iMishaps[iCall] = Mishap::Unreached;
+    }
+    ASSERT_EQ(Write({"ip-address=10.1.2.3", "--allow-link-change", "--reach", "3"}).m_iCode, 5);
+    m_objModel.m_iMishaps.clear();
+    EXPECT_EQ(RunJson({"write", "lan:10.1.2.3", "feed-adj=1"}).m_iCode, 5);
+    EXPECT_EQ(RunJson({"maintain", "lan:10.1.2.3", "ram-clear", "mode=mante-cnt", "--yes"}).m_iCode,
+              5);
+}
+
 TEST_F(CWriteCommandTest, ASettingThatKeepsItsValueIsAMismatch) {
     CStateFaults objFaults;
     objFaults.m_strStuck = {"FeedAdjustment"};

@@ -51,6 +51,10 @@ public:
                    : std::optional(objFound->second);
     }
 
+    [[nodiscard]] bool Stands(const std::string& p_strName) const override {
+        return m_strFiles.contains(p_strName);
+    }
+
     bool Remove(const std::string& p_strName) override {
         m_strDone.push_back("remove " + p_strName);
         if (!Succeeds()) {

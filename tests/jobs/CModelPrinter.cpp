@@ -7,11 +7,16 @@
 #include "protocol/MStatus.h"
 
 #include <algorithm>
-#include <set>
+#include <utility>
 
 namespace {
 
 constexpr const char* Trouble = "11";
+constexpr double LateSeconds = 2.5;
+
+bool IsSet(const std::string& p_strCommand) {
+    return p_strCommand.starts_with("{Z2") || p_strCommand.starts_with("{I");
+}
 
 std::string Shown(const char* p_strName, const CItemManager& p_objItems) {
     return MSettingText::Show(MSettings::Get(p_strName), p_objItems).value_or("?");
@@ -37,6 +42,7 @@ public:
             objReport.m_objFailure.m_iKind = CFailure::Kind::NoReply;
             return objReport;
         }
+        m_objModel.CatchUp(false);
         CReadFields objFields;
         for (const std::int16_t iGroup : objReport.m_iAsked) {
             const std::string strAnswer = m_objModel.Carry(MCommand::ReadRequest(iGroup));
@@ -61,6 +67,13 @@ public:
         objReport.m_bSent = IsOut(iMishap);
         if (!objReport.m_bSent || iMishap == Mishap::Unheard) {
             objReport.m_objFailure.m_iKind = CFailure::Kind::NoReply;
+            return objReport;
+        }
+        m_objModel.CatchUp(IsSet(p_strCommand));
+        if (iMishap == Mishap::Late && IsSet(p_strCommand)) {
+            m_objModel.m_strLate = p_strCommand;
+            m_objModel.m_dLateAt = m_objModel.m_dNow + LateSeconds;
+            objReport.m_strCode = "00";
             return objReport;
         }
         const std::string strAnswer = m_objModel.Carry(p_strCommand);
@@ -160,7 +173,15 @@ CModelPrinter::Mishap CModelPrinter::Begin() {
 void CModelPrinter::CutPower() {
     if (m_objPrinter.IsOn()) {
         m_objPrinter.PowerOff();
+        m_strLate.clear();
         m_dBackAt = m_dNow + m_dPowerBack;
+    }
+}
+
+/// What comes behind a command is carried out behind it.
+void CModelPrinter::CatchUp(bool p_bAll) {
+    if (!m_strLate.empty() && (p_bAll || m_dNow >= m_dLateAt)) {
+        Carry(std::exchange(m_strLate, {}));
     }
 }
 

@@ -22,6 +22,7 @@ public:
         Unanswered,    ///< it was carried out, and no answer came
         Troubled,      ///< it was carried out, and the status is an error
         PowerCut,      ///< the power goes before it, and comes back later
+        Late,          ///< it is answered, and carried out some seconds later
         LatePowerCut,  ///< the power goes behind it, if it is no reading
     };
 
@@ -40,6 +41,9 @@ public:
     /// Of the commands those that set something.
     [[nodiscard]] std::vector<std::string> Sets() const;
 
+    /// Everything that it was to do late is done.
+    void Settled() { CatchUp(true); }
+
     /// It stands at the place and in the format that its settings name now.
     void Settle();
 
@@ -56,11 +60,14 @@ private:
     [[nodiscard]] std::string Line() const;
     void CutPower();
     void LookAtPower();
+    void CatchUp(bool p_bAll);
     std::string Carry(const std::string& p_strCommand);
 
     MSettings::Cuts m_iLink;
     double m_dNow = 1000;
     double m_dBackAt = 0;
+    std::string m_strLate;  // a command that is to be carried out yet
+    double m_dLateAt = 0;
     std::string m_strHomeHost;
     std::string m_strHomePort;
     std::string m_strHomeLine;

@@ -39,6 +39,7 @@ public:
         Break();
         CWriteJob objJob(m_objModel, m_objJournal, m_objStages);
         m_objReport = objJob.Run(m_objRequest);
+        m_objModel.Settled();
     }
 
     void Check() const {
@@ -172,7 +173,7 @@ private:
     void Break() {
         const int iMishaps = Chance(30) ? 0 : Number(1, 4);
         for (int i = 0; i < iMishaps; ++i) {
-            m_objModel.m_iMishaps[Number(0, 20)] = static_cast<Mishap>(Number(1, 6));
+            m_objModel.m_iMishaps[Number(0, 20)] = static_cast<Mishap>(Number(1, 7));
         }
         CStateFaults objFaults;
         const std::vector<std::string> strHeads{"{Z2;1,", "{Z2;2,", "{IP;2", "{IP;3",
