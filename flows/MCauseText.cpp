@@ -88,7 +88,7 @@ std::string Words(std::span<const SystemRow> p_objRows, int p_iNumber) {
 }
 
 std::string Serial(const CFailure& p_objFailure) {
-    const std::string strWords = Words(SerialRows, p_objFailure.m_iReason);
+    std::string strWords = Words(SerialRows, p_objFailure.m_iReason);
     const DeviceRefusal& objRefusal = p_objFailure.m_objRefusal;
     if (p_objFailure.m_iReason != EACCES || objRefusal.m_strFile.empty()) {
         return strWords;
@@ -137,7 +137,7 @@ std::string SystemWords(const CFailure& p_objFailure) {
 }  // namespace
 
 std::string MCauseText::Of(const CFailure& p_objFailure) {
-    const std::string strWords = SystemWords(p_objFailure);
+    std::string strWords = SystemWords(p_objFailure);
     if (!strWords.empty()) {
         return strWords;
     }

@@ -2,6 +2,8 @@
 
 #include "ui/CReadBaseline.h"
 
+#include <QWidget>
+
 CToldPage::CToldPage(ISettingsPage& p_objPage, const CReadBaseline& p_objBaseline)
     : m_objPage(p_objPage)
     , m_objBaseline(p_objBaseline) {
