@@ -28,8 +28,7 @@ protected:
         QTest::keyClick(m_objWindow.Form().windowHandle(), p_iKey, p_iModifiers);
     }
 
-    /// What the flow of each button does first when it is pressed, in a window that no link is
-    /// open in: READ shows this box, LOAD and SAVE their dialog.
+    /// What READ does first in a window that no link is open in.
     void ExpectSendError() { m_objBoxes.Expect("'LAN' Send Error !!", MessageIcon::Exclamation); }
 };
 
@@ -64,9 +63,8 @@ TEST_F(FmMainKeysTest, AnOpenListIsClosedByAKeyForTabs) {
     cmb.showPopup();
     ASSERT_TRUE(cmb.view()->isVisible());
     QTest::keyClick(cmb.view(), Qt::Key_2, Qt::AltModifier);
-    if (Tabs().currentIndex() != 0) {
-        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    }
+    EXPECT_EQ(Tabs().currentIndex(), 1);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     cmb.hidePopup();
 }
 
@@ -201,8 +199,13 @@ TEST_F(FmMainKeysTest, AfterTheSetupOnTheLanTheFocusIsOnItsButton) {
 
 TEST_F(FmMainKeysTest, AfterTheAboutBoxTheFocusIsWhereItWas) {
     m_objWindow.Field("SeFeedAdj").setFocus(Qt::TabFocusReason);
-    const CModalPerson objPerson([](QWidget& p_objDialog) { p_objDialog.close(); });
+    const CModalPerson objPerson([](QWidget& p_objDialog) {
+        QTest::keyClick(p_objDialog.windowHandle(), Qt::Key_2, Qt::AltModifier);
+        QTest::keyClick(p_objDialog.windowHandle(), Qt::Key_F5);
+        p_objDialog.close();
+    });
     m_objWindow.Get<QAction>("smAbout").trigger();
+    EXPECT_EQ(Tabs().currentIndex(), 0) << "the window's keys are not the dialog's";
     m_objWindow.Form().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&m_objWindow.Form()));
     EXPECT_EQ(Focus(), &m_objWindow.Field("SeFeedAdj"));
