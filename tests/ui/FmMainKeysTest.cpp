@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
@@ -55,6 +56,17 @@ TEST_F(FmMainKeysTest, TabsChangeFromEverywhere) {
         ExpectToReach(Qt::Key_2, Qt::AltModifier, 1, false);
         ExpectToReach(Qt::Key_3, Qt::AltModifier, 2, false);
     }
+}
+
+TEST_F(FmMainKeysTest, AltWithANumberLeavesTheMenuBarAlone) {
+    QWindow* const objWindow = m_objWindow.Form().windowHandle();
+    m_objWindow.Field("SeFeedAdj").setFocus(Qt::TabFocusReason);
+    QTest::keyPress(objWindow, Qt::Key_Alt, Qt::AltModifier);
+    QTest::keyPress(objWindow, Qt::Key_2, Qt::AltModifier);
+    QTest::keyRelease(objWindow, Qt::Key_2, Qt::AltModifier);
+    QTest::keyRelease(objWindow, Qt::Key_Alt);
+    EXPECT_EQ(Tabs().currentIndex(), 1);
+    EXPECT_FALSE(m_objWindow.Form().menuBar()->hasFocus());
 }
 
 TEST_F(FmMainKeysTest, AnOpenListIsClosedByAKeyForTabs) {
