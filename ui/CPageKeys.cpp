@@ -28,6 +28,7 @@ CPageKeys::CPageKeys(QTabWidget& p_objTabs)
 void CPageKeys::AddTabKeys() {
     const auto Add = [this](const QString& p_strKey, const auto& p_fnTab) {
         auto* const objKey = new QShortcut(QKeySequence(p_strKey), m_objTabs.window());
+        objKey->setContext(Qt::ApplicationShortcut);  // an open list is a window of its own
         connect(objKey, &QShortcut::activated, this, [this, p_fnTab] { GoToTab(p_fnTab()); });
     };
     const auto Beside = [this](int p_iStep) {

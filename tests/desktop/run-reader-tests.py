@@ -26,7 +26,8 @@ from waiting import Wrong, wait_for
 
 LIMIT = 150  # seconds
 # How many stops each page has at least: what stands above the tabs, the tabs, its fields and buttons.
-PAGES = [("alt+1", 3 + 1 + 37 + 4), ("alt+2", 3 + 1 + 11 + 8), ("alt+3", 3 + 1 + 16 + 4)]
+PAGES = [("Parameter Setting", 3 + 1 + 37 + 4), ("Maintenance Mode", 3 + 1 + 11 + 8),
+         ("Extra Setting", 3 + 1 + 16 + 4)]
 MOST_STOPS = 100
 STATUS = "ON LINE"  # what the printer answers to both
 
@@ -59,9 +60,9 @@ def walk(reader, where, least, stops):
 
 def walk_pages(reader):
     stops = set()
-    for key, least in PAGES:
-        reader.press(key)
-        walk(reader, "tab " + key, least, stops)
+    for page, least in PAGES:
+        walk(reader, page, least, stops)
+        reader.press("ctrl+Next")  # behind the last page the first
     for words in ("STOP BIT", "SENSOR ADJUST, REFLECT", "IP ADDRESS 4", "F5"):
         if not any(words in show(stop) for stop in stops):
             raise Wrong(f"no stop tells {words}")
@@ -97,9 +98,10 @@ def connect(reader, printer):
 
 def ask(reader, printer):
     """What the printer says is told by the names of the labels that show it."""
-    for key, button, label in [("alt+1", ("GET STATUS", ""), "GET STATUS"),
-                               ("alt+2", ("SEND", "HEAD CHECK"), "HEAD CHECK")]:
-        reader.press(key)
+    reader.press("ctrl+Prior")  # GET STATUS stands above all pages, HEAD CHECK on the second
+    for button, label in [(("GET STATUS", ""), "GET STATUS"),
+                          (("SEND", "HEAD CHECK"), "HEAD CHECK")]:
+        reader.press("ctrl+Next")
         go_to(reader, *button)
         reader.forget()
         printer.news()

@@ -68,8 +68,11 @@ protected:
     void InSetup(const std::function<void(QWidget&)>& p_fnAction) {
         m_objWindow.Choose("cmbInterface", Lan);
         const CModalAnswer objAnswer("FmInterfaceSetup", [&](QWidget& p_objDialog) {
-            p_objDialog.activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&p_objDialog));
+            // A dialog's window counts as active already while the window under it is.
+            EXPECT_TRUE(QTest::qWaitFor([&] {
+                p_objDialog.activateWindow();
+                return p_objDialog.focusWidget()->hasFocus();
+            }));
             p_fnAction(p_objDialog);
             p_objDialog.close();
         });

@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
@@ -28,8 +29,7 @@ protected:
         QTest::keyClick(m_objWindow.Form().windowHandle(), p_iKey, p_iModifiers);
     }
 
-    /// What the flow of each button does first when it is pressed, in a window that no link is
-    /// open in: READ shows this box, LOAD and SAVE their dialog.
+    /// What READ does first in a window that no link is open in.
     void ExpectSendError() { m_objBoxes.Expect("'LAN' Send Error !!", MessageIcon::Exclamation); }
 };
 
@@ -58,15 +58,25 @@ TEST_F(FmMainKeysTest, TabsChangeFromEverywhere) {
     }
 }
 
+TEST_F(FmMainKeysTest, AltWithANumberLeavesTheMenuBarAlone) {
+    QWindow* const objWindow = m_objWindow.Form().windowHandle();
+    m_objWindow.Field("SeFeedAdj").setFocus(Qt::TabFocusReason);
+    QTest::keyPress(objWindow, Qt::Key_Alt, Qt::AltModifier);
+    QTest::keyPress(objWindow, Qt::Key_2, Qt::AltModifier);
+    QTest::keyRelease(objWindow, Qt::Key_2, Qt::AltModifier);
+    QTest::keyRelease(objWindow, Qt::Key_Alt);
+    EXPECT_EQ(Tabs().currentIndex(), 1);
+    EXPECT_FALSE(m_objWindow.Form().menuBar()->hasFocus());
+}
+
 TEST_F(FmMainKeysTest, AnOpenListIsClosedByAKeyForTabs) {
     QComboBox& cmb = m_objWindow.List("cmbSpeed");
     cmb.setFocus();
     cmb.showPopup();
     ASSERT_TRUE(cmb.view()->isVisible());
     QTest::keyClick(cmb.view(), Qt::Key_2, Qt::AltModifier);
-    if (Tabs().currentIndex() != 0) {
-        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    }
+    EXPECT_EQ(Tabs().currentIndex(), 1);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     cmb.hidePopup();
 }
 
@@ -201,8 +211,13 @@ TEST_F(FmMainKeysTest, AfterTheSetupOnTheLanTheFocusIsOnItsButton) {
 
 TEST_F(FmMainKeysTest, AfterTheAboutBoxTheFocusIsWhereItWas) {
     m_objWindow.Field("SeFeedAdj").setFocus(Qt::TabFocusReason);
-    const CModalPerson objPerson([](QWidget& p_objDialog) { p_objDialog.close(); });
+    const CModalPerson objPerson([](QWidget& p_objDialog) {
+        QTest::keyClick(p_objDialog.windowHandle(), Qt::Key_2, Qt::AltModifier);
+        QTest::keyClick(p_objDialog.windowHandle(), Qt::Key_F5);
+        p_objDialog.close();
+    });
     m_objWindow.Get<QAction>("smAbout").trigger();
+    EXPECT_EQ(Tabs().currentIndex(), 0) << "the window's keys are not the dialog's";
     m_objWindow.Form().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&m_objWindow.Form()));
     EXPECT_EQ(Focus(), &m_objWindow.Field("SeFeedAdj"));
