@@ -19,7 +19,8 @@ constexpr const char* Footer = R"(Exit codes:
   2    the command line, a value or a file is wrong
   3    not reachable
   4    what was compared differs, or would be changed
-  5    a person is needed: a printer is neither as it was nor as wanted
+  5    a person is needed: a printer is neither as it was nor as wanted, or
+       nobody knows
   130  interrupted by Ctrl-C
 
 varden COMMAND --help tells more of a command, man varden of all.)";
@@ -67,7 +68,7 @@ CCommandError Misused(const CLI::App& p_objTables, const std::vector<std::string
 
 CProgram::CProgram(const CEnvironment& p_objEnvironment)
     : m_objTables(std::make_unique<CLI::App>(
-          "Looks at the settings of Varden label printers from a command line.", Name)) {
+          "Reads and changes the settings of Varden label printers from a command line.", Name)) {
     m_objTables->formatter(std::make_shared<CHelpFormatter>());
     m_objTables->set_help_flag("-h,--help", HelpText);
     m_objTables->set_version_flag("--version", VARDEN_VERSION, "Shows the program's version.");
