@@ -52,20 +52,18 @@ bool Holds(const ItemArray& p_objItemAry, const ItemRef& p_objItem) {
     return std::ranges::find(p_objItemAry, p_objItem) != p_objItemAry.end();
 }
 
-std::int16_t FindGroup(const MSettings::Row& p_objRow) {
-    const CItemManager objItems;
+std::int16_t FindGroup(const MSettings::Row& p_objRow, const CItemManager& p_objItems) {
     const auto* const objFound = std::ranges::find_if(Groups, [&](MAnswer::Group p_iGroup) {
         ItemArray objItemAry;
-        MAnswer::GroupItems(objItems, p_iGroup, objItemAry);
-        return Holds(objItemAry, objItems.*p_objRow.m_objSlots.front());
+        MAnswer::GroupItems(p_objItems, p_iGroup, objItemAry);
+        return Holds(objItemAry, p_objItems.*p_objRow.m_objSlots.front());
     });
     return objFound == Groups.end() ? MAnswer::NoGroup : *objFound;
 }
 
-Command FindCommand(const MSettings::Row& p_objRow) {
-    const CItemManager objItems;
+Command FindCommand(const MSettings::Row& p_objRow, const CItemManager& p_objItems) {
     const auto objFound = std::ranges::find_if(SendOrder, [&](Command p_iCommand) {
-        return Holds(ItemsOf(p_iCommand, objItems), objItems.*p_objRow.m_objSlots.front());
+        return Holds(ItemsOf(p_iCommand, p_objItems), p_objItems.*p_objRow.m_objSlots.front());
     });
     return objFound == SendOrder.end() ? Command::None : *objFound;
 }
@@ -78,8 +76,10 @@ struct Routes {
     };
 
     Routes() {
+        const CItemManager objItems;
         for (const MSettings::Row& objRow : MSettings::All()) {
-            m_objByName.emplace(objRow.m_strName, Route{FindGroup(objRow), FindCommand(objRow)});
+            m_objByName.emplace(objRow.m_strName,
+                                Route{FindGroup(objRow, objItems), FindCommand(objRow, objItems)});
         }
     }
 

@@ -34,10 +34,18 @@ void CElidedLabel::resizeEvent(QResizeEvent* p_objEvent) {
     TellWhole();
 }
 
+void CElidedLabel::showEvent(QShowEvent* p_objEvent) {
+    QLabel::showEvent(p_objEvent);
+    TellWhole();
+}
+
 QString CElidedLabel::Elided() const {
     return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
 }
 
 void CElidedLabel::TellWhole() {
+    if (!isVisible()) {
+        return;  // nobody can point at it, and its width is not yet known
+    }
     setToolTip(Elided() == text() ? QString() : text());
 }

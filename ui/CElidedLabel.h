@@ -20,6 +20,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* p_objEvent) override;
     void resizeEvent(QResizeEvent* p_objEvent) override;
+    void showEvent(QShowEvent* p_objEvent) override;
 
 private:
     [[nodiscard]] QString Elided() const;

@@ -17,11 +17,18 @@ QSize CFieldLabel::minimumSizeHint() const {
 }
 
 QSize CFieldLabel::RoomForBold(const QSize& p_objSize) const {
-    const auto SizeIn = [this](bool p_bBold) {
-        QFont objFont = font();
-        objFont.setBold(p_bBold);
-        return QFontMetrics(objFont).size(Qt::TextShowMnemonic, text());
-    };
-    const QSize objThick = SizeIn(true).expandedTo(SizeIn(false));
-    return p_objSize + (objThick - SizeIn(font().bold()));
+    // Layouts ask often, and to measure a text takes longer than all else about it.
+    if (m_strMeasured != text() || m_objMeasuredIn != font()) {
+        m_strMeasured = text();
+        m_objMeasuredIn = font();
+        const QSize objNow = SizeIn(font().bold());
+        m_objRoom = SizeIn(!font().bold()).expandedTo(objNow) - objNow;
+    }
+    return p_objSize + m_objRoom;
+}
+
+QSize CFieldLabel::SizeIn(bool p_bBold) const {
+    QFont objFont = font();
+    objFont.setBold(p_bBold);
+    return QFontMetrics(objFont).size(Qt::TextShowMnemonic, text());
 }

@@ -17,4 +17,9 @@ public:
 
 private:
     [[nodiscard]] QSize RoomForBold(const QSize& p_objSize) const;
+    [[nodiscard]] QSize SizeIn(bool p_bBold) const;
+
+    mutable QString m_strMeasured;
+    mutable QFont m_objMeasuredIn;
+    mutable QSize m_objRoom{0, 0};  ///< what that text in that font lacks in the other weight
 };
