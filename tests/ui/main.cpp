@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDateTime>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -29,5 +30,9 @@ int main(int p_iCount, char** p_strArguments) {
     BeAtNoon();
     ::testing::InitGoogleTest(&p_iCount, p_strArguments);
     QApplication objApplication(p_iCount, p_strArguments);
+    // Programs started from here keep what they keep in a place of their own: tests run side by
+    // side, and each has another printer at the same port of an emulated bus.
+    const QTemporaryDir objState;
+    qputenv("XDG_STATE_HOME", objState.path().toUtf8());
     return RUN_ALL_TESTS();
 }
