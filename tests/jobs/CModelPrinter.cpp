@@ -35,7 +35,9 @@ public:
         CReadReport objReport;
         const Mishap iMishap = m_objModel.Begin();
         for (const MSettings::Row* const objRow : p_objRows) {
-            objReport.m_iAsked.insert(MSettingRoute::ReportedIn(*objRow));
+            if (MSettingRoute::ReportedIn(*objRow) != MAnswer::NoGroup) {
+                objReport.m_iAsked.insert(MSettingRoute::ReportedIn(*objRow));
+            }
         }
         objReport.m_bSent = IsOut(iMishap);
         if (!objReport.m_bSent || iMishap == Mishap::Unheard || iMishap == Mishap::Unanswered) {
