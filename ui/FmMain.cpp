@@ -39,14 +39,6 @@ namespace {
 
 constexpr QSize LargestStartSize(1024, 740);
 
-/// p_objWindow, given the program's font before anything in it measures a text in another one.
-QWidget* WithFont(QWidget* p_objWindow) {
-    QFont objFont = p_objWindow->font();
-    objFont.setFamily("Arial");
-    p_objWindow->setFont(objFont);
-    return p_objWindow;
-}
-
 }  // namespace
 
 FmMain::FmMain(const CPlatform& p_objPlatform)
@@ -54,13 +46,16 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSessionView(*this, p_objPlatform.m_objMessageBox)
-    , m_objStatusLine(new CStatusLine(WithFont(this)))
+    , m_objStatusLine(new CStatusLine(this))
     , m_objLine(m_objSessionView, *m_objInterface, *m_objStatusLine)
     , m_objSession(*m_objItemManager, *m_objInterface, m_objLine, p_objPlatform)
     , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(m_objSession) {
     setObjectName("FmMain");
     setWindowTitle(IMessageBox::ProgramTitle);
+    QFont objFont = font();
+    objFont.setFamily("Arial");
+    setFont(objFont);
     MakeMenu();
     auto* const objCentre = new QWidget(this);
     auto* const objLines = new QVBoxLayout(objCentre);
@@ -151,11 +146,10 @@ QWidget* FmMain::MakeTabs() {
             objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
         }
     });
-    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot(), m_objTabs),
+    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot()),
                       "Parameter Setting");
-    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage, nullptr, m_objTabs),
-                      "Maintenance Mode");
-    m_objTabs->addTab(new CFootedArea(m_objLanPage, nullptr, m_objTabs), "Extra Setting");
+    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage), "Maintenance Mode");
+    m_objTabs->addTab(new CFootedArea(m_objLanPage), "Extra Setting");
     return m_objTabs;
 }
 
