@@ -60,6 +60,37 @@ std::string Cause(const CWriteReport& p_objReport, const CTarget& p_objTarget,
     }
 }
 
+/// Why it cannot be begun with this printer now.
+Texts NotBegunNow(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
+    switch (p_objReport.m_iWhy) {
+    case Why::OtherHost:
+        return {"This is another printer",
+                "its host name is \"" +
+                    MSettingCell::Text(MSettings::Get("dhcp-host-name"),
+                                       p_objReport.m_objBefore.Items()) +
+                    "\"",
+                {},
+                {}};
+    case Why::PlaceTaken:
+        return {"Somebody is already where the printer would go",
+                p_objTarget.At(p_objReport.m_objPlace).m_strText + " takes connections",
+                {},
+                "choose another address or port"};
+    case Why::NotReady:
+        return {"The printer is not ready to be changed",
+                p_objReport.m_objStatus.m_strCode.empty()
+                    ? "it has not told its status"
+                    : "it reports " + Status(p_objReport.m_objStatus),
+                {},
+                "clear that at the printer, and try again"};
+    default:
+        return {"The journal cannot be written",
+                {},
+                {},
+                "see that there is room on the disk, or name another folder with --state"};
+    }
+}
+
 /// Why a change was not begun, and the way out.
 Texts NotBegun(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
     const std::string strNames = Names(p_objReport.m_objRows);
@@ -90,31 +121,8 @@ Texts NotBegun(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
                 strNames + " differ",
                 {},
                 "varden diff tells what differs"};
-    case Why::OtherHost:
-        return {"This is another printer",
-                "its host name is \"" +
-                    MSettingCell::Text(MSettings::Get("dhcp-host-name"),
-                                       p_objReport.m_objBefore.Items()) +
-                    "\"",
-                {},
-                {}};
-    case Why::PlaceTaken:
-        return {"Somebody is already where the printer would go",
-                p_objTarget.At(p_objReport.m_objPlace).m_strText + " takes connections",
-                {},
-                "choose another address or port"};
-    case Why::NotReady:
-        return {"The printer is not ready to be changed",
-                p_objReport.m_objStatus.m_strCode.empty()
-                    ? "it has not told its status"
-                    : "it reports " + Status(p_objReport.m_objStatus),
-                {},
-                "clear that at the printer, and try again"};
     default:
-        return {"The journal cannot be written",
-                {},
-                {},
-                "see that there is room on the disk, or name another folder with --state"};
+        return NotBegunNow(p_objReport, p_objTarget);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "protocol/MStatus.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -217,10 +218,9 @@ CStatusReport CWriteRun::SendText(const std::string& p_strText) {
 }
 
 /// From now on the printer is looked for there first.
-void CWriteRun::ComeTo(const CPrinterPlace& p_objPlace) {
-    const CPrinterPlace objPlace = p_objPlace;
-    std::erase(m_objPlaces, objPlace);
-    m_objPlaces.insert(m_objPlaces.begin(), objPlace);
+void CWriteRun::ComeTo(CPrinterPlace p_objPlace) {
+    std::erase(m_objPlaces, p_objPlace);
+    m_objPlaces.insert(m_objPlaces.begin(), std::move(p_objPlace));
 }
 
 /// What has to be sent so that the printer is as it was: what it reports otherwise, and at first

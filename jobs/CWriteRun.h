@@ -72,7 +72,7 @@ private:
     bool ReadUntil(CWritePlan::Rows (CWriteRun::*p_fnDiffering)() const);
     [[nodiscard]] bool IsAsBefore(const MSettings::Row& p_objRow) const;
     CStatusReport SendText(const std::string& p_strText);
-    void ComeTo(const CPrinterPlace& p_objPlace);
+    void ComeTo(CPrinterPlace p_objPlace);
     bool StaysRestored();
     [[nodiscard]] std::vector<const CWritePlan::Step*> ToUndo(bool p_bFirst) const;
 

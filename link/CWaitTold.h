@@ -3,6 +3,7 @@
 #include "link/ISessionEvents.h"
 
 #include <cstdint>
+#include <limits>
 
 /// Tells how long something is awaited, each whole second of it, until its end.
 class CWaitTold {
@@ -18,8 +19,12 @@ public:
 
     /// p_dSeconds have passed. Fewer than none, as over midnight, tell nothing.
     void Tell(double p_dSeconds) {
+        constexpr double dMost = std::numeric_limits<std::int16_t>::max();
+        if (p_dSeconds < 0 || p_dSeconds > dMost) {
+            return;
+        }
         const auto iSeconds = static_cast<std::int16_t>(p_dSeconds);
-        if (p_dSeconds >= 0 && iSeconds != m_iTold) {
+        if (iSeconds != m_iTold) {
             m_iTold = iSeconds;
             m_objEvents.OnWaiting(iSeconds);
         }
