@@ -7,7 +7,7 @@ namespace {
 /// Maker and product, of which the system may know neither, and the one may begin with the other.
 QString WhatItIs(const CSerialPortEntry& p_objPort) {
     const QString strMaker = QString::fromStdString(p_objPort.m_strManufacturer).trimmed();
-    const QString strProduct = QString::fromStdString(p_objPort.m_strDescription).trimmed();
+    QString strProduct = QString::fromStdString(p_objPort.m_strDescription).trimmed();
     if (strProduct.startsWith(strMaker, Qt::CaseInsensitive)) {
         return strProduct;
     }

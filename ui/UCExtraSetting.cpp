@@ -67,6 +67,7 @@ void AddLine(const CPageBuilder& p_objBuilder, QGridLayout& p_objGrid, int p_iRo
     p_objGrid.addLayout(objLine, p_iRow, 1);
     if (p_bNumbered) {
         std::vector<UCSpinEdit*> objParts;
+        objParts.reserve(p_strControls.size());
         for (const std::string& strControl : p_strControls) {
             objParts.push_back(
                 &MControl::Find<UCSpinEdit>(*objParent, QString::fromStdString(strControl)));
