@@ -22,7 +22,7 @@ public:
         objAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         auto* const objAny = reinterpret_cast<sockaddr*>(&objAddress);
         socklen_t iLength = sizeof objAddress;
-        ::bind(m_iListener, objAny, iLength);
+        static_cast<void>(::bind(m_iListener, objAny, iLength));
         ::listen(m_iListener, 0);
         ::getsockname(m_iListener, objAny, &iLength);
         m_iNumber = ntohs(objAddress.sin_port);
