@@ -16,7 +16,7 @@ from ansible_collections.varden.printer.plugins.plugin_utils.printer_action impo
 class ActionModule(PrinterAction):
     SPEC = dict(
         PAUSE, **WRITING,
-        step={"type": "str", "required": True, "choices": ["prepare", "change", "back"]},
+        step={"type": "str", "required": True, "choices": ["prepare", "change", "back", "verdict"]},
         folder={"type": "path", "required": True},
         run_id={"type": "str", "required": True},
         settings={"type": "dict"},
@@ -29,6 +29,8 @@ class ActionModule(PrinterAction):
     )
 
     def do(self, args):
+        if args["step"] == "verdict":
+            return self._verdict(args)
         self._folder = records.Folder(args["folder"], self.check_mode())
         self._record = records.Folder(args["folder"], False).read(self.host())
         if self._record.get("moved_to") and self._record.get("target") == args["target"]:
@@ -56,7 +58,7 @@ class ActionModule(PrinterAction):
             args["file"] = self._find_needle("files", args["file"])
         self._begin(args, sorted(args.get("settings") or {}), whole=bool(args.get("file")))
         outcome = change.write(self, args)
-        result = change.result_of(outcome, args["target"])
+        result = change.result_of(outcome, args)
         if outcome.data.get("results"):
             self._record.update(names=sorted(set(self._record["names"]) | set(outcome.data["results"])))
         kind = "would-change" if outcome.code == varden.DIFFERS else (
@@ -71,7 +73,7 @@ class ActionModule(PrinterAction):
             return {"changed": False, "skipped": True, "skip_reason": "the rollout has not touched it"}
         self._take_from(args, backup)
         outcome = change.write(self, args)
-        result = change.result_of(outcome, args["target"])
+        result = change.result_of(outcome, args)
         kind = "would-change" if outcome.code == varden.DIFFERS else (
             "taken-back" if result["changed"] else "unchanged")
         if outcome.code == varden.DONE and not self.check_mode():
@@ -79,6 +81,15 @@ class ActionModule(PrinterAction):
             for name in ("before", "after", "changed_at"):
                 self._record.pop(name, None)
         self._keep(args, result, kind, outcome.data)
+        return result
+
+    def _verdict(self, args):
+        """The result that the steps before were let off with, for Ansible's own count."""
+        record = records.Folder(args["folder"], self.check_mode()).read(self.host())
+        fault = record.get("result") if record.get("run") == args["run_id"] else None
+        result = {"changed": False, "msg": record.get("message", "")}
+        if fault in records.FAULTS:
+            result["unreachable" if fault == "unreachable" else "failed"] = True
         return result
 
     def _take_from(self, args, backup):
@@ -115,7 +126,7 @@ class ActionModule(PrinterAction):
         if kind in records.FAULTS:
             self._folder.tell_fault(args["run_id"], self.host())
         if kind in ("changed", "would-change", "taken-back"):
-            names = change.differing(data)
+            names = change.differing(data, args)
             before = {} if kind != "changed" else record.get("before") or {}
             record["before"] = dict({name: data["before"].get(name) for name in names}, **before)
             record["after"] = dict(record.get("after") or {} if kind == "changed" else {},

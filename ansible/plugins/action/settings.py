@@ -24,4 +24,4 @@ class ActionModule(PrinterAction):
         for name in ("file", "if_unchanged"):
             if args.get(name):
                 args[name] = self._find_needle("files", args[name])
-        return change.result_of(change.write(self, args), args["target"])
+        return change.result_of(change.write(self, args), args)

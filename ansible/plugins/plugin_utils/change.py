@@ -46,19 +46,24 @@ def _took_up(action, args):
 
 
 def _text(settings, names):
-    return "".join("%s: %s\n" % (name, settings.get(name)) for name in names)
+    return "".join("%s: %s\n" % (name, "(not known)" if settings.get(name) is None else settings[name])
+                   for name in names)
 
 
-def differing(data):
-    """The names of what is, or would be, different afterwards."""
+def differing(data, args):
+    """The names of what is, or would be, different afterwards.
+
+    A stop bit that was only vouched for travels along, and is no difference.
+    """
     before, after = data.get("before") or {}, data.get("after") or {}
-    return [name for name in after if before.get(name) != after[name]]
+    return [name for name in after if before.get(name) != after[name]
+            and not (name == "stop-bit" and args.get("stop_bit_is"))]
 
 
-def result_of(outcome, target):
+def result_of(outcome, args):
     """A task's result of a change."""
-    data, result = outcome.data, outcome.result()
-    names = differing(data)
+    data, result, target = outcome.data, outcome.result(), args["target"]
+    names = differing(data, args)
     result["changed"] = outcome.code == varden.DIFFERS or bool(data.get("changed"))
     for key, default in (("before", {}), ("after", {}), ("results", {}), ("plan", []), ("left_out", []),
                          ("end", None), ("moved_to", None), ("problems", [])):
