@@ -9,16 +9,16 @@ import os
 
 from ansible.errors import AnsibleActionFail
 
-from ansible_collections.varden.printer.plugins.plugin_utils import change, records, saving, varden
+from ansible_collections.varden.printer.plugins.plugin_utils import change, records, saving, summary, varden
 from ansible_collections.varden.printer.plugins.plugin_utils.printer_action import PAUSE, WRITING, PrinterAction
 
 
 class ActionModule(PrinterAction):
     SPEC = dict(
         PAUSE, **WRITING,
-        step={"type": "str", "required": True, "choices": ["prepare", "change", "back", "verdict"]},
+        step={"type": "str", "required": True, "choices": ["prepare", "change", "back"]},
         folder={"type": "path", "required": True},
-        run_id={"type": "str", "required": True},
+        title={"type": "str", "default": "Rollout"},
         settings={"type": "dict"},
         file={"type": "str"},
         faults_allowed={"type": "int", "default": 0},
@@ -28,9 +28,11 @@ class ActionModule(PrinterAction):
         resume={"type": "bool", "default": True},
     )
 
+    def run(self, tmp=None, task_vars=None):
+        self._run = records.run_id()
+        return super().run(tmp, task_vars)
+
     def do(self, args):
-        if args["step"] == "verdict":
-            return self._verdict(args)
         self._folder = records.Folder(args["folder"], self.check_mode())
         self._record = records.Folder(args["folder"], False).read(self.host())
         if self._record.get("moved_to") and self._record.get("target") == args["target"]:
@@ -38,7 +40,8 @@ class ActionModule(PrinterAction):
         else:
             self._record.pop("moved_to", None)
             self._record["target"] = args["target"]
-        self._record["run"] = args["run_id"]
+        self._found = dict(self._record)
+        self._record["run"] = self._run
         return getattr(self, "_" + args["step"])(args)
 
     def _prepare(self, args):
@@ -48,11 +51,14 @@ class ActionModule(PrinterAction):
         # The backup of a rollout that goes on is from before its first change.
         result = saving.save(self, args, backup, not self._record.get("touched"))
         self._keep(args, result, "prepared")
-        result["changed"] = False  # a rollout changes printers
-        return result
+        # A rollout changes printers; and what has failed here fails where the others are changed.
+        return {"changed": False, "backup": backup, "fault": self._record["result"] in records.FAULTS,
+                "msg": self._record["message"]}
 
     def _change(self, args):
-        if not self.check_mode() and self._folder.faults(args["run_id"]) > args["faults_allowed"]:
+        if self._found.get("run") == self._run and self._found.get("result") in records.FAULTS:
+            return self._fail_as_found(args)
+        if not self.check_mode() and self._folder.faults(self._run) > args["faults_allowed"]:
             return {"changed": False, "skipped": True, "skip_reason": "the rollout has stopped"}
         if args.get("file"):
             args["file"] = self._find_needle("files", args["file"])
@@ -65,6 +71,12 @@ class ActionModule(PrinterAction):
             "changed" if result["changed"] else "unchanged")
         self._keep(args, result, kind, outcome.data)
         return result
+
+    def _fail_as_found(self, args):
+        """What preparing has come to, for Ansible's own count."""
+        self._summarise(args)
+        kind = "unreachable" if self._found["result"] == "unreachable" else "failed"
+        return {"changed": False, kind: True, "msg": self._found["message"]}
 
     def _back(self, args):
         backup = self._folder.backup(self.host())
@@ -81,15 +93,6 @@ class ActionModule(PrinterAction):
             for name in ("before", "after", "changed_at"):
                 self._record.pop(name, None)
         self._keep(args, result, kind, outcome.data)
-        return result
-
-    def _verdict(self, args):
-        """The result that the steps before were let off with, for Ansible's own count."""
-        record = records.Folder(args["folder"], self.check_mode()).read(self.host())
-        fault = record.get("result") if record.get("run") == args["run_id"] else None
-        result = {"changed": False, "msg": record.get("message", "")}
-        if fault in records.FAULTS:
-            result["unreachable" if fault == "unreachable" else "failed"] = True
         return result
 
     def _take_from(self, args, backup):
@@ -124,7 +127,7 @@ class ActionModule(PrinterAction):
         message = result.get("msg", "") if kind in records.FAULTS else ""
         record.update(result=kind, time=records.now(), message=message, journal=result.get("journal", ""))
         if kind in records.FAULTS:
-            self._folder.tell_fault(args["run_id"], self.host())
+            self._folder.tell_fault(self._run, self.host())
         if kind in ("changed", "would-change", "taken-back"):
             names = change.differing(data, args)
             before = {} if kind != "changed" else record.get("before") or {}
@@ -138,3 +141,9 @@ class ActionModule(PrinterAction):
         if result.get("moved_to"):
             record["moved_to"] = result["moved_to"]
         self._folder.write(self.host(), record)
+        if kind in records.FAULTS:
+            self._summarise(args)
+
+    def _summarise(self, args):
+        """Who has failed may be the last of his batch, and nobody be left to write the summary."""
+        summary.write(self._folder, self._vars["ansible_play_hosts_all"], self._run, args["title"])

@@ -15,19 +15,20 @@ options:
   step:
     description:
       - C(prepare) backs the printer up, unless it was touched by this rollout already; C(change) changes it; C(back)
-        brings back what the backup holds of the settings that the rollout has named; C(verdict) fails as an earlier
-        step of this run has failed.
+        brings back what the backup holds of the settings that the rollout has named.
+      - A printer on which C(prepare) has failed fails in C(change), so that all of a batch are prepared before it is
+        decided whether any of them is changed.
     type: str
     required: true
-    choices: [prepare, change, back, verdict]
+    choices: [prepare, change, back]
   folder:
     description: The rollout's folder.
     type: path
     required: true
-  run_id:
-    description: What tells this run from others.
+  title:
+    description: The title of the summary's page.
     type: str
-    required: true
+    default: Rollout
   settings:
     description: As of M(varden.printer.settings).
     type: dict
@@ -74,7 +75,6 @@ EXAMPLES = r"""
   varden.printer.rollout_step:
     step: change
     folder: rollouts/autumn
-    run_id: "1"
     settings:
       feed-adj: -1.5
 """

@@ -9,6 +9,7 @@ module: rollout_summary
 short_description: Writes the summary of a rollout
 version_added: 2.3.0
 description:
+  - Of all printers of the play; those that the run has not come to are there as not begun.
   - Writes C(summary.csv) and C(summary.html) into the rollout's folder, and counts the printers that the run has failed
     on, unreachable ones as well. Asks no printer.
 options:
@@ -16,20 +17,6 @@ options:
     description: The rollout's folder.
     type: path
     required: true
-  run_id:
-    description: What tells this run from others.
-    type: str
-    required: true
-  printers:
-    description: All printers of the rollout; those that the run has not come to are there as not begun.
-    type: list
-    elements: str
-    required: true
-  batch:
-    description: The printers whose lines are returned.
-    type: list
-    elements: str
-    default: []
   faults_allowed:
     description: The rollout is to stop when the run has failed on more printers.
     type: int
@@ -53,8 +40,6 @@ EXAMPLES = r"""
 - name: Write the summary
   varden.printer.rollout_summary:
     folder: rollouts/autumn
-    run_id: "1"
-    printers: "{{ ansible_play_hosts_all }}"
   run_once: true
 """
 
@@ -73,7 +58,7 @@ stop:
   returned: always
   type: bool
 lines:
-  description: One line for each printer of the batch.
+  description: One line for each printer of the play's batch.
   returned: always
   type: list
   elements: str

@@ -8,6 +8,7 @@ or not at all. faults holds a line for each printer that a run has failed on.
 from __future__ import (absolute_import, division, print_function)
 __metaclass__ = type
 
+import fcntl
 import json
 import os
 import tempfile
@@ -20,6 +21,16 @@ FAULTS = ("unreachable", "failed", "person-needed")
 
 def now():
     return time.strftime("%Y-%m-%dT%H:%M:%SZ", time.gmtime())
+
+
+def run_id():
+    """What tells a run of Ansible from others: the controller's process, which has forked this one."""
+    number = os.getppid()
+    try:
+        with open("/proc/%d/stat" % number, encoding="utf-8") as file:
+            return "%d-%s" % (number, file.read().rpartition(")")[2].split()[19])  # when it was begun
+    except OSError:
+        return str(number)
 
 
 def write_whole(path, text):
@@ -62,6 +73,13 @@ class Folder:
 
     def write(self, host, record):
         write_whole(self._record(host), json.dumps(record, indent=1, ensure_ascii=False) + "\n")
+
+    def locked(self):
+        """An open file; who has it is the only one to write the summary, until it is closed."""
+        os.makedirs(self.base, exist_ok=True)
+        file = open(os.path.join(self.base, "lock"), "w", encoding="utf-8")
+        fcntl.flock(file, fcntl.LOCK_EX)
+        return file
 
     def tell_fault(self, run, host):
         os.makedirs(self.base, exist_ok=True)

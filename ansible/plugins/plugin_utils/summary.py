@@ -7,6 +7,7 @@ __metaclass__ = type
 import csv
 import html
 import io
+import os
 
 from ansible_collections.varden.printer.plugins.plugin_utils import records
 
@@ -87,3 +88,15 @@ def as_html(rows, title):
             "<style>%s</style></head>\n<body><h1>%s</h1>\n<p>%d printers: %s. %s</p>\n"
             "<table><thead><tr>%s</tr></thead>\n<tbody>\n%s\n</tbody></table></body></html>\n"
             % (escape(title), STYLE, escape(title), len(rows), numbers, records.now(), head, body))
+
+
+def write(folder, hosts, run, title):
+    """Writes both files from the records as they are now; the rows."""
+    with folder.locked():
+        rows = []
+        for host in hosts:
+            backup = folder.backup(host)
+            rows.append(row(host, folder.read(host), run, backup if os.path.exists(backup) else ""))
+        records.write_whole(folder.summary("csv"), as_csv(rows))
+        records.write_whole(folder.summary("html"), as_html(rows, title))
+    return rows
