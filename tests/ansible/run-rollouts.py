@@ -202,7 +202,8 @@ def ends_well(bench, fleet, before):
     done = sum(bool(commands) for commands in fleet.sent().values())
     expect("it was stopped in the middle", 0 < done < bench.number, True)
     run = bench.play(ROLLOUT, fleet.inventory(), variables(bench))
-    expect("exit code", run.code, 0)
+    if run.code:
+        raise Wrong(f"the rollout has not gone on:\n{run.text}")
     expect_asked(fleet, before)
     expect_sent_once(fleet)
     expect("all of them", sorted(sum((run.results().get(each, []) for each in ("changed", "unchanged")), [])),
