@@ -224,7 +224,7 @@ def test_killed(bench):
 
 def test_power(bench):
     """Everything is killed, as when the controller loses its power: half of a change is there."""
-    fleet = bench.printers("slow", bench.number, "--delay", "300")
+    fleet = bench.printers("slow", bench.number, "--delay", "100")
     before = fleet.held()
     kill_in_the_middle(bench, fleet.inventory(), fleet, 2, True)
     journals = [name for name in os.listdir(bench.state) if name.endswith(".json")]

@@ -7,7 +7,7 @@ __metaclass__ = type
 import json
 import os
 
-from ansible.errors import AnsibleActionFail
+from ansible.errors import AnsibleActionFail, AnsibleError
 
 from ansible_collections.varden.printer.plugins.plugin_utils import change, records, saving, summary, varden
 from ansible_collections.varden.printer.plugins.plugin_utils.printer_action import PAUSE, WRITING, PrinterAction
@@ -42,7 +42,13 @@ class ActionModule(PrinterAction):
             self._record["target"] = args["target"]
         self._found = dict(self._record)
         self._record["run"] = self._run
-        return getattr(self, "_" + args["step"])(args)
+        try:
+            return getattr(self, "_" + args["step"])(args)
+        except (varden.CannotRun, AnsibleError) as error:
+            # A fault like any other, so that it counts.
+            result = {"changed": False, "failed": True, "msg": str(error)}
+            self._keep(args, result, "failed")
+            return result
 
     def _prepare(self, args):
         backup = self._folder.backup(self.host())

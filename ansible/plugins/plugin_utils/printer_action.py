@@ -4,7 +4,6 @@
 from __future__ import (absolute_import, division, print_function)
 __metaclass__ = type
 
-from ansible.errors import AnsibleActionFail
 from ansible.plugins.action import ActionBase
 
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
@@ -46,7 +45,7 @@ class PrinterAction(ActionBase):
         try:
             result.update(self.do(args))
         except varden.CannotRun as error:
-            raise AnsibleActionFail(str(error))
+            result.update(failed=True, msg=str(error))
         return result
 
     def do(self, args):
