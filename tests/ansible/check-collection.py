@@ -83,7 +83,7 @@ def check_actions(bench):
                                      the_program=os.path.join(bench.programs, "varden"),
                                      the_new_address=moving.address(200)))
     counts = {name: counts[1:] for name, counts in run.recap.items()}
-    wanted = {"sound-0001": (0, 0), "moving-0001": (0, 0), "cut-0001": (0, 0), "dead-0001": (2, 0)}
+    wanted = {"sound-0001": (0, 0), "moving-0001": (0, 0), "cut-0001": (0, 0), "dead-0001": (1, 0)}
     if counts != wanted or run.code != 4:
         raise Wrong(f"ended with {run.code}:\n{run.text}")
     kept = os.path.join(bench.folder, "kept")

@@ -33,6 +33,11 @@ def heads(commands):
     return sorted(command[:len(HEADS[0])] for command in commands)
 
 
+def ends_with(run, code):
+    if run.code != code:
+        raise Wrong(f"exit code {run.code} in place of {code}:\n{run.text}")
+
+
 def expect_asked(fleet, before, names=None):
     """Those printers hold what was asked and nothing else is different; the others are as before."""
     held = fleet.held()
@@ -52,7 +57,7 @@ def test_changes(bench):
     hosts, before = fleet.inventory(), fleet.held()
 
     run = bench.play(ROLLOUT, hosts, variables(bench), "--check", "--diff")
-    expect("exit code", run.code, 0)
+    ends_with(run, 0)
     expect("after a look", fleet.held(), before)
     expect("sent by a look", sum(fleet.sent().values(), []), [])
     expect("summary of a look", run.results(check=True), {"would-change": fleet.names})
@@ -61,7 +66,7 @@ def test_changes(bench):
     expect("a look's files", sorted(os.listdir(bench.rollout)), ["check"])
 
     run = bench.play(ROLLOUT, hosts, variables(bench))
-    expect("exit code", run.code, 0)
+    ends_with(run, 0)
     expect_asked(fleet, before)
     expect_sent_once(fleet)
     expect("recap", run.recap, {name: (1, 0, 0) for name in fleet.names})
@@ -149,13 +154,13 @@ def test_stops(bench):
     # Nobody at the canary's address.
     away = dict(hosts, **{canary[0]: {"varden_target": "lan:127.63.255.254:1"}})
     run = bench.play(ROLLOUT, away, parts)
-    expect("exit code", run.code, 4)
+    ends_with(run, 4)
     expect("summary", run.results(), {"unreachable": canary, "not-begun": fleet.names[1:]})
     expect("asked", [name for name, commands in fleet.received().items() if commands], [])
 
     # One of the share is not there: none of the share is changed. One that is ruled out is not asked.
     run = bench.play(ROLLOUT, dict(hosts, **{bad: {"varden_target": "lan:127.63.255.254:1"}}), parts)
-    expect("exit code", run.code, 4)
+    ends_with(run, 4)
     expect("summary", run.results(), {"changed": canary, "unreachable": [bad],
                                       "not-begun": [each for each in fleet.names[1:] if each != bad]})
     expect_sent_once(fleet, canary)
@@ -164,7 +169,7 @@ def test_stops(bench):
 
     # One of the share refuses, and is the last of it: the rest is not even asked.
     run = bench.play(ROLLOUT, hosts, parts)
-    expect("exit code", run.code, 2)
+    ends_with(run, 2)
     expect("summary", run.results(), {"unchanged": canary, "changed": second[:-1], "failed": [bad],
                                       "not-begun": rest})
     expect_asked(fleet, before, fleet.names[:share])
@@ -176,7 +181,7 @@ def test_stops(bench):
     one = dict(parts, varden_rollout_serial=[1, "100%"])
     order = dict((name, hosts[name]) for name in canary + [bad] + second[:-1] + rest)
     run = bench.play(ROLLOUT, order, one)
-    expect("exit code", run.code, 2)
+    ends_with(run, 2)
     expect_asked(fleet, before, fleet.names[:share])
     expect("printers that were not begun", run.results()["not-begun"], second[:-1] + rest)
 
@@ -202,8 +207,7 @@ def ends_well(bench, fleet, before):
     done = sum(bool(commands) for commands in fleet.sent().values())
     expect("it was stopped in the middle", 0 < done < bench.number, True)
     run = bench.play(ROLLOUT, fleet.inventory(), variables(bench))
-    if run.code:
-        raise Wrong(f"the rollout has not gone on:\n{run.text}")
+    ends_with(run, 0)
     expect_asked(fleet, before)
     expect_sent_once(fleet)
     expect("all of them", sorted(sum((run.results().get(each, []) for each in ("changed", "unchanged")), [])),
