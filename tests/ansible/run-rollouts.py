@@ -247,7 +247,7 @@ def main():
     parser.add_argument("tests", nargs="*", metavar="TEST", help=", ".join(TESTS))
     parser.add_argument("--printers", type=int, default=20)
     parser.add_argument("--forks", type=int, default=10)
-    options = parser.parse_args()
+    options = parser.parse_intermixed_args()
     wrong = 0
     for name in options.tests or TESTS:
         start = time.monotonic()
