@@ -1,7 +1,7 @@
 # The documents that are installed, and how cpack makes a Debian package of what is installed: ./package
 # calls it. What is said of the program is said here and in cmake/Desktop.cmake.
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.json"
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.json"
         PATTERN "man" EXCLUDE PATTERN "CHANGELOG.md" EXCLUDE)
 if(NOT LINUX)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
