@@ -17,6 +17,18 @@ class BenchTest(FleetTest):
         circles = xml.etree.ElementTree.parse(picture).getroot().findall("{http://www.w3.org/2000/svg}circle")
         self.assertEqual(len(circles), 2 + 1, "those of the largest fleet, and that beside the name")
 
+    def test_the_picture_is_that_of_the_page_and_the_page_keeps_to_its_formula(self):
+        page, kept = PROJECT / "docs" / "fleets.md", PROJECT / "docs" / "pictures" / "fleet.svg"
+        picture = self.folder / "fleet.svg"
+        subprocess.run([PROJECT / "bench" / "fleet", "--draw", page, "--picture", picture], check=True)
+        self.assertEqual(picture.read_text(), kept.read_text())
+        rows = [line.split("|") for line in page.read_text().splitlines()
+                if line.startswith(("| xargs", "| parallel", "| ansible"))]
+        self.assertGreater(len(rows), 10)
+        for row in rows:
+            measured, foretold = (float(row[column].split()[0]) for column in (5, 6))
+            self.assertTrue(1 / 1.35 <= measured / foretold <= 1.35, row)
+
     def test_printers_that_are_not_read_end_it(self):
         broken = self.folder / "bin"
         broken.mkdir()
