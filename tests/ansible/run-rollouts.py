@@ -106,7 +106,7 @@ def bytes_to_first_change(bench):
 
 def test_faults(bench):
     """Faulty printers among many: exactly these are named, and nothing is wrong with any other."""
-    some, few = max(bench.number // 20, 1), max(bench.number // 40, 1)
+    some, few = min(max(bench.number // 20, 1), 10), min(max(bench.number // 40, 1), 5)
     sound = bench.printers("sound", bench.number - 2 * some - few)
     refusing = bench.printers("refusing", some, "--refuse", "{Z2")
     cut = bench.printers("cut", few, "--power-cut", str(bytes_to_first_change(bench)),

@@ -5,7 +5,7 @@ from __future__ import (absolute_import, division, print_function)
 __metaclass__ = type
 
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
-from ansible_collections.varden.printer.plugins.plugin_utils.printer_action import PrinterAction
+from ansible_collections.varden.printer.plugins.plugin_utils.printer_action import STATE, PrinterAction
 
 # The functions after which the printer holds something else; the others look, or print labels.
 CHANGING = ("ram-clear", "threshold-calib", "sensor-adjust")
@@ -13,10 +13,11 @@ FUNCTIONS = CHANGING + ("head-check", "test-print", "diag-print")
 
 
 class ActionModule(PrinterAction):
-    SPEC = {
-        "function": {"type": "str", "required": True, "choices": list(FUNCTIONS)},
-        "fields": {"type": "dict", "default": {}},
-    }
+    SPEC = dict(
+        STATE,
+        function={"type": "str", "required": True, "choices": list(FUNCTIONS)},
+        fields={"type": "dict", "default": {}},
+    )
 
     def do(self, args):
         words = varden.setting_words(args["fields"])

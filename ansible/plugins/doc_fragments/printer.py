@@ -45,6 +45,10 @@ options:
       - For how long a printer that does not answer is sought, in seconds. Unless given the variable C(varden_reach),
         else 60.
     type: float
+"""
+
+    STATE = r"""
+options:
   state_folder:
     description:
       - The folder of the journals. Unless given the variable C(varden_state_folder), else that of C(varden).

@@ -12,6 +12,8 @@ description:
   - Has a printer carry out a maintenance function. Nobody is asked; the task is the answer.
   - The task has changed something when C(ram-clear), C(threshold-calib) or C(sensor-adjust) was sent. The other
     functions look, or print labels.
+  - What changes something is not sent while a change of the printer's settings is under way or was left in the middle;
+    the latter fails and says that a person is needed.
 options:
   function:
     description: The function; C(varden maintain --help) tells what each does.
@@ -24,6 +26,7 @@ options:
     default: {}
 extends_documentation_fragment:
   - varden.printer.printer
+  - varden.printer.printer.state
 attributes:
   check_mode:
     description: Sends nothing, and does not look whether the fields are right.

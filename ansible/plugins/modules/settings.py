@@ -47,6 +47,7 @@ extends_documentation_fragment:
   - varden.printer.printer
   - varden.printer.printer.pause
   - varden.printer.printer.writing
+  - varden.printer.printer.state
 attributes:
   check_mode:
     description: Only tells what would be changed.

@@ -13,9 +13,13 @@ COMMON = {
     "executable": {"type": "path"},
 }
 PAUSE = {"pause": {"type": "float"}}
-WRITING = {
-    "reach": {"type": "float"},
-    "state_folder": {"type": "path"},
+STATE = {"state_folder": {"type": "path"}}
+WRITING = dict(STATE, reach={"type": "float"})
+# The commands that take what an action may be given; a rollout's step also reads.
+COMMANDS = {
+    "pause": ("read", "write", "recover"),
+    "reach": ("write", "recover"),
+    "state_folder": ("write", "recover", "maintain"),
 }
 # Options that a variable gives to all tasks.
 VARIABLES = {
@@ -62,8 +66,7 @@ class PrinterAction(ActionBase):
         """One process; pause, reach and folder of the journals are handed over where they are given."""
         options = list(options)
         for name, option in (("pause", "--pause"), ("reach", "--reach"), ("state_folder", "--state")):
-            if name in self.SPEC and args.get(name) is not None and (
-                    name == "pause" or command in ("write", "recover")):
+            if command in COMMANDS[name] and args.get(name) is not None:
                 options.append("%s=%s" % (option, args[name]))
         return varden.run(args["executable"], command, options, [args["target"]] + list(words))
 
