@@ -186,6 +186,33 @@ def test_stops(bench):
     expect("printers that were not begun", run.results()["not-begun"], second[:-1] + rest)
 
 
+def test_moves(bench):
+    """Printers that are sent to other addresses are found there by the runs after that, and brought back."""
+    fleet = bench.printers("moving", min(bench.number, 5), "--moves", "at-once")
+    hosts, before = fleet.inventory(), fleet.held()
+    places = {name: fleet.address(100 + index) for index, name in enumerate(fleet.names)}
+    for name, place in places.items():
+        hosts[name]["new_address"] = place
+    asked = bench.variables(varden_rollout_settings={"ip-address": "{{ new_address }}"},
+                            varden_rollout_allow_link_change=True)
+
+    run = bench.play(ROLLOUT, hosts, asked)
+    ends_with(run, 0)
+    expect("summary", run.results(), {"changed": fleet.names})
+    held = fleet.held()
+    differing = {name: {key: value for key, value in held[name].items() if before[name][key] != value}
+                 for name in fleet.names}
+    expect("what they hold now", differing, {name: {"IpAddress4": place.split(".")[3]} for name, place in places.items()})
+    run = bench.play(ROLLOUT, hosts, asked)
+    ends_with(run, 0)
+    expect("second recap", run.recap, {name: (0, 0, 0) for name in fleet.names})
+    expect("commands", [len(commands) for commands in fleet.sent().values()], [1] * len(fleet.names))
+    run = bench.play(ROLLBACK, hosts, asked)
+    ends_with(run, 0)
+    expect("summary of the way back", run.results(), {"taken-back": fleet.names})
+    expect("taken back", fleet.held(), before)
+
+
 def kill_in_the_middle(bench, hosts, fleet, number, also_varden):
     """Ends a rollout by force when so many printers were sent something, and what it leaves running."""
     process = subprocess.Popen(  # pylint: disable=consider-using-with

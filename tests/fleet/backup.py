@@ -3,7 +3,7 @@ import json
 import re
 import subprocess
 
-from fleet import PROGRAMS, SCRIPTS, FleetTest, run_tests
+from fleet import SCRIPTS, FleetTest, run_tests
 
 
 class BackupTest(FleetTest):
@@ -21,7 +21,7 @@ class BackupTest(FleetTest):
         return self.repository / f"{re.sub('[:/]', '_', target)}.json"
 
     def write(self, *arguments):
-        done = self.run_command(PROGRAMS / "varden", "write", *arguments)
+        done = self.run_command("varden", "write", *arguments)
         self.assertEqual(done.returncode, 0, done.stderr)
 
     def test_a_night_tells_what_changed_on_which_printer(self):
