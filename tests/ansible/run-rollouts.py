@@ -83,8 +83,8 @@ def test_changes(bench):
     expect("days of the change", all(row["changed_at"] for row in run.summary().values()), True)
     expect_sent_once(fleet)
 
-    run = bench.play(ROLLBACK, hosts, variables(bench), "--check")
-    expect("printers that would be taken back", run.changed(), fleet.names)
+    run = bench.play(ROLLBACK, hosts, variables(bench), "--check", "--limit", "printers[0:9]")
+    expect("printers that would be taken back", run.changed(), fleet.names[:10])
     expect_asked(fleet, before)
     run = bench.play(ROLLBACK, hosts, variables(bench))
     expect("recap of the way back", run.recap, {name: (1, 0, 0) for name in fleet.names})
@@ -239,9 +239,6 @@ def ends_well(bench, fleet, before):
     expect_sent_once(fleet)
     expect("all of them", sorted(sum((run.results().get(each, []) for each in ("changed", "unchanged")), [])),
            fleet.names)
-    run = bench.play(ROLLBACK, fleet.inventory(), variables(bench))
-    expect("exit code of the way back", run.code, 0)
-    expect("taken back", fleet.held(), before)
 
 
 def test_killed(bench):
@@ -261,6 +258,10 @@ def test_power(bench):
     journals = [name for name in os.listdir(bench.state) if name.endswith(".json")]
     expect("a change was cut off", len(journals) > 0, True)
     ends_well(bench, fleet, before)
+    # Also those of which the first run could tell nobody any more.
+    run = bench.play(ROLLBACK, fleet.inventory(), variables(bench))
+    expect("exit code of the way back", run.code, 0)
+    expect("taken back", fleet.held(), before)
 
 
 TESTS = {name[5:]: function for name, function in list(globals().items())
