@@ -60,9 +60,9 @@ def check_inventories(bench):
         expect(f"targets of {name}", found["label-3"]["varden_target"], "com:/dev/ttyUSB0,9600,E,8,1")
 
 
-def bytes_to_the_change(bench):
+def bytes_to_the_change(bench, name="probe"):
     """How much a printer has received when half of the command that changes its feed is there."""
-    probe = bench.printers("probe", 1)
+    probe = bench.printers(name, 1)
     bench.tool(os.path.join(bench.programs, "varden"), "write", f"lan:{probe.address(0)}:{PORT}",
                "feed-adj=-1.5", "--pause=0", "--state=" + bench.state)
     commands = [command for command, _ in probe.received()[probe.names[0]]]
@@ -74,7 +74,8 @@ def check_actions(bench):
     sound = bench.printers("sound", 1)
     moving = bench.printers("moving", 1, "--moves", "at-once")
     cut = bench.printers("cut", 1, "--power-cut", str(bytes_to_the_change(bench)), "--power-back", "never")
-    hosts = {name: each for fleet in (sound, moving, cut) for name, each in fleet.inventory().items()}
+    back = bench.printers("back", 1, "--power-cut", str(bytes_to_the_change(bench, "again")), "--power-back", "8000")
+    hosts = {name: each for fleet in (sound, moving, cut, back) for name, each in fleet.inventory().items()}
     hosts["dead-0001"] = {"varden_target": "lan:127.63.255.254:1"}
     with open(os.path.join(bench.folder, "shop.json"), "w", encoding="utf-8") as file:
         json.dump({"varden": 1, "settings": {"feed-adj": 1.0, "cut-adj": 1.0}}, file)
@@ -83,7 +84,7 @@ def check_actions(bench):
                                      the_program=os.path.join(bench.programs, "varden"),
                                      the_new_address=moving.address(200)))
     counts = {name: counts[1:] for name, counts in run.recap.items()}
-    wanted = {"sound-0001": (0, 0), "moving-0001": (0, 0), "cut-0001": (0, 0), "dead-0001": (1, 0)}
+    wanted = {"sound-0001": (0, 0), "moving-0001": (0, 0), "cut-0001": (0, 0), "back-0001": (0, 0), "dead-0001": (1, 0)}
     if counts != wanted or run.code != 4:
         raise Wrong(f"ended with {run.code}:\n{run.text}")
     kept = os.path.join(bench.folder, "kept")

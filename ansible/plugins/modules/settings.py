@@ -40,7 +40,8 @@ options:
   resume:
     description:
       - When an earlier change was cut off and its journal stands, ends it and goes on, provided that the printer holds
-        of each setting what it held before or what was wanted then.
+        of each setting what it held before or what was wanted then. Of the stop bit, which it does not report, this is
+        known where I(stop_bit_is) tells what went out, or where it is sent again.
     type: bool
     default: false
 extends_documentation_fragment:
