@@ -5,6 +5,7 @@ import json
 import os
 import re
 import signal
+import socket
 import subprocess
 import tempfile
 import threading
@@ -34,19 +35,41 @@ def wait_for(condition, what):
         time.sleep(0.01)
 
 
+def dotted(number):
+    return ".".join(str(number >> shift & 255) for shift in (24, 16, 8, 0))
+
+
+class Region:
+    """Addresses that no other test has which runs at the same time: a socket at the first of them says so."""
+
+    FIRST, SIZE, NUMBER = (127 << 24) + (64 << 16), 1 << 17, 95
+
+    def __init__(self):
+        for attempt in range(self.NUMBER):
+            self._next = self.FIRST + (os.getpid() + attempt) % self.NUMBER * self.SIZE
+            self._claim = socket.socket()
+            try:
+                self._claim.bind((dotted(self._next), PORT + 1))
+                return
+            except OSError:
+                self._claim.close()
+        raise Wrong("no addresses are left")
+
+    def take(self, number):
+        """The first of so many in a row, with as many as a byte tells besides, to which printers may go."""
+        first = self._next + 1
+        self._next += (number // 256 + 2) * 256
+        return first
+
+    def give_back(self):
+        self._claim.close()
+
+
 class Printers:
     """A simulator with some printers of the same kind, at addresses of their own."""
 
-    _blocks = iter(range(os.getpid() % 120 * 512, 65536 - 512))
-    _lock = threading.Lock()
-
     def __init__(self, bench, name, number, *faults):
-        with Printers._lock:
-            block = next(Printers._blocks)
-            for _ in range(number // 256 + 1):
-                next(Printers._blocks)
-        first = (block << 8) + 1
-        self._first = (127 << 24) + (64 << 16) + first % (191 << 16)
+        self._first = bench.region.take(number)
         self.names = [f"{name}-{each + 1:04}" for each in range(number)]
         self._number = number
         self._log = os.path.join(bench.folder, name + ".log")
@@ -57,8 +80,7 @@ class Printers:
             self._start(bench, faults)
 
     def address(self, index):
-        number = self._first + index
-        return ".".join(str(number >> shift & 255) for shift in (24, 16, 8, 0))
+        return dotted(self._first + index)
 
     def inventory(self):
         return {name: {"ansible_host": self.address(index), "ansible_port": PORT}
@@ -149,6 +171,7 @@ class Bench:
         self.rollout = os.path.join(self.folder, "rollout")
         self.state = os.path.join(self.folder, "state")
         self._fleets = []
+        self.region = Region()
         self.environment = dict(
             os.environ, HOME=self.folder, ANSIBLE_HOME=os.path.join(self.folder, "home"),
             ANSIBLE_CONFIG=os.path.join(self.folder, "ansible.cfg"), ANSIBLE_COLLECTIONS_PATH=os.path.join(self.folder, "collections"),
@@ -165,6 +188,7 @@ class Bench:
     def __exit__(self, *_):
         for fleet in self._fleets:
             fleet.stop()
+        self.region.give_back()
         self._place.cleanup()
 
     def printers(self, name, number, *faults):
