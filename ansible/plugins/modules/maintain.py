@@ -1,4 +1,3 @@
-#!/usr/bin/python
 # The Varden Setting Tool's developers; licence: MIT
 
 from __future__ import (absolute_import, division, print_function)
