@@ -71,6 +71,8 @@ void CMaintainCommand::Describe(CLI::App& p_objTable) {
     p_objTable.add_flag("--yes", m_bYes,
                         "Does without asking what changes something in the printer or uses up "
                         "labels.");
+    p_objTable.add_option("--state", m_strState, "The folder of the journals.")
+        ->type_name(MArgumentKind::Folder);
     p_objTable.footer(MMaintenance::HelpText() + "\n" + Examples);
 }
 
@@ -116,7 +118,7 @@ CMaintainCommand::Guard CMaintainCommand::Take(const Wanted& p_objWanted,
     if (!p_objWanted.m_objFunction->m_bConfirm) {
         return {};
     }
-    Guard objGuard{m_fnState(""), nullptr};
+    Guard objGuard{m_fnState(m_strState), nullptr};
     const std::string strKey =
         CStateJournal::KeyOf(*objGuard.m_objStore, p_objWanted.m_objTarget, m_objPrinters);
     objGuard.m_objJournal = std::make_unique<CStateJournal>(

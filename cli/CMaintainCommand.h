@@ -57,5 +57,6 @@ private:
     std::string m_strTarget;
     std::string m_strFunction;
     std::vector<std::string> m_strFields;
+    std::string m_strState;
     bool m_bYes = false;
 };

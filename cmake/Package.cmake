@@ -1,7 +1,7 @@
 # The documents that are installed, and how cpack makes a Debian package of what is installed: ./package
 # calls it. What is said of the program is said here and in cmake/Desktop.cmake.
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.json"
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.json"
         PATTERN "man" EXCLUDE PATTERN "CHANGELOG.md" EXCLUDE)
 if(NOT LINUX)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
@@ -34,7 +34,8 @@ files, and runs the printer's service functions.
 
 With it come varden, a command line for scripts that explains the settings,
 checks, converts and compares settings files and tells which ports there are,
-and varden-printer-simulator, a printer made of software.")
+varden-printer-simulator, a printer made of software, and for many printers a
+collection for Ansible, a watch for Prometheus and a nightly backup.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -44,8 +45,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The window asks for Arial; these letters are as wide.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-liberation)
-# What varden-printer-simulator --usb plugs its printer in with.
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS umockdev)
+# What varden-printer-simulator --usb plugs its printer in with, and what many printers are worked with.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "umockdev, ansible-core (>= 2.14), parallel, jq, git")
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/contrib/package/debian-documents.cmake")
 set(CPACK_VARDEN_CHANGELOG "${PROJECT_SOURCE_DIR}/docs/CHANGELOG.md")
 include(CPack)

@@ -9,6 +9,8 @@
         libcli11-dev nlohmann-json3-dev scdoc)
     packages_test=(libgtest-dev libgmock-dev qt6-base-private-dev fontconfig fonts-liberation umockdev libumockdev-dev
         libvalijson-dev fish zsh python3)
+    packages_fleet=(ansible-core parallel jq git python3 python3-yaml systemd)
+    packages_fleet_checks=(ansible-lint yamllint git)
     packages_kernel=(qemu-system-x86 busybox-static cpio kmod)
     packages_desktop=(xvfb openbox icewm xdotool x11-utils python3 fontconfig fonts-liberation)
     packages_readers=(python3-pyatspi at-spi2-core dbus dbus-daemon)

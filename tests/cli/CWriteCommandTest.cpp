@@ -272,6 +272,17 @@ TEST_F(CWriteCommandTest, WhatCouldNotBeUndoneCallsAPersonAndBlocksTheNextChange
     EXPECT_EQ(m_objModel.m_iCalls, iCalls);
 }
 
+TEST_F(CWriteCommandTest, AMaintenanceFunctionHeedsTheJournalsOfTheFolderThatIsNamed) {
+    const std::string strFolder = m_objFolder.Path("elsewhere");
+    ASSERT_EQ(BreakDown({"feed-adj=1", "--state", strFolder}).m_iCode, 5);
+    const int iCalls = m_objModel.m_iCalls;
+    const Ran objRan = RunJson(
+        {"maintain", "lan:printer", "ram-clear", "mode=mante-cnt", "--yes", "--state", strFolder});
+    EXPECT_EQ(objRan.m_iCode, 5);
+    EXPECT_TRUE(Has(objRan.m_objJson["error"]["cause"], strFolder));
+    EXPECT_EQ(m_objModel.m_iCalls, iCalls);
+}
+
 TEST_F(CWriteCommandTest, OneProgramAtATimeChangesAPrinter) {
     CStateFolder objOther(m_objFolder.Path("state"));
     std::string strWhy;

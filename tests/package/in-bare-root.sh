@@ -91,6 +91,32 @@ look_at_entry() {
     echo "entry in the menu: complete"
 }
 
+# What is for many printers works from where it was installed: Ansible finds the collection by itself.
+work_a_fleet() {
+    local folder=/usr/share/varden/fleet simulator file said
+    for file in watch-printers backup-printers varden-alerts.yml varden-dashboard.json \
+        varden-{watch,backup}@.{service,timer}; do
+        [[ -f $folder/$file ]] || wrong "there is no $folder/$file"
+    done
+    varden-printer-simulator >/dev/null 2>&1 </dev/null &
+    simulator=$!
+    mkdir /tmp/metrics
+    echo lan:127.0.0.1 >/tmp/hall.printers
+    sleep 2
+    "$folder/watch-printers" /tmp/hall.printers /tmp/metrics || wrong "watch-printers fails"
+    grep -q '^varden_printer_reachable.* 1$' /tmp/metrics/*.prom || wrong "the printer is not watched"
+    "$folder/backup-printers" /tmp/hall.printers /tmp/backup || wrong "backup-printers fails"
+    [[ $(git -C /tmp/backup log --format=%s) == "1 changed, 0 not read" ]] || wrong "nothing was backed up"
+    as_person LC_ALL=C.UTF-8 ansible-doc varden.printer.settings >/dev/null || wrong "Ansible knows no collection"
+    said=$(cd /home/"$person" && as_person LC_ALL=C.UTF-8 ansible-playbook -i 127.0.0.1, varden.printer.rollout \
+        -e varden_rollout_hosts=all -e '{"varden_rollout_settings": {"feed-adj": -1.5}}' \
+        -e varden_rollout_folder=/tmp/rollout 2>&1) || wrong "the rollout fails: $said"
+    [[ $(varden read lan:127.0.0.1 feed-adj) == *-1.5* ]] || wrong "the rollout has changed nothing: $said"
+    kill "$simulator"
+    [[ -z $(find /usr/share/ansible -name __pycache__) ]] || wrong "Ansible leaves files in the collection"
+    echo "many printers: watched, backed up, changed by Ansible"
+}
+
 useradd --create-home "$person"
 apt-get satisfy -q -y --no-install-recommends "$(dpkg-deb --field "$package" Depends)" </dev/null \
     >/tmp/apt.log 2>&1 || { cat /tmp/apt.log >&2; wrong "what the package depends on is not to be had"; }
@@ -108,6 +134,7 @@ files >/tmp/after
 diff /tmp/before /tmp/after >&2 || wrong "the system is not as it was before"
 echo "removed: nothing is left"
 
-# udev is nothing that the package needs, and comes last.
-install udev umockdev "$package"
+# What the package only suggests comes last.
+install udev umockdev ansible-core git jq "$package"
+work_a_fleet
 bash /mnt/check-udev-rule.sh || wrong "the rule of udev"

@@ -1,0 +1,155 @@
+# The Varden Setting Tool's developers; licence: MIT
+"""One step of a rollout on one printer; what has come of it is kept in the rollout's folder."""
+
+from __future__ import (absolute_import, division, print_function)
+__metaclass__ = type
+
+import json
+import os
+
+from ansible.errors import AnsibleActionFail, AnsibleError
+
+from ansible_collections.varden.printer.plugins.plugin_utils import change, records, saving, summary, varden
+from ansible_collections.varden.printer.plugins.plugin_utils.printer_action import PAUSE, WRITING, PrinterAction
+
+
+class ActionModule(PrinterAction):
+    SPEC = dict(
+        PAUSE, **WRITING,
+        step={"type": "str", "required": True, "choices": ["prepare", "change", "back"]},
+        folder={"type": "path", "required": True},
+        title={"type": "str", "default": "Rollout"},
+        settings={"type": "dict"},
+        file={"type": "str"},
+        faults_allowed={"type": "int", "default": 0},
+        allow_link_change={"type": "bool", "default": False},
+        stop_bit_is={"type": "str"},
+        expect_host={"type": "str"},
+        resume={"type": "bool", "default": True},
+    )
+
+    def run(self, tmp=None, task_vars=None):
+        self._run = records.run_id()
+        return super().run(tmp, task_vars)
+
+    def do(self, args):
+        self._folder = records.Folder(args["folder"], self.check_mode())
+        self._record = records.Folder(args["folder"], False).read(self.host())
+        if self._record.get("moved_to") and self._record.get("target") == args["target"]:
+            args["target"] = self._record["moved_to"]
+        else:
+            self._record.pop("moved_to", None)
+            self._record["target"] = args["target"]
+        self._found = dict(self._record)
+        self._record["run"] = self._run
+        try:
+            return getattr(self, "_" + args["step"])(args)
+        except (varden.CannotRun, AnsibleError) as error:
+            # A fault like any other, so that it counts.
+            result = {"changed": False, "failed": True, "msg": str(error)}
+            self._keep(args, result, "failed")
+            return result
+
+    def _prepare(self, args):
+        backup = self._folder.backup(self.host())
+        if self.check_mode():
+            return {"changed": False, "backup": backup}
+        # The backup of a rollout that goes on is from before its first change.
+        result = saving.save(self, args, backup, not self._record.get("touched"))
+        self._keep(args, result, "prepared")
+        # A rollout changes printers; and what has failed here fails where the others are changed.
+        return {"changed": False, "backup": backup, "fault": self._record["result"] in records.FAULTS,
+                "msg": self._record["message"]}
+
+    def _change(self, args):
+        if self._found.get("run") == self._run and self._found.get("result") in records.FAULTS:
+            return self._fail_as_found(args)
+        if not self.check_mode() and self._folder.faults(self._run) > args["faults_allowed"]:
+            return {"changed": False, "skipped": True, "skip_reason": "the rollout has stopped"}
+        if args.get("file"):
+            args["file"] = self._find_needle("files", args["file"])
+        self._begin(args, sorted(args.get("settings") or {}), whole=bool(args.get("file")))
+        outcome = change.write(self, args)
+        result = change.result_of(outcome, args)
+        if outcome.data.get("results"):
+            self._record.update(names=sorted(set(self._record["names"]) | set(outcome.data["results"])))
+        kind = "would-change" if outcome.code == varden.DIFFERS else (
+            "changed" if result["changed"] else "unchanged")
+        self._keep(args, result, kind, outcome.data)
+        return result
+
+    def _fail_as_found(self, args):
+        """What preparing has come to, for Ansible's own count."""
+        self._summarise(args)
+        kind = "unreachable" if self._found["result"] == "unreachable" else "failed"
+        return {"changed": False, kind: True, "msg": self._found["message"]}
+
+    def _back(self, args):
+        backup = self._folder.backup(self.host())
+        if not self._record.get("touched") or not os.path.exists(backup):
+            self._keep(args, {}, "not-touched")
+            return {"changed": False, "skipped": True, "skip_reason": "the rollout has not touched it"}
+        self._take_from(args, backup)
+        outcome = change.write(self, args)
+        result = change.result_of(outcome, args)
+        kind = "would-change" if outcome.code == varden.DIFFERS else (
+            "taken-back" if result["changed"] else "unchanged")
+        if outcome.code == varden.DONE and not self.check_mode():
+            self._record.update(touched=False, names=[])
+            for name in ("before", "after", "changed_at"):
+                self._record.pop(name, None)
+        self._keep(args, result, kind, outcome.data)
+        return result
+
+    def _take_from(self, args, backup):
+        """The change that brings back what was before: of what the rollout has named, or of everything."""
+        args["settings"] = args["file"] = None
+        if self._record.get("whole"):
+            args["file"] = backup  # cut off before it was known what its file names
+            return
+        try:
+            with open(backup, encoding="utf-8") as file:
+                settings = json.load(file)["settings"]
+        except (OSError, ValueError, KeyError) as error:
+            raise AnsibleActionFail("%s is no backup: %s" % (backup, error))
+        names = self._record.get("names") or []
+        args["settings"] = {name: settings[name] for name in names if name in settings}
+
+    def _begin(self, args, names, whole):
+        """What may be changed from now on stands in the record before anything is sent."""
+        names = sorted(set(self._record.get("names") or []) | set(names))
+        self._record.update(names=names)
+        if self.check_mode():
+            return
+        self._record.update(result="begun", touched=True, whole=whole, time=records.now())
+        self._folder.write(self.host(), self._record)
+
+    def _keep(self, args, result, kind, data=None):
+        record = self._record
+        if result.get("unreachable"):
+            kind = "unreachable"
+        elif result.get("failed"):
+            kind = "person-needed" if result.get("person_needed") else "failed"
+        message = result.get("msg", "") if kind in records.FAULTS else ""
+        record.update(result=kind, time=records.now(), message=message, journal=result.get("journal", ""))
+        if kind in records.FAULTS:
+            self._folder.tell_fault(self._run, self.host())
+        if kind in ("changed", "would-change", "taken-back"):
+            names = change.differing(data, args)
+            before = {} if kind != "changed" else record.get("before") or {}
+            record["before"] = dict({name: data["before"].get(name) for name in names}, **before)
+            record["after"] = dict(record.get("after") or {} if kind == "changed" else {},
+                                   **{name: data["after"][name] for name in names})
+        if kind == "changed":
+            record["changed_at"] = record["time"]
+        if kind in ("changed", "unchanged"):
+            record["whole"] = False
+        if result.get("moved_to"):
+            record["moved_to"] = result["moved_to"]
+        self._folder.write(self.host(), record)
+        if kind in records.FAULTS:
+            self._summarise(args)
+
+    def _summarise(self, args):
+        """Who has failed may be the last of his batch, and nobody be left to write the summary."""
+        summary.write(self._folder, self._vars["ansible_play_hosts_all"], self._run, args["title"])

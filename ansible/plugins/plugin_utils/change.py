@@ -1,0 +1,88 @@
+# The Varden Setting Tool's developers; licence: MIT
+"""Changes of a printer's settings, as a task reports them."""
+
+from __future__ import (absolute_import, division, print_function)
+__metaclass__ = type
+
+from ansible_collections.varden.printer.plugins.plugin_utils import varden
+
+# What a printer whose earlier change was not ended may hold of each setting, so that going on is safe.
+HARMLESS = {"same", "changed", "restored", "unverifiable"}
+
+
+def options_of(args):
+    """varden write's own options of a task's arguments."""
+    options = []
+    for name, option in (("file", "--file"), ("stop_bit_is", "--stop-bit-is"),
+                         ("if_unchanged", "--if-unchanged"), ("expect_host", "--expect-host")):
+        if args.get(name):
+            options.append("%s=%s" % (option, args[name]))
+    if args.get("allow_link_change"):
+        options.append("--allow-link-change")
+    return options
+
+
+def write(action, args):
+    """Changes settings, or with check mode looks what would be changed; an Outcome."""
+    options = options_of(args) + (["--check"] if action.check_mode() else [])
+    words = varden.setting_words(args.get("settings") or {})
+    outcome = action.varden(args, "write", options, words)
+    if outcome.stands and args.get("resume") and not action.check_mode():
+        if _took_up(action, args):
+            outcome = action.varden(args, "write", options, words)
+    return outcome
+
+
+def _took_up(action, args):
+    """Ends an earlier change of which nothing is left in doubt: its journal goes, the printer stays.
+
+    Done when the printer holds of each setting what it held before or what was wanted then; what is
+    still to be sent, the change that follows finds out.
+    """
+    seen = action.varden(args, "recover")
+    if seen.code != varden.DIFFERS or not set(seen.data.get("results", {}).values()) <= HARMLESS:
+        return False
+    if not _stop_bit_is_safe(seen.data, args):
+        return False
+    return action.varden(args, "recover", ["--keep"]).code == varden.DONE
+
+
+def _stop_bit_is_safe(data, args):
+    """Whether it does not matter if the stop bit of a change that was cut off has gone out: it is the one that is
+    vouched for, or is to be sent again. No printer reports it."""
+    vouched = args.get("stop_bit_is")
+    sent = {step["settings"]["stop-bit"]["to"] for step in data.get("plan") or [] if "stop-bit" in step["settings"]}
+    return sent <= {vouched} or bool(vouched and "stop-bit" in (args.get("settings") or {}))
+
+
+def _text(settings, names):
+    return "".join("%s: %s\n" % (name, "(not known)" if settings.get(name) is None else settings[name])
+                   for name in names)
+
+
+def differing(data, args):
+    """The names of what is, or would be, different afterwards.
+
+    A stop bit that was only vouched for travels along, and is no difference.
+    """
+    before, after = data.get("before") or {}, data.get("after") or {}
+    return [name for name in after if before.get(name) != after[name]
+            and not (name == "stop-bit" and args.get("stop_bit_is"))]
+
+
+def result_of(outcome, args):
+    """A task's result of a change."""
+    data, result, target = outcome.data, outcome.result(), args["target"]
+    names = differing(data, args)
+    result["changed"] = outcome.code == varden.DIFFERS or bool(data.get("changed"))
+    for key, default in (("before", {}), ("after", {}), ("results", {}), ("plan", []), ("left_out", []),
+                         ("end", None), ("moved_to", None), ("problems", [])):
+        result[key] = data.get(key, default)
+    result["target"] = data.get("moved_to") or target
+    if result["changed"]:
+        result["diff"] = {"before_header": target, "after_header": result["target"],
+                          "before": _text(result["before"], names),
+                          "after": _text(result["after"], names)}
+    if data.get("moved_to"):
+        result["ansible_facts"] = {"varden_target": data["moved_to"]}
+    return result

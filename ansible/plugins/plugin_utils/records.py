@@ -1,0 +1,95 @@
+# The Varden Setting Tool's developers; licence: MIT
+"""What a rollout keeps of each printer: a folder that outlives the controller.
+
+Each printer has a record (records/HOST.json) and a backup (backups/HOST.json); both are written whole
+or not at all. faults holds a line for each printer that a run has failed on.
+"""
+
+from __future__ import (absolute_import, division, print_function)
+__metaclass__ = type
+
+import fcntl
+import json
+import os
+import tempfile
+import time
+from urllib.parse import quote
+
+OK = ("changed", "unchanged", "would-change", "taken-back", "not-touched")
+FAULTS = ("unreachable", "failed", "person-needed")
+
+
+def now():
+    return time.strftime("%Y-%m-%dT%H:%M:%SZ", time.gmtime())
+
+
+def run_id():
+    """What tells a run of Ansible from others: the controller's process, which has forked this one."""
+    number = os.getppid()
+    try:
+        with open("/proc/%d/stat" % number, encoding="utf-8") as file:
+            return "%d-%s" % (number, file.read().rpartition(")")[2].split()[19])  # when it was begun
+    except OSError:
+        return str(number)
+
+
+def write_whole(path, text):
+    """A reader sees the file as it was or as it is now."""
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    number, name = tempfile.mkstemp(prefix=".", dir=os.path.dirname(path))
+    try:
+        with os.fdopen(number, "w", encoding="utf-8") as file:
+            file.write(text)
+        os.chmod(name, 0o644)
+        os.replace(name, path)
+    except BaseException:
+        os.unlink(name)
+        raise
+
+
+class Folder:
+    """A rollout's folder; what a run in check mode finds out lies beside it, in check/."""
+
+    def __init__(self, folder, check):
+        self.folder = folder
+        self.base = os.path.join(folder, "check") if check else folder
+
+    def backup(self, host):
+        return os.path.join(self.folder, "backups", quote(host, safe="") + ".json")
+
+    def summary(self, kind):
+        return os.path.join(self.base, "summary." + kind)
+
+    def _record(self, host):
+        return os.path.join(self.base, "records", quote(host, safe="") + ".json")
+
+    def read(self, host):
+        """The printer's record; an empty one when there is none."""
+        try:
+            with open(self._record(host), encoding="utf-8") as file:
+                return json.load(file)
+        except FileNotFoundError:
+            return {}
+
+    def write(self, host, record):
+        write_whole(self._record(host), json.dumps(record, indent=1, ensure_ascii=False) + "\n")
+
+    def locked(self):
+        """An open file; who has it is the only one to write the summary, until it is closed."""
+        os.makedirs(self.base, exist_ok=True)
+        file = open(os.path.join(self.base, "lock"), "w", encoding="utf-8")
+        fcntl.flock(file, fcntl.LOCK_EX)
+        return file
+
+    def tell_fault(self, run, host):
+        os.makedirs(self.base, exist_ok=True)
+        with open(os.path.join(self.base, "faults"), "a", encoding="utf-8") as file:
+            file.write("%s %s\n" % (run, host))
+
+    def faults(self, run):
+        """How many printers this run has failed on."""
+        try:
+            with open(os.path.join(self.base, "faults"), encoding="utf-8") as file:
+                return sum(line.startswith(run + " ") for line in file)
+        except FileNotFoundError:
+            return 0

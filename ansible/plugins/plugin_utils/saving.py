@@ -1,0 +1,52 @@
+# The Varden Setting Tool's developers; licence: MIT
+"""Settings of a printer into a file of the controller, all or nothing."""
+
+from __future__ import (absolute_import, division, print_function)
+__metaclass__ = type
+
+import os
+import tempfile
+
+from ansible.errors import AnsibleActionFail
+
+KINDS = (".dt1", ".dt2", ".json")
+
+
+def _bytes_of(path):
+    try:
+        with open(path, "rb") as file:
+            return file.read()
+    except FileNotFoundError:
+        return None
+
+
+def save(action, args, dest, force):
+    """Reads the printer and replaces the file when it holds anything else; a task's result.
+
+    The file keeps its time when nothing is new. Without force a file that is there stays, and the
+    printer is not asked.
+    """
+    if not dest.endswith(KINDS):
+        raise AnsibleActionFail("%s: a settings file's name ends with %s" % (dest, ", ".join(KINDS)))
+    result = {"changed": False, "dest": dest, "target": args["target"]}
+    if not force and os.path.exists(dest):
+        result["msg"] = "%s is there already" % dest
+        return result
+    folder = os.path.dirname(os.path.abspath(dest))
+    try:
+        if not action.check_mode():
+            os.makedirs(folder, exist_ok=True)
+        with tempfile.TemporaryDirectory(prefix=".varden-",
+                                         dir=folder if os.path.isdir(folder) else None) as place:
+            read = os.path.join(place, "read" + os.path.splitext(dest)[1])
+            outcome = action.varden(args, "read", ["--save=" + read])
+            result.update(outcome.result())
+            if outcome.code:
+                return result
+            result["filled"] = outcome.data["saved"]["filled"]
+            result["changed"] = _bytes_of(read) != _bytes_of(dest)
+            if result["changed"] and not action.check_mode():
+                os.replace(read, dest)
+    except OSError as error:
+        raise AnsibleActionFail("Cannot keep %s: %s" % (dest, error))
+    return result

@@ -1,0 +1,99 @@
+# The Varden Setting Tool's developers; licence: MIT
+"""One process of the program varden: its words, its JSON, its exit code."""
+
+from __future__ import (absolute_import, division, print_function)
+__metaclass__ = type
+
+import json
+import re
+import subprocess
+
+DONE, FAILED, WRONG, NOT_REACHABLE, DIFFERS, PERSON_NEEDED = range(6)
+
+_JOURNAL = re.compile(r"its journal is (.+)$")
+_NAME = re.compile(r"[a-z][a-z0-9-]*\Z")
+
+
+class CannotRun(Exception):
+    """The program cannot be started, or what it prints is not what it should be."""
+
+
+def setting_words(settings):
+    """The words SETTING=VALUE of a dictionary.
+
+    YAML takes a bare ON or OFF for a truth; here it is the word again.
+    """
+    words = []
+    for name, value in settings.items():
+        if not _NAME.match(str(name)):
+            raise CannotRun("%r is no setting's name" % (name,))
+        if isinstance(value, bool):
+            value = "ON" if value else "OFF"
+        if value is None or isinstance(value, (dict, list)):
+            raise CannotRun("%s has no value that could be sent" % name)
+        words.append("%s=%s" % (name, value))
+    return words
+
+
+class Outcome:
+    """What has come of a process: exit code and JSON object."""
+
+    def __init__(self, code, data):
+        self.code, self.data = code, data
+
+    @property
+    def stands(self):
+        """An earlier change was begun and not ended: nothing was done now."""
+        return self.code == PERSON_NEEDED and "end" not in self.data
+
+    @property
+    def journal(self):
+        found = _JOURNAL.search((self.data.get("error") or {}).get("cause") or "")
+        return self.data.get("journal") or (found.group(1) if found else None)
+
+    @property
+    def message(self):
+        """Everything that is wrong, in one line; empty when nothing is."""
+        error = self.data.get("error")
+        if not error:
+            return ""
+        parts = [error["what"], error.get("cause")]
+        parts += ["%s: %s" % (each.get("setting") or "settings", each["reason"])
+                  for each in self.data.get("problems") or []]
+        if self.code == PERSON_NEEDED:
+            parts.append("a person is needed: the journal is %s" % self.journal)
+        else:
+            parts.append(error.get("hint"))
+        return "; ".join(part for part in parts if part)
+
+    def result(self):
+        """What every task returns of it; a printer that cannot be reached is an unreachable host."""
+        result = {"exit_code": self.code, "changed": False}
+        if self.code == NOT_REACHABLE:
+            result.update(unreachable=True, msg=self.message)
+        elif self.code not in (DONE, DIFFERS):
+            result.update(failed=True, msg=self.message, person_needed=self.code == PERSON_NEEDED)
+            if self.journal:
+                result["journal"] = self.journal
+        return result
+
+
+def run(executable, command, options, words=()):
+    """Runs varden COMMAND --json OPTIONS -- WORDS.
+
+    The process is a session of its own: a change that has begun is ended, or undone, also when the
+    controller is stopped meanwhile.
+    """
+    line = [executable, command, "--json"] + list(options) + ["--"] + list(words)
+    try:
+        process = subprocess.Popen(line, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE, start_new_session=True)
+    except OSError as error:
+        raise CannotRun("Cannot run %s: %s; varden_executable names it" % (executable, error))
+    out, err = process.communicate()
+    try:
+        return Outcome(process.returncode, json.loads(out.decode("utf-8")))
+    except ValueError:
+        raise CannotRun("%s %s ended with %d and without JSON: %s"
+                        % (executable, command, process.returncode,
+                           err.decode("utf-8", "replace").strip()))

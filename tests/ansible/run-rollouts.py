@@ -1,0 +1,293 @@
+#!/usr/bin/env python3
+"""Rollouts over simulated printers, with the real Ansible and the real program: what each printer
+holds, and what it was sent, is asked of the printers themselves.
+
+  run-rollouts.py PROGRAMS COLLECTION [--printers N] [--forks N] [TEST...]
+"""
+
+import argparse
+import inspect
+import os
+import signal
+import subprocess
+import sys
+import time
+
+sys.dont_write_bytecode = True  # among the sources
+
+# pylint: disable=wrong-import-position
+from fleet import Bench, Wrong, expect, wait_for
+
+ROLLOUT, ROLLBACK = "varden.printer.rollout", "varden.printer.rollback"
+# zero-code travels in a command of its own with the stop bit, feed-adj in another.
+WANTED = {"feed-adj": -1.5, "zero-code": "WITH SLASH"}
+ASKED = {"FeedDirection": "-", "FeedAdjustment": "015", "ZeroStyle": "1"}
+HEADS = ["{Z2;1,", "{Z2;2,"]
+
+
+def variables(bench, **more):
+    return bench.variables(varden_rollout_settings=WANTED, varden_rollout_stop_bit_is="1bit", **more)
+
+
+def heads(commands):
+    return sorted(command[:len(HEADS[0])] for command in commands)
+
+
+def ends_with(run, code):
+    if run.code != code:
+        raise Wrong(f"exit code {run.code} in place of {code}:\n{run.text}")
+
+
+def expect_asked(fleet, before, names=None):
+    """Those printers hold what was asked and nothing else is different; the others are as before."""
+    held = fleet.held()
+    for name in fleet.names:
+        more = ASKED if names is None or name in names else {}
+        expect(name, held[name], dict(before[name], **more))
+
+
+def expect_sent_once(fleet, names=None):
+    for name, commands in fleet.sent().items():
+        expect(f"commands to {name}", heads(commands), HEADS if names is None or name in names else [])
+
+
+def test_changes(bench):
+    """A look changes nothing, a run what is asked, a second one nothing; and back again."""
+    fleet = bench.printers("sound", bench.number)
+    hosts, before = fleet.inventory(), fleet.held()
+
+    run = bench.play(ROLLOUT, hosts, variables(bench), "--check", "--diff")
+    ends_with(run, 0)
+    expect("after a look", fleet.held(), before)
+    expect("sent by a look", sum(fleet.sent().values(), []), [])
+    expect("summary of a look", run.results(check=True), {"would-change": fleet.names})
+    expect("differences", run.text.count("-feed-adj: 0.0\n-zero-code: NO SLASH\n"
+                                         "+feed-adj: -1.5\n+zero-code: WITH SLASH\n"), bench.number)
+    expect("a look's files", sorted(os.listdir(bench.rollout)), ["check"])
+
+    run = bench.play(ROLLOUT, hosts, variables(bench))
+    ends_with(run, 0)
+    expect_asked(fleet, before)
+    expect_sent_once(fleet)
+    expect("recap", run.recap, {name: (1, 0, 0) for name in fleet.names})
+    expect("summary", run.results(), {"changed": fleet.names})
+    line = "feed-adj: 0.0 -> -1.5; zero-code: NO SLASH -> WITH SLASH"
+    expect("lines", sum(f'{name}: changed: {line}"' in run.text for name in fleet.names), bench.number)
+    with open(os.path.join(bench.rollout, "summary.html"), encoding="utf-8") as file:
+        page = file.read()
+    expect("rows", page.count('<tr class="changed">'), bench.number)
+
+    run = bench.play(ROLLOUT, hosts, variables(bench))
+    expect("second recap", run.recap, {name: (0, 0, 0) for name in fleet.names})
+    expect("second summary", run.results(), {"unchanged": fleet.names})
+    expect("days of the change", all(row["changed_at"] for row in run.summary().values()), True)
+    expect_sent_once(fleet)
+
+    run = bench.play(ROLLBACK, hosts, variables(bench), "--check", "--limit", "printers[0:9]")
+    expect("printers that would be taken back", run.changed(), fleet.names[:10])
+    expect_asked(fleet, before)
+    run = bench.play(ROLLBACK, hosts, variables(bench))
+    expect("recap of the way back", run.recap, {name: (1, 0, 0) for name in fleet.names})
+    expect("taken back", fleet.held(), before)
+    expect("summary of the way back", run.results(), {"taken-back": fleet.names})
+
+
+def bytes_to_first_change(bench):
+    """How much a sound printer has received when half of the first command that changes it is there."""
+    fleet = bench.printers("probe", 1)
+    bench.play(ROLLOUT, fleet.inventory(), variables(bench, varden_rollout_folder=bench.folder + "/probe"))
+    number = 0
+    for command, _ in fleet.received()[fleet.names[0]]:
+        if command.startswith("{Z2"):
+            return number + len(command) // 2
+        number += len(command)
+    raise Wrong("a printer was not changed")
+
+
+def test_faults(bench):
+    """Faulty printers among many: exactly these are named, and nothing is wrong with any other."""
+    some, few = min(max(bench.number // 20, 1), 10), min(max(bench.number // 40, 1), 5)
+    sound = bench.printers("sound", bench.number - 2 * some - few)
+    refusing = bench.printers("refusing", some, "--refuse", "{Z2")
+    cut = bench.printers("cut", few, "--power-cut", str(bytes_to_first_change(bench)),
+                         "--power-back", "never")
+    dead = bench.printers("dead", 0)
+    dead.names = [f"dead-{each + 1:04}" for each in range(some)]
+    hosts = {}
+    for fleet in (sound, refusing, dead, cut):
+        hosts.update(fleet.inventory())
+    before = {fleet: fleet.held() for fleet in (sound, refusing, cut)}
+
+    run = bench.play(ROLLOUT, hosts, variables(bench, varden_rollout_faults_allowed=bench.number))
+    expect("exit code is none", run.code == 0, False)
+    expect("summary", run.results(), {"changed": sound.names, "failed": refusing.names,
+                                      "unreachable": dead.names, "person-needed": cut.names})
+    expect("recap", run.recap, {
+        **{name: (1, 0, 0) for name in sound.names},
+        **{name: (0, 0, 1) for name in refusing.names + cut.names},
+        **{name: (0, 1, 0) for name in dead.names}})
+    expect_asked(sound, before[sound])
+    expect_asked(refusing, before[refusing], [])
+    expect_asked(cut, before[cut], [])
+    expect_sent_once(sound)
+    for name in cut.names:
+        row = run.summary()[name]
+        expect(f"journal of {name}", os.path.dirname(row["journal"]), bench.state)
+        expect(f"{name} is there", os.path.isfile(row["journal"]), True)
+        expect("what is told", f"a person is needed: the journal is {row['journal']}" in row["message"], True)
+
+    run = bench.play(ROLLOUT, hosts, variables(bench, varden_rollout_faults_allowed=bench.number))
+    expect("changed by a second run", run.changed(), [])
+    expect("sound ones afterwards", run.results()["unchanged"], sound.names)
+    expect_sent_once(sound)
+
+
+def test_stops(bench):
+    """The first failed or unreachable printer stops a rollout, in each of its three parts."""
+    share = max(bench.number // 10, 2)
+    fleet = bench.printers("some", bench.number, "--faulty", str(share + 1), "--refuse", "{Z2")
+    before, hosts = fleet.held(), fleet.inventory()
+    canary, second, rest = fleet.names[:1], fleet.names[1:share + 1], fleet.names[share + 1:]
+    bad = fleet.names[share]
+    parts = variables(bench, varden_rollout_serial=[1, share, "100%"])
+
+    # Nobody at the canary's address.
+    away = dict(hosts, **{canary[0]: {"varden_target": "lan:127.63.255.254:1"}})
+    run = bench.play(ROLLOUT, away, parts)
+    ends_with(run, 4)
+    expect("summary", run.results(), {"unreachable": canary, "not-begun": fleet.names[1:]})
+    expect("asked", [name for name, commands in fleet.received().items() if commands], [])
+
+    # One of the share is not there: none of the share is changed. One that is ruled out is not asked.
+    run = bench.play(ROLLOUT, dict(hosts, **{bad: {"varden_target": "lan:127.63.255.254:1"}}), parts)
+    ends_with(run, 4)
+    expect("summary", run.results(), {"changed": canary, "unreachable": [bad],
+                                      "not-begun": [each for each in fleet.names[1:] if each != bad]})
+    expect_sent_once(fleet, canary)
+    expect("asked", sorted(name for name, commands in fleet.received().items() if commands),
+           fleet.names[:share])
+
+    # One of the share refuses, and is the last of it: the rest is not even asked.
+    run = bench.play(ROLLOUT, hosts, parts)
+    ends_with(run, 2)
+    expect("summary", run.results(), {"unchanged": canary, "changed": second[:-1], "failed": [bad],
+                                      "not-begun": rest})
+    expect_asked(fleet, before, fleet.names[:share])
+    expect("asked", sorted(name for name, commands in fleet.received().items() if commands),
+           fleet.names[:share + 1])
+
+    # Within a part nothing is begun behind the fault, but for what is under way.
+    bench.forks = 1
+    one = dict(parts, varden_rollout_serial=[1, "100%"])
+    order = dict((name, hosts[name]) for name in canary + [bad] + second[:-1] + rest)
+    run = bench.play(ROLLOUT, order, one)
+    ends_with(run, 2)
+    expect_asked(fleet, before, fleet.names[:share])
+    expect("printers that were not begun", run.results()["not-begun"], second[:-1] + rest)
+
+
+def test_moves(bench):
+    """Printers that are sent to other addresses are found there by the runs after that, and brought back."""
+    fleet = bench.printers("moving", min(bench.number, 5), "--moves", "at-once")
+    hosts, before = fleet.inventory(), fleet.held()
+    places = {name: fleet.address(100 + index) for index, name in enumerate(fleet.names)}
+    for name, place in places.items():
+        hosts[name]["new_address"] = place
+    asked = bench.variables(varden_rollout_settings={"ip-address": "{{ new_address }}"},
+                            varden_rollout_allow_link_change=True)
+
+    run = bench.play(ROLLOUT, hosts, asked)
+    ends_with(run, 0)
+    expect("summary", run.results(), {"changed": fleet.names})
+    held = fleet.held()
+    differing = {name: {key: value for key, value in held[name].items() if before[name][key] != value}
+                 for name in fleet.names}
+    expect("what they hold now", differing, {name: {"IpAddress4": place.split(".")[3]} for name, place in places.items()})
+    run = bench.play(ROLLOUT, hosts, asked)
+    ends_with(run, 0)
+    expect("second recap", run.recap, {name: (0, 0, 0) for name in fleet.names})
+    expect("commands", [len(commands) for commands in fleet.sent().values()], [1] * len(fleet.names))
+    run = bench.play(ROLLBACK, hosts, asked)
+    ends_with(run, 0)
+    expect("summary of the way back", run.results(), {"taken-back": fleet.names})
+    expect("taken back", fleet.held(), before)
+
+
+def kill_in_the_middle(bench, hosts, fleet, number, also_varden):
+    """Ends a rollout by force when so many printers were sent something, and what it leaves running."""
+    process = subprocess.Popen(  # pylint: disable=consider-using-with
+        bench.command(ROLLOUT, hosts, variables(bench)), env=bench.environment,
+        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL,
+        start_new_session=True)
+    wait_for(lambda: sum(bool(commands) for commands in fleet.sent().values()) >= number
+             or process.poll() is not None, "the middle of the rollout")
+    expect("the rollout has ended", process.poll(), None)
+    os.killpg(process.pid, signal.SIGKILL)
+    process.wait()
+    if also_varden:
+        for pid in bench.varden_processes():
+            os.kill(pid, signal.SIGKILL)
+    wait_for(lambda: not bench.varden_processes(), "the end of what was under way")
+
+
+def ends_well(bench, fleet, before):
+    done = sum(bool(commands) for commands in fleet.sent().values())
+    expect("it was stopped in the middle", 0 < done < bench.number, True)
+    run = bench.play(ROLLOUT, fleet.inventory(), variables(bench))
+    ends_with(run, 0)
+    expect_asked(fleet, before)
+    expect_sent_once(fleet)
+    expect("all of them", sorted(sum((run.results().get(each, []) for each in ("changed", "unchanged")), [])),
+           fleet.names)
+
+
+def test_killed(bench):
+    """The controller is killed in the middle of a rollout: the next one does what is left, and no more."""
+    fleet = bench.printers("slow", bench.number, "--delay", "50")
+    before = fleet.held()
+    kill_in_the_middle(bench, fleet.inventory(), fleet, bench.number // 2, False)
+    expect("journals that stand", [name for name in os.listdir(bench.state) if name.endswith(".json")], [])
+    ends_well(bench, fleet, before)
+
+
+def test_power(bench):
+    """Everything is killed, as when the controller loses its power: half of a change is there."""
+    fleet = bench.printers("slow", bench.number, "--delay", "100")
+    before = fleet.held()
+    kill_in_the_middle(bench, fleet.inventory(), fleet, 2, True)
+    journals = [name for name in os.listdir(bench.state) if name.endswith(".json")]
+    expect("a change was cut off", len(journals) > 0, True)
+    ends_well(bench, fleet, before)
+    # Also those of which the first run could tell nobody any more.
+    run = bench.play(ROLLBACK, fleet.inventory(), variables(bench))
+    expect("exit code of the way back", run.code, 0)
+    expect("taken back", fleet.held(), before)
+
+
+TESTS = {name[5:]: function for name, function in list(globals().items())
+         if name.startswith("test_") and inspect.isfunction(function)}
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("programs", help="the folder of varden and varden-printer-simulator")
+    parser.add_argument("collection", help="the folder of the collection")
+    parser.add_argument("tests", nargs="*", metavar="TEST", help=", ".join(TESTS))
+    parser.add_argument("--printers", type=int, default=20)
+    parser.add_argument("--forks", type=int, default=10)
+    options = parser.parse_intermixed_args()
+    wrong = 0
+    for name in options.tests or TESTS:
+        start = time.monotonic()
+        try:
+            with Bench(options.programs, options.collection, options.printers, options.forks) as bench:
+                TESTS[name](bench)
+            state = "passed"
+        except Wrong as error:
+            wrong, state = wrong + 1, f"FAILED: {error}"
+        print(f"{name}, {options.printers} printers, {time.monotonic() - start:.1f} s: {state}", flush=True)
+    return 1 if wrong else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

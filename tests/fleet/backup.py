@@ -1,0 +1,78 @@
+"""The nightly backup: what changed on which printer, and what becomes of one that is dead."""
+import json
+import re
+import subprocess
+
+from fleet import SCRIPTS, FleetTest, run_tests
+
+
+class BackupTest(FleetTest):
+    def setUp(self):
+        super().setUp()
+        self.repository = self.folder / "backup"
+
+    def back_up(self):
+        return self.run_command(SCRIPTS / "backup-printers", str(self.list), str(self.repository), "8")
+
+    def git(self, *arguments):
+        return subprocess.run(["git", "-C", self.repository, *arguments], check=True, capture_output=True, text=True).stdout
+
+    def file_of(self, target):
+        return self.repository / f"{re.sub('[:/]', '_', target)}.json"
+
+    def write(self, *arguments):
+        done = self.run_command("varden", "write", *arguments)
+        self.assertEqual(done.returncode, 0, done.stderr)
+
+    def test_a_night_tells_what_changed_on_which_printer(self):
+        targets = self.start(3).targets
+        self.write_list(targets)
+        done = self.back_up()
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("3 changed, 0 not read", self.git("log", "-1", "--format=%s"))
+        settings = json.loads(self.file_of(targets[1]).read_text())["settings"]
+        self.assertEqual(list(settings), sorted(settings))
+        self.assertNotIn("ambient-sensor", settings)
+
+        self.assertEqual(self.back_up().returncode, 0)
+        self.assertEqual(self.git("rev-list", "--count", "HEAD").strip(), "1", "a night without a change")
+
+        self.write(targets[1], "feed-adj=-1.5", "speed=19200bps", "--stop-bit-is", "1bit")
+        self.assertEqual(self.back_up().returncode, 0)
+        self.assertEqual(self.git("log", "-1", "--format=%B").strip(),
+                         f"1 changed, 0 not read\n\n{targets[1]}:\n"
+                         f"  feed-adj: {settings['feed-adj']} -> -1.5\n  speed: {settings['speed']} -> 19200bps")
+        changed = self.git("show", "--format=", "--numstat").split()
+        self.assertEqual(changed, ["2", "2", self.file_of(targets[1]).name])
+
+    def test_a_dead_printer_keeps_its_file_and_is_told(self):
+        living, mortal = self.start(1), self.start(1)
+        targets = living.targets + mortal.targets
+        self.write_list(targets)
+        self.assertEqual(self.back_up().returncode, 0)
+        kept = self.file_of(targets[1]).read_text()
+
+        mortal.stop()
+        self.write(targets[0], "feed-adj=2")
+        done = self.back_up()
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(targets[1], done.stderr)
+        self.assertEqual(self.file_of(targets[1]).read_text(), kept)
+        self.assertEqual(json.loads(self.file_of(targets[0]).read_text())["settings"]["feed-adj"], 2.0)
+        self.assertRegex((self.repository / "NOT-READ").read_text(), f"^{targets[1]}: .+\n$")
+        message = self.git("log", "-1", "--format=%B")
+        self.assertIn("1 changed, 1 not read", message)
+        self.assertIn(f"not read: {targets[1]}: ", message)
+
+    def test_a_kept_file_can_be_written_to_the_printer(self):
+        targets = self.start(1).targets
+        self.write_list(targets)
+        self.back_up()
+        self.write(targets[0], "feed-adj=3")
+        self.write(targets[0], "--file", str(self.file_of(targets[0])), "--allow-link-change", "--stop-bit-is", "1bit")
+        done = self.back_up()
+        self.assertEqual((done.returncode, self.git("rev-list", "--count", "HEAD").strip()), (0, "1"))
+
+
+if __name__ == "__main__":
+    run_tests()

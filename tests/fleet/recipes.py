@@ -1,0 +1,68 @@
+"""The lines of docs/fleets.md, run as they stand there."""
+import json
+import re
+
+from fleet import PROJECT, FleetTest, run_tests
+
+DEAD = "lan:127.0.0.1:1"
+
+
+def recipe(name):
+    page = (PROJECT / "docs" / "fleets.md").read_text()
+    return re.search(rf"<!-- recipe: {name} -->\n```sh\n(.*?)```", page, re.DOTALL).group(1)
+
+
+class RecipeTest(FleetTest):
+    def setUp(self):
+        super().setUp()
+        self.targets = self.start(6, "--faulty", "3", "--status", "11").targets
+
+    def list_printers(self, *more):
+        self.list.write_text("".join(target + "\n" for target in [*self.targets, *more]))
+
+    def run_recipe(self, name):
+        return self.run_command("sh", "-c", recipe(name))
+
+    def json_of(self, name):
+        return json.loads((self.folder / name).read_text())
+
+    def check_reads(self, name):
+        self.list_printers(DEAD)
+        self.run_recipe(name)
+        reads = {each["target"]: each for each in self.json_of("fleet.json")}
+        self.assertEqual(set(reads), {*self.targets, DEAD})
+        for target in self.targets:
+            self.assertTrue(reads[target]["complete"], target)
+            self.assertNotIn("error", reads[target])
+        self.assertIn("cause", reads[DEAD]["error"])
+
+    def test_parallel_joins_all_reads_into_one_file(self):
+        self.check_reads("parallel")
+        census = self.run_recipe("census").stdout
+        self.assertRegex(census, r"^ +6 9600bps\n")
+        dead = self.run_recipe("unreachable").stdout
+        self.assertRegex(dead, f"^{DEAD}: .+\n$")
+
+    def test_xargs_joins_all_reads_into_one_file(self):
+        self.check_reads("xargs")
+
+    def test_the_table_of_statuses_has_a_line_for_each_printer(self):
+        self.list_printers(DEAD)
+        rows = dict(line.split("\t", 1) for line in self.run_recipe("status").stdout.splitlines())
+        self.assertEqual(set(rows), {*self.targets, DEAD})
+        self.assertEqual(rows[self.targets[0]], "00\tON LINE")
+        self.assertEqual(rows[self.targets[2]], "11\tPaper JAM")
+
+    def test_a_setting_goes_to_all_and_the_second_time_nothing_does(self):
+        self.targets = self.start(3).targets
+        self.list_printers()
+        self.run_recipe("write")
+        self.assertEqual([each["end"] for each in self.json_of("would.json")], ["would-change"] * 3)
+        self.assertEqual([each["end"] for each in self.json_of("changed.json")], ["changed"] * 3)
+        self.run_recipe("write")
+        self.assertEqual([each["end"] for each in self.json_of("would.json")], ["unchanged"] * 3)
+        self.assertEqual(self.json_of("changed.json"), [], "the log of what was done leaves nothing")
+
+
+if __name__ == "__main__":
+    run_tests()
