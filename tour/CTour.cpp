@@ -245,7 +245,10 @@ void CTour::DarkPicture(const QString& p_strName) {
     const QPalette objUsual = QApplication::palette();
     QPalette objDark(QColor(53, 53, 53));
     objDark.setColor(QPalette::Base, QColor(35, 35, 35));
-    objDark.setColor(QPalette::Disabled, QPalette::Text, QColor(130, 130, 130));
+    for (const QPalette::ColorRole iRole :
+         {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        objDark.setColor(QPalette::Disabled, iRole, QColor(130, 130, 130));
+    }
     QApplication::setPalette(objDark);
     Picture(p_strName);
     QApplication::setPalette(objUsual);

@@ -54,7 +54,16 @@ CFootedArea::~CFootedArea() {
 bool CFootedArea::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
     const bool bHandled = QScrollArea::eventFilter(p_objWatched, p_objEvent);
     // The viewport's and the page's are watched by the toolkit anyway.
-    if (p_objEvent->type() == QEvent::Resize || p_objEvent->type() == QEvent::Move) {
+    if (p_objEvent->type() == QEvent::Resize || p_objEvent->type() == QEvent::Move ||
+        p_objEvent->type() == QEvent::LayoutRequest) {
+        PlaceFoot();
+    }
+    return bHandled;
+}
+
+bool CFootedArea::event(QEvent* p_objEvent) {
+    const bool bHandled = QScrollArea::event(p_objEvent);
+    if (p_objEvent->type() == QEvent::LayoutRequest) {
         PlaceFoot();
     }
     return bHandled;
@@ -70,6 +79,8 @@ void CFootedArea::PlaceFoot() {
     m_objFoot->setGeometry(objSeen.left(), std::min(objPlace.top(), iLowest), objSeen.width(),
                            objPlace.height());
     m_objFoot->raise();
+    // Page by page nothing is passed over that the foot has hidden.
+    verticalScrollBar()->setPageStep(objSeen.height() - objPlace.height());
 }
 
 void CFootedArea::resizeEvent(QResizeEvent* p_objEvent) {

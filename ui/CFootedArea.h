@@ -40,6 +40,7 @@ public:
     bool eventFilter(QObject* p_objWatched, QEvent* p_objEvent) override;
 
 protected:
+    bool event(QEvent* p_objEvent) override;
     void resizeEvent(QResizeEvent* p_objEvent) override;
 
 private:

@@ -80,8 +80,10 @@ TEST_F(FmMainFirstSizeTest, ShowsTheWholeOfEveryTabWhereTheScreenHasRoom) {
 
 TEST_F(FmMainFirstSizeTest, NoListHasMadeItsEntriesPopUpBeforeItIsOpenedFirst) {
     EXPECT_EQ(m_objOnScreen.Form().findChildren<QAbstractItemView*>().size(), 0);
-    m_objOnScreen.List("cmbSpeed").showPopup();
+    QComboBox& cmb = m_objOnScreen.List("cmbSpeed");
+    cmb.showPopup();
     EXPECT_EQ(m_objOnScreen.Form().findChildren<QAbstractItemView*>().size(), 1);
+    EXPECT_EQ(cmb.view()->font(), cmb.font());
 }
 
 class FmMainFirstSizeLowTest : public CFirstSize {

@@ -157,6 +157,23 @@ TEST_F(FmMainSightTest, TheLastFieldsComeOutFromBehindTheButtons) {
               m_objWindow.List("cmbPeelOffTrq").mapTo(objArea, QPoint()).y());
 }
 
+TEST_F(FmMainSightTest, PageByPageNothingIsPassedOverBehindTheButtons) {
+    auto* const objArea = qobject_cast<QScrollArea*>(Tabs().widget(0));
+    QScrollBar& objBar = *objArea->verticalScrollBar();
+    for (const QSize objSize : {QSize(480, 320), QSize(640, 360), QSize(1024, 600)}) {
+        m_objWindow.Form().resize(objSize);
+        QCoreApplication::processEvents();
+        ASSERT_GT(objBar.maximum(), 0);
+        const int iSeen = m_objWindow.Button("btnRead").mapTo(objArea, QPoint()).y();
+        for (int iNext = 0; objBar.value() < objBar.maximum(); iNext += iSeen) {
+            EXPECT_LE(objBar.value(), iNext) << "at " << objSize.height();
+            objBar.triggerAction(QAbstractSlider::SliderPageStepAdd);
+            QCoreApplication::processEvents();
+        }
+        objBar.setValue(0);
+    }
+}
+
 TEST_F(FmMainSightTest, WhereThereIsRoomTheButtonsStandRightBelowTheFrames) {
     m_objWindow.Form().resize(1600, 1200);
     QCoreApplication::processEvents();
