@@ -12,6 +12,7 @@ public:
         , m_objInterrupt(p_objInterrupt) {}
 
     void Yield() override { m_objEventLoop.Yield(); }
+    void YieldFor(double p_dSeconds) override { m_objEventLoop.YieldFor(p_dSeconds); }
     [[nodiscard]] bool IsClosing() const override {
         return m_objInterrupt.IsPending() || m_objEventLoop.IsClosing();
     }

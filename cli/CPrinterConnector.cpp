@@ -152,9 +152,9 @@ double CPrinterConnector::Now() {
 }
 
 void CPrinterConnector::Wait(double p_dSeconds) {
-    const double dStart = Now();
-    while (Now() - dStart < p_dSeconds) {
-        Life().m_objEventLoop.Yield();
+    const double dEnd = Now() + p_dSeconds;
+    while (Now() < dEnd) {
+        Life().m_objEventLoop.YieldFor(dEnd - Now());
     }
 }
 

@@ -55,10 +55,11 @@ install_packages() {
 }
 
 # run_tests PRESET [CTEST-OPTION...]: the tests of build/PRESET, without a display. More at a time
-# than there are processors: those that take long wait for the clock.
+# than there are processors: those that take long wait for the clock, and count for less
+# (tests/CMakeLists.txt).
 run_tests() {
     env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen UBSAN_OPTIONS=print_stacktrace=1 \
-        ctest --test-dir "build/$1" --output-on-failure --no-tests=error -j $((4 * $(nproc))) \
+        ctest --test-dir "build/$1" --output-on-failure --no-tests=error -j $((16 * $(nproc))) \
         "${@:2}"
 }
 

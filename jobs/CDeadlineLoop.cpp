@@ -17,6 +17,11 @@ CDeadlineLoop::CDeadlineLoop(IEventLoop& p_objEventLoop, const IClock& p_objCloc
     : m_objEventLoop(p_objEventLoop)
     , m_objClock(p_objClock) {}
 
+void CDeadlineLoop::YieldFor(double p_dSeconds) {
+    const double dNow = m_objClock.SecondsSinceMidnight();
+    m_objEventLoop.YieldFor(std::min(p_dSeconds, m_dEnd.value_or(dNow + p_dSeconds) - dNow));
+}
+
 bool CDeadlineLoop::IsTimeUp() const {
     return m_dEnd && m_objClock.SecondsSinceMidnight() >= *m_dEnd;
 }

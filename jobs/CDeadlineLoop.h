@@ -32,6 +32,8 @@ public:
     [[nodiscard]] bool IsTimeUp() const;
 
     void Yield() override { m_objEventLoop.Yield(); }
+    /// No longer than the limit lasts.
+    void YieldFor(double p_dSeconds) override;
     /// True as well while the time is up.
     [[nodiscard]] bool IsClosing() const override;
     void RequestClose() override { m_objEventLoop.RequestClose(); }

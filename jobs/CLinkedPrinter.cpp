@@ -80,8 +80,10 @@ public:
 
     void Pause() {
         CWaiter& objWaiter = m_objSession.Waiter();
+        const double dPause = m_objPrinter.m_objLimits.m_dPause;
         const double dStart = objWaiter.Now();
-        while (objWaiter.Now() - dStart < m_objPrinter.m_objLimits.m_dPause && objWaiter.Yield()) {
+        const auto dLeft = [&] { return dPause - (objWaiter.Now() - dStart); };
+        while (dLeft() > 0 && objWaiter.YieldFor(dLeft())) {
             m_objSession.Router().SettleQuiet(objWaiter.Now(), CCommandExchange::QuietSeconds);
         }
     }

@@ -83,8 +83,10 @@ bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere, std::
     const Connection objLan{CInterface::LanInterface, ConnectionNumber(CInterface::LanInterface)};
     CWaiter::Stopwatch objWaited(m_objWaiter);
     CWaitTold objTold(m_objEvents);
-    while (m_objWaiter.Yield() && !IsGone(objLan)) {
+    double dLeft = p_iSeconds;
+    while (m_objWaiter.YieldFor(dLeft) && !IsGone(objLan)) {
         const double dElapsed = objWaited.Elapsed();
+        dLeft = p_iSeconds - dElapsed;
         const bool bOver = dElapsed > p_iSeconds;
         objTold.Tell(bOver ? 0 : dElapsed);
         // What came in time is in time, also when nothing has shown its end by now.
@@ -108,8 +110,12 @@ bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere, std::
 
 void CCommandExchange::Pause(std::int16_t p_iSeconds) {
     const double dStart = m_objWaiter.Now();
-    while (!m_objWaiter.MustStop() && m_objWaiter.Now() - dStart < p_iSeconds) {
-        m_objWaiter.Yield();
+    while (!m_objWaiter.MustStop()) {
+        const double dLeft = p_iSeconds - (m_objWaiter.Now() - dStart);
+        if (dLeft <= 0) {
+            return;
+        }
+        m_objWaiter.YieldFor(dLeft);
         m_objRouter.SettleQuiet(m_objWaiter.Now(), QuietSeconds);
     }
 }

@@ -43,6 +43,15 @@ CWaiter::CWaiter(IEventLoop& p_objEventLoop, const IClock& p_objClock)
 
 bool CWaiter::Yield() {
     m_objEventLoop.Yield();
+    return GoesOn();
+}
+
+bool CWaiter::YieldFor(double p_dSeconds) {
+    m_objEventLoop.YieldFor(p_dSeconds);
+    return GoesOn();
+}
+
+bool CWaiter::GoesOn() {
     if (m_objFault) {
         std::rethrow_exception(std::exchange(m_objFault, nullptr));
     }

@@ -66,6 +66,10 @@ public:
     /// Rethrows, once, what an event has left with StoreFault.
     bool Yield();
 
+    /// The same in a wait that is over in p_dSeconds, when nothing comes before: may sleep until
+    /// then.
+    bool YieldFor(double p_dSeconds);
+
     /// True when the running handler may neither send nor wait any more.
     [[nodiscard]] bool MustStop() const;
 
@@ -85,6 +89,9 @@ public:
     void StoreFault();
 
 private:
+    /// What is to be done behind each yield.
+    bool GoesOn();
+
     IEventLoop& m_objEventLoop;
     const IClock& m_objClock;
     Turn* m_objRunning = nullptr;       // the innermost turn; not owned

@@ -25,8 +25,9 @@ void CPageFoot::paintEvent(QPaintEvent* p_objEvent) {
     QPainter(this).fillRect(p_objEvent->rect(), palette().window());  // what is behind it is hidden
 }
 
-CFootedArea::CFootedArea(QWidget* p_objPage, CPageFoot* p_objFoot)
-    : m_objFoot(p_objFoot) {
+CFootedArea::CFootedArea(QWidget* p_objPage, CPageFoot* p_objFoot, QWidget* p_objParent)
+    : QScrollArea(p_objParent)
+    , m_objFoot(p_objFoot) {
     setWidgetResizable(true);
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field

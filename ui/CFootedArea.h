@@ -30,8 +30,9 @@ class CFootedArea : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// Takes p_objPage over. p_objFoot stands on it, or is null.
-    explicit CFootedArea(QWidget* p_objPage, CPageFoot* p_objFoot = nullptr);
+    /// Takes p_objPage over. p_objFoot stands on it, or is null. With p_objParent in the window of
+    /// p_objPage, the page keeps the font that it has there all the while.
+    CFootedArea(QWidget* p_objPage, CPageFoot* p_objFoot, QWidget* p_objParent);
     ~CFootedArea() override;
     CFootedArea(const CFootedArea&) = delete;
     CFootedArea& operator=(const CFootedArea&) = delete;

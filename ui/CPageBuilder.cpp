@@ -50,8 +50,9 @@ QPushButton* CPageBuilder::MakeButton(QWidget* p_objParent, const QString& p_str
 QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName) const {
     auto* const cmb = new QComboBox(p_objParent);
     cmb->setObjectName(p_strName);
-    cmb->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // its longest entry fits
+    // Its longest entry fits. It is filled before anything asks for its size: to follow entries
+    // that come later the toolkit would make what pops up already now, for every list.
+    cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     m_objListGuard.Guard(*cmb);
     TellFrame(*cmb);
     return cmb;

@@ -53,7 +53,7 @@ public:
                        const QString& p_strCaption, const QString& p_strName) const;
 
     /// Gives all lists and spin edits below p_objPage the height of the highest, so that the rows
-    /// of its frames have one pitch.
+    /// of its frames have one pitch. Lists keep the width that they have here: they are filled.
     static void MakeSameHeight(const QWidget& p_objPage);
 
     /// Names p_objField for assistive programs after its label.

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
@@ -53,7 +54,17 @@ void CPageKeys::GoToTab(int p_iTab) {
     if (QWidget* const objOpen = QApplication::activePopupWidget()) {
         objOpen->close();  // a list would stay open over another page
     }
+    LeaveMenuBar();
     m_objTabs.setCurrentIndex(p_iTab);
+}
+
+void CPageKeys::LeaveMenuBar() {
+    // It takes the focus for an Alt that is released alone. While assistive programs listen, keys
+    // reach it late: it can take that of one key with Alt for this, when the next has begun.
+    if (auto* const objMenu = qobject_cast<QMenuBar*>(QApplication::focusWidget())) {
+        QKeyEvent objEscape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(objMenu, &objEscape);
+    }
 }
 
 void CPageKeys::AddKey(const char* p_strKey, const std::vector<QPushButton*>& p_objButtons) {

@@ -32,6 +32,7 @@ public:
 private:
     void AddTabKeys();
     void GoToTab(int p_iTab);
+    static void LeaveMenuBar();
     void Press(QPushButton& p_objButton);
 
     QTabWidget& m_objTabs;

@@ -39,6 +39,14 @@ namespace {
 
 constexpr QSize LargestStartSize(1024, 740);
 
+/// p_objWindow, given the program's font before anything in it measures a text in another one.
+QWidget* WithFont(QWidget* p_objWindow) {
+    QFont objFont = p_objWindow->font();
+    objFont.setFamily("Arial");
+    p_objWindow->setFont(objFont);
+    return p_objWindow;
+}
+
 }  // namespace
 
 FmMain::FmMain(const CPlatform& p_objPlatform)
@@ -46,16 +54,13 @@ FmMain::FmMain(const CPlatform& p_objPlatform)
     , m_objItemManager(std::make_unique<CItemManager>())
     , m_objInterface(std::make_unique<CInterface>())
     , m_objSessionView(*this, p_objPlatform.m_objMessageBox)
-    , m_objStatusLine(new CStatusLine(this))
+    , m_objStatusLine(new CStatusLine(WithFont(this)))
     , m_objLine(m_objSessionView, *m_objInterface, *m_objStatusLine)
     , m_objSession(*m_objItemManager, *m_objInterface, m_objLine, p_objPlatform)
     , m_objBuilder(p_objPlatform.m_objMessageBox, m_objListGuard)
     , m_objMaintenance(m_objSession) {
     setObjectName("FmMain");
     setWindowTitle(IMessageBox::ProgramTitle);
-    QFont objFont = font();
-    objFont.setFamily("Arial");
-    setFont(objFont);
     MakeMenu();
     auto* const objCentre = new QWidget(this);
     auto* const objLines = new QVBoxLayout(objCentre);
@@ -146,10 +151,12 @@ QWidget* FmMain::MakeTabs() {
             objTabs->tabBar()->setFocus(Qt::OtherFocusReason);
         }
     });
-    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot()),
+    FillFields();  // who asks for a size before gets one that holds no entry, and keeps it
+    m_objTabs->addTab(new CFootedArea(m_objParameterPage, m_objParameterPage->Foot(), m_objTabs),
                       "Parameter Setting");
-    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage), "Maintenance Mode");
-    m_objTabs->addTab(new CFootedArea(m_objLanPage), "Extra Setting");
+    m_objTabs->addTab(new CFootedArea(m_objMaintenancePage, nullptr, m_objTabs),
+                      "Maintenance Mode");
+    m_objTabs->addTab(new CFootedArea(m_objLanPage, nullptr, m_objTabs), "Extra Setting");
     return m_objTabs;
 }
 
@@ -165,11 +172,15 @@ void FmMain::MakeStatusLine() {
                                       m_objLanPage->Baseline(), m_objLine, *m_objStatusLine);
 }
 
-void FmMain::FormInitialize() {
+void FmMain::FillFields() {
     MSettings::Check(MSettings::All());
     FillInterfaces();
     MSpinRanges::ApplyAll(MSpinRanges::All(), *this);
     MListEntries::Fill(MListEntries::All(), *this);
+    CPageBuilder::MakeSameHeight(*m_objParameterPage);
+}
+
+void FmMain::FormInitialize() {
     m_objTabs->setCurrentIndex(0);
     MStart::ShowSettings(*m_objParameterPage, *m_objLanPage);
     m_objParameterPage->Baseline().Begin();
@@ -256,6 +267,8 @@ void FmMain::FitToScreen() {
         const QSize objMissing = objArea->widget()->sizeHint() - objArea->sizeHint();
         objSize = objSize.expandedTo(sizeHint() + objMissing);
     }
+    // On a screen that is too low for it a page scrolls up and down, but not sideways, too.
+    objSize.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     objSize = objSize.boundedTo(LargestStartSize);
     if (const QScreen* const objScreen = screen()) {
         // What the system puts around the window is not known before it is shown.

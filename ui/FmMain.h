@@ -70,6 +70,7 @@ private:
     void MakeStatus(QWidget& p_objLine, QHBoxLayout& p_objLayout);
     QWidget* MakeTabs();
     void MakeStatusLine();
+    void FillFields();
     void FormInitialize();
     void FillInterfaces();
     void MakeFlows();

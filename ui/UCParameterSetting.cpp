@@ -84,7 +84,6 @@ UCParameterSetting::UCParameterSetting(const CPageBuilder& p_objBuilder,
     auto* const objGrid = new QGridLayout(this);
     objGrid->addWidget(MakeParameterFrame(p_objBuilder), 0, 0);
     objGrid->addWidget(MakeAdjustmentFrame(p_objBuilder), 0, 1);
-    CPageBuilder::MakeSameHeight(*this);
     m_objFoot = MakeFoot(p_objBuilder);
     objGrid->addWidget(m_objFoot->Place(), 1, 0, 1, 2);
     objGrid->setColumnStretch(0, 3);

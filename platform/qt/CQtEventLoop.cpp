@@ -3,19 +3,36 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 /// How long a yield sleeps at most: short enough for waits of whole seconds, long enough that
 /// looking at the clock costs nothing.
 constexpr int SleepMilliseconds = 8;
 
+/// The same of a yield that knows when its wait is over. Nothing but a signal, which is no event,
+/// is noticed as late as that.
+constexpr int LongestMilliseconds = 32;
+
 }  // namespace
 
 void CQtEventLoop::Yield() {
+    Sleep(SleepMilliseconds);
+}
+
+void CQtEventLoop::YieldFor(double p_dSeconds) {
+    constexpr double dMillisecondsPerSecond = 1000;
+    const double dLeft = std::ceil(p_dSeconds * dMillisecondsPerSecond);
+    Sleep(static_cast<int>(std::clamp(dLeft, 1.0, double{LongestMilliseconds})));
+}
+
+void CQtEventLoop::Sleep(int p_iMilliseconds) {
     // Each yield has a timer of its own: a handler that runs inside may yield, too, and what ends
     // its sleep must not be taken from this one.
     QTimer objWakeUp;
     objWakeUp.setTimerType(Qt::PreciseTimer);
-    objWakeUp.start(SleepMilliseconds);
+    objWakeUp.start(p_iMilliseconds);
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }

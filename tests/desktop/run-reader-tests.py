@@ -29,6 +29,8 @@ LIMIT = 150  # seconds
 PAGES = [("Parameter Setting", 3 + 1 + 37 + 4), ("Maintenance Mode", 3 + 1 + 11 + 8),
          ("Extra Setting", 3 + 1 + 16 + 4)]
 MOST_STOPS = 100
+TURNS = 10
+ABOUT = ["Varden Setting Tool", "Version"]
 STATUS = "ON LINE"  # what the printer answers to both
 
 
@@ -85,6 +87,28 @@ def walk_setup(reader, least, where):
     reader.wait_for_focus("Setup")
 
 
+def turn_pages(reader):
+    """By Alt with numbers, one behind the other; the focus stays where it is on the pages."""
+    go_to(reader, "Setup")
+    for _ in range(TURNS):
+        reader.press("alt+2", "alt+3", "alt+1")
+        if reader.step("Tab")[0] != "GET STATUS":
+            raise Wrong(f"behind Alt with numbers Tab leads from Setup to {show(reader.read())}")
+        reader.step("shift+Tab")
+
+
+def open_about(reader):
+    """What its labels say is found, and OK leads back to where the focus was."""
+    go_to(reader, "Setup")
+    reader.press("alt+a", "Return")
+    reader.wait_for_focus("OK")
+    for words in ABOUT:
+        if reader.find(lambda one, due=words: one.getRoleName() == "label" and due in one.name) is None:
+            raise Wrong(f"the About box does not tell {words}")
+    reader.press("Return")
+    reader.wait_for_focus("Setup")
+
+
 def connect(reader, printer):
     """By keys alone: the address with its points. The focus is on Setup afterwards."""
     go_to(reader, "Setup")
@@ -128,6 +152,8 @@ def run(programs):
         wait_for("the window in front", lambda: is_front(desktop.person))
         reader.wake()
         walk_pages(reader)
+        turn_pages(reader)
+        open_about(reader)
         walk_setup(reader, 5 + 2, "Setup of COM")
         reader.press("shift+Tab", "Down")  # from Setup to the list, to LAN
         walk_setup(reader, 4 + 2, "Setup of LAN")

@@ -67,6 +67,14 @@ public:
         }
     }
 
+    void YieldFor(double p_dSeconds) override {
+        m_dAsked = p_dSeconds;
+        Yield();
+    }
+
+    /// For how many seconds the last YieldFor was.
+    [[nodiscard]] double Asked() const { return m_dAsked; }
+
     [[nodiscard]] bool IsClosing() const override { return m_bClosing; }
     void RequestClose() override { m_bClosing = true; }
 
@@ -91,5 +99,6 @@ private:
     CFakeClock& m_objClock;
     std::deque<Scheduled> m_objActions;
     std::int64_t m_iYields = 0;
+    double m_dAsked = 0;
     bool m_bClosing = false;
 };

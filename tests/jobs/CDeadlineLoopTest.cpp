@@ -35,6 +35,16 @@ TEST_F(CDeadlineLoopTest, ALimitEndsAWaitWhenItsTimeIsOver) {
     EXPECT_TRUE(m_objLoop.IsTimeUp());
 }
 
+TEST_F(CDeadlineLoopTest, AYieldLastsNoLongerThanTheLimit) {
+    m_objLoop.YieldFor(7);
+    EXPECT_DOUBLE_EQ(m_objEventLoop.Asked(), 7);
+    const CDeadlineLoop::Limit objLimit(m_objLoop, 2.5);
+    m_objLoop.YieldFor(7);
+    EXPECT_DOUBLE_EQ(m_objEventLoop.Asked(), 2.5);
+    m_objLoop.YieldFor(0.5);
+    EXPECT_DOUBLE_EQ(m_objEventLoop.Asked(), 0.5);
+}
+
 TEST_F(CDeadlineLoopTest, BehindALimitWaitsGoOn) {
     {
         const CDeadlineLoop::Limit objLimit(m_objLoop, 1);

@@ -84,6 +84,15 @@ TEST_P(CLinkedPrinterTest, PausesBetweenTwoGroupsAndNotBehindTheLast) {
     EXPECT_LT(m_iCommandTimes[1] - m_iCommandTimes[0], 4500);
 }
 
+TEST_P(CLinkedPrinterTest, SleepsAsLongAsAPauseLasts) {
+    m_objLimits.m_dPause = 9;
+    double dAsked = 0;
+    m_objEventLoop.After(2000, [&] { dAsked = m_objEventLoop.Asked(); });
+    Read(Named({"feed-adj", "font-code"}));
+    ASSERT_EQ(m_iCommandTimes.size(), 2U);
+    EXPECT_NEAR(dAsked, static_cast<double>(m_iCommandTimes[1] - 2000) / 1000, 0.2);
+}
+
 TEST_P(CLinkedPrinterTest, TellsHowFarItIs) {
     Read(Named({"feed-adj", "font-code", "ip-address"}));
     EXPECT_EQ(m_objEvents.Lines("step"),

@@ -382,6 +382,18 @@ TEST_F(CCommandExchangeTest, APauseLastsItsSeconds) {
     }
 }
 
+// So that they end on time, and sleep as long as nothing comes.
+TEST_F(CCommandExchangeTest, PausesAndWaitsSayHowLongTheyLastStill) {
+    double dAsked = 0;
+    m_objEventLoop.AtYield(3, [&] { dAsked = m_objEventLoop.Asked(); });
+    m_objExchange.Pause(5);
+    EXPECT_NEAR(dAsked, 4.98, 1e-6);
+    m_objEventLoop.AtYield(m_objEventLoop.Yields() + 3, [&] { dAsked = m_objEventLoop.Asked(); });
+    ExpectTimeOut();
+    EXPECT_FALSE(m_objExchange.WaitStatusReply(2));
+    EXPECT_NEAR(dAsked, 1.98, 1e-6);
+}
+
 TEST_F(CCommandExchangeTest, APauseEndsWhenTheProgramCloses) {
     m_objEventLoop.After(300, [this] { m_objEventLoop.RequestClose(); });
     m_objExchange.Pause(5);

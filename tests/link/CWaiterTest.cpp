@@ -46,6 +46,16 @@ TEST_F(CWaiterTest, YieldGoesOnOutsideAnyTurn) {
     EXPECT_TRUE(m_objWaiter.Yield());
 }
 
+TEST_F(CWaiterTest, AYieldForATimeIsAYieldThatTheLoopIsToldTheTimeOf) {
+    const CWaiter::Turn objTurn(m_objWaiter);
+    EXPECT_TRUE(m_objWaiter.YieldFor(2.5));
+    EXPECT_DOUBLE_EQ(m_objEventLoop.Asked(), 2.5);
+    m_objEventLoop.AtNextYield([this] { FailInEvent(); });
+    EXPECT_THROW(m_objWaiter.YieldFor(1), std::runtime_error);
+    m_objEventLoop.AtNextYield([this] { m_objEventLoop.RequestClose(); });
+    EXPECT_FALSE(m_objWaiter.YieldFor(1));
+}
+
 TEST_F(CWaiterTest, ClosingStopsTheYieldInWhichItHappens) {
     const CWaiter::Turn objTurn(m_objWaiter);
     m_objEventLoop.AtNextYield([this] { m_objEventLoop.RequestClose(); });

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <ctime>
 #include <thread>
 
@@ -42,6 +43,28 @@ TEST(CQtClockTest, GoesOnInFractionsOfASecond) {
     const double dReal = std::chrono::duration<double>(steady_clock::now() - objBegin).count();
     EXPECT_GT(dPassed, 0.02);
     EXPECT_LT(dPassed, dReal + 0.02);
+}
+
+// A pause that begins late in a millisecond would end a part of one too early.
+TEST(CQtClockTest, IsFinerThanAMillisecond) {
+    constexpr double dMicrosecondsPerSecond = 1e6;
+    const CQtClock objClock;
+    int iBetween = 0;
+    for (int i = 0; i < 200; ++i) {
+        const double dMicroseconds = objClock.SecondsSinceMidnight() * dMicrosecondsPerSecond;
+        iBetween += std::fmod(std::round(dMicroseconds), 1000) != 0 ? 1 : 0;
+    }
+    EXPECT_GT(iBetween, 100);
+}
+
+TEST(CQtClockTest, NeverGoesBackWithinAMillisecond) {
+    const CQtClock objClock;
+    double dBefore = objClock.SecondsSinceMidnight();
+    for (int i = 0; i < 20'000; ++i) {
+        const double dNow = objClock.SecondsSinceMidnight();
+        ASSERT_LT(Difference(dBefore, dNow), 1);
+        dBefore = dNow;
+    }
 }
 
 // Of these test programs, all of them: a wait in real time over midnight would have no end.

@@ -73,6 +73,54 @@ TEST(CQtEventLoopTest, AYieldSleepsAFewMillisecondsAtMost) {
     EXPECT_LT(iTimes[10], 20'000'000);
 }
 
+// What a wait of p_dSeconds overshoots by, at best of a few, in milliseconds.
+double Overshoot(double p_dSeconds) {
+    constexpr double dMillisecondsPerSecond = 1000;
+    CQtEventLoop objEventLoop;
+    double dBest = std::numeric_limits<double>::max();
+    for (int i = 0; i < 9; ++i) {
+        const auto objBegin = std::chrono::steady_clock::now();
+        std::chrono::duration<double> dPassed{};
+        while (dPassed.count() < p_dSeconds) {
+            objEventLoop.YieldFor(p_dSeconds - dPassed.count());
+            dPassed = std::chrono::steady_clock::now() - objBegin;
+        }
+        dBest = std::min(dBest, (dPassed.count() - p_dSeconds) * dMillisecondsPerSecond);
+    }
+    return dBest;
+}
+
+TEST(CQtEventLoopTest, AWaitThatSaysItsLengthEndsOnTime) {
+    for (const double dSeconds : {0.003, 0.0305, 0.1}) {
+        EXPECT_LT(Overshoot(dSeconds), 2) << dSeconds;
+    }
+}
+
+TEST(CQtEventLoopTest, AWaitThatSaysItsLengthWakesSeldomAndNoticesAClosingSoon) {
+    CQtEventLoop objEventLoop;
+    QElapsedTimer objTimer;
+    objTimer.start();
+    int iYields = 0;
+    for (; objTimer.elapsed() < 1000; ++iYields) {
+        objEventLoop.YieldFor(10);
+    }
+    EXPECT_LE(iYields, 40);
+    EXPECT_GE(iYields, 10);
+}
+
+TEST(CQtEventLoopTest, AnEventEndsAYieldForATime) {
+    CQtEventLoop objEventLoop;
+    bool bRan = false;
+    QTimer::singleShot(5, [&] { bRan = true; });
+    QElapsedTimer objTimer;
+    objTimer.start();
+    while (!bRan && objTimer.elapsed() < 5000) {
+        objEventLoop.YieldFor(10);
+    }
+    EXPECT_TRUE(bRan);
+    EXPECT_LT(objTimer.elapsed(), 30);
+}
+
 TEST(CQtEventLoopTest, TakesEverythingThatIsPending) {
     CQtEventLoop objEventLoop;
     QTcpServer objServer;

@@ -69,6 +69,17 @@ TEST_F(FmMainKeysTest, AltWithANumberLeavesTheMenuBarAlone) {
     EXPECT_FALSE(m_objWindow.Form().menuBar()->hasFocus());
 }
 
+TEST_F(FmMainKeysTest, AKeyForTabsGivesBackWhatTheMenuBarHasTaken) {
+    QWindow* const objWindow = m_objWindow.Form().windowHandle();
+    m_objWindow.List("cmbInterface").setFocus(Qt::TabFocusReason);
+    QTest::keyPress(objWindow, Qt::Key_Alt, Qt::AltModifier);
+    QTest::keyRelease(objWindow, Qt::Key_Alt);
+    ASSERT_TRUE(m_objWindow.Form().menuBar()->hasFocus());
+    QTest::keyPress(objWindow, Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(Tabs().currentIndex(), 2);
+    EXPECT_TRUE(m_objWindow.List("cmbInterface").hasFocus());
+}
+
 TEST_F(FmMainKeysTest, AnOpenListIsClosedByAKeyForTabs) {
     QComboBox& cmb = m_objWindow.List("cmbSpeed");
     cmb.setFocus();
