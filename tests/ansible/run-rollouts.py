@@ -243,7 +243,7 @@ def ends_well(bench, fleet, before):
 
 def test_killed(bench):
     """The controller is killed in the middle of a rollout: the next one does what is left, and no more."""
-    fleet = bench.printers("slow", bench.number, "--delay", "50")
+    fleet = bench.printers("slow", bench.number, "--delay", str(max(1000 // bench.number, 5)))
     before = fleet.held()
     kill_in_the_middle(bench, fleet.inventory(), fleet, bench.number // 2, False)
     expect("journals that stand", [name for name in os.listdir(bench.state) if name.endswith(".json")], [])
