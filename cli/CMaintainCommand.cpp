@@ -3,6 +3,7 @@
 #include "cli/CProgress.h"
 #include "cli/MArgumentKind.h"
 #include "cli/MFailureText.h"
+#include "cli/MSharedOptions.h"
 #include "cli/MStatusText.h"
 #include "protocol/MStatus.h"
 
@@ -71,8 +72,7 @@ void CMaintainCommand::Describe(CLI::App& p_objTable) {
     p_objTable.add_flag("--yes", m_bYes,
                         "Does without asking what changes something in the printer or uses up "
                         "labels.");
-    p_objTable.add_option("--state", m_strState, "The folder of the journals.")
-        ->type_name(MArgumentKind::Folder);
+    MSharedOptions::AddState(p_objTable, m_strState);
     p_objTable.footer(MMaintenance::HelpText() + "\n" + Examples);
 }
 

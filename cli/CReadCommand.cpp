@@ -8,6 +8,7 @@
 #include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
 #include "cli/MSettingNames.h"
+#include "cli/MSharedOptions.h"
 #include "cli/MWhyText.h"
 #include "protocol/MAnswer.h"
 #include "protocol/MSettingRoute.h"
@@ -93,10 +94,7 @@ void CReadCommand::Describe(CLI::App& p_objTable) {
             ->type_name(MArgumentKind::File);
     p_objTable.add_flag("--force", m_bForce, "With --save: replaces a file that is there already.")
         ->needs(objSave);
-    p_objTable
-        .add_option("--pause", m_dPause,
-                    "The pause between two answers, from 0 to 10; 1 unless given.")
-        ->type_name(MArgumentKind::Seconds);
+    MSharedOptions::AddPause(p_objTable, m_dPause);
     p_objTable.footer(Examples);
 }
 

@@ -5,6 +5,7 @@
 #include "cli/MArgumentKind.h"
 #include "cli/MJournalJson.h"
 #include "cli/MSeconds.h"
+#include "cli/MSharedOptions.h"
 #include "cli/MWriteJson.h"
 #include "cli/MWriteText.h"
 #include "jobs/CWriteJob.h"
@@ -71,17 +72,9 @@ void CRecoverCommand::Describe(CLI::App& p_objTable) {
         ->needs(objKeep);
     p_objTable.add_option("--via", m_strVia, "The same printer over another link, such as usb.")
         ->type_name(MArgumentKind::Target);
-    p_objTable
-        .add_option("--reach", m_dReach,
-                    "For how long a printer that does not answer is sought, from 0 to 3600; 60 "
-                    "unless given.")
-        ->type_name(MArgumentKind::Seconds);
-    p_objTable
-        .add_option("--pause", m_dPause,
-                    "The pause between two answers, from 0 to 10; 1 unless given.")
-        ->type_name(MArgumentKind::Seconds);
-    p_objTable.add_option("--state", m_strState, "The folder of the journals.")
-        ->type_name(MArgumentKind::Folder);
+    MSharedOptions::AddReach(p_objTable, m_dReach);
+    MSharedOptions::AddPause(p_objTable, m_dPause);
+    MSharedOptions::AddState(p_objTable, m_strState);
     p_objTable.footer(Examples);
 }
 

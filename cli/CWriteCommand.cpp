@@ -7,6 +7,7 @@
 #include "cli/MSaving.h"
 #include "cli/MSeconds.h"
 #include "cli/MSettingsFile.h"
+#include "cli/MSharedOptions.h"
 #include "cli/MUtf8.h"
 #include "cli/MWriteJson.h"
 #include "cli/MWriteText.h"
@@ -95,17 +96,9 @@ void CWriteCommand::Describe(CLI::App& p_objTable) {
     p_objTable
         .add_option("--expect-host", m_strHost, "Only when the printer's host name is this one.")
         ->type_name(MArgumentKind::Name);
-    p_objTable
-        .add_option("--reach", m_dReach,
-                    "For how long a printer that does not answer is sought, from 0 to 3600; 60 "
-                    "unless given.")
-        ->type_name(MArgumentKind::Seconds);
-    p_objTable
-        .add_option("--pause", m_dPause,
-                    "The pause between two answers, from 0 to 10; 1 unless given.")
-        ->type_name(MArgumentKind::Seconds);
-    p_objTable.add_option("--state", m_strState, "The folder of the journals.")
-        ->type_name(MArgumentKind::Folder);
+    MSharedOptions::AddReach(p_objTable, m_dReach);
+    MSharedOptions::AddPause(p_objTable, m_dPause);
+    MSharedOptions::AddState(p_objTable, m_strState);
     p_objTable.footer(Examples);
 }
 
