@@ -20,8 +20,8 @@ class RecipeTest(FleetTest):
     def list_printers(self, *more):
         self.list.write_text("".join(target + "\n" for target in [*self.targets, *more]))
 
-    def run_recipe(self, name):
-        return self.run_command("sh", "-c", recipe(name))
+    def run_recipe(self, name, *shell):
+        return self.run_command(*(shell or ("sh",)), "-c", recipe(name))
 
     def json_of(self, name):
         return json.loads((self.folder / name).read_text())
@@ -62,6 +62,33 @@ class RecipeTest(FleetTest):
         self.run_recipe("write")
         self.assertEqual([each["end"] for each in self.json_of("would.json")], ["unchanged"] * 3)
         self.assertEqual(self.json_of("changed.json"), [], "the log of what was done leaves nothing")
+
+    def fail_in_the_middle(self, target):
+        """The first change of this printer fails, and just when another one is in the middle of its own."""
+        varden = self.quick / "varden"
+        first, rest = varden.read_text().split("\n", 1)
+        journals = self.folder / ".local" / "state" / "varden"
+        varden.write_text(
+            f'{first}\ncase "$*" in\n*--check*) ;;\n"write {target} "*)\n'
+            f'    if mkdir "{self.folder}/failed" 2>/dev/null; then\n'
+            f'        until ls "{journals}"/*.json >/dev/null 2>&1; do sleep 0.05; done\n'
+            f'        shift 2\n        set -- write {DEAD} "$@"\n    fi ;;\nesac\n{rest}')
+
+    def test_a_printer_that_fails_stops_the_line_and_leaves_none_in_the_middle_of_its_change(self):
+        self.targets = self.start(12, "--delay", "200").targets
+        self.list_printers()
+        self.fail_in_the_middle(self.targets[9])
+        done = self.run_recipe("write", "bash", "-o", "pipefail")
+        self.assertNotEqual(done.returncode, 0)
+        listed = self.run_command("varden", "recover", "--json")
+        self.assertEqual(json.loads(listed.stdout)["journals"], [])
+        ends = [each["end"] for each in self.json_of("changed.json")]
+        self.assertEqual(sorted(ends), ["changed"] * 9 + ["not-begun"], "the last two are not begun any more")
+
+        done = self.run_recipe("write", "bash", "-o", "pipefail")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        left = {each["target"]: each["end"] for each in self.json_of("changed.json")}
+        self.assertEqual(left, dict.fromkeys(self.targets[9:], "changed"))
 
 
 if __name__ == "__main__":
