@@ -31,11 +31,11 @@ class WatchTest(FleetTest):
         self.metrics = self.folder / "metrics"
         self.metrics.mkdir()
 
-    def watch(self):
-        return self.run_command(SCRIPTS / "watch-printers", str(self.list), str(self.metrics), "8")
+    def watch(self, printers=None):
+        return self.run_command(SCRIPTS / "watch-printers", str(printers or self.list), str(self.metrics), "8")
 
     def text_of(self, target):
-        return (self.metrics / f"varden-hall-{re.sub('[:/]', '_', target)}.prom").read_text()
+        return (self.metrics / f"varden-hall@{re.sub('[:/]', '_', target)}.prom").read_text()
 
     def test_each_printer_has_a_file_with_its_status(self):
         targets = self.start(5, "--faulty", "2", "--status", "11").targets
@@ -59,14 +59,32 @@ class WatchTest(FleetTest):
 
     def test_of_a_printer_that_left_the_list_no_file_stays(self):
         targets = self.start(2).targets
-        other = self.metrics / "varden-yard-lan_127.0.0.1_9.prom"
+        other = self.metrics / "varden-yard@lan_127.0.0.1_9.prom"
         other.write_text("another list's\n")
         self.write_list(targets)
         self.watch()
         self.write_list(targets[1:])
         self.watch()
         self.assertEqual(sorted(self.metrics.iterdir()),
-                         sorted([other, self.metrics / f"varden-hall-{targets[1].replace(':', '_')}.prom"]))
+                         sorted([other, self.metrics / f"varden-hall@{targets[1].replace(':', '_')}.prom"]))
+
+    def test_a_list_leaves_those_alone_whose_names_begin_as_its_own(self):
+        targets = self.start(2).targets
+        self.write_list(targets[:1])
+        other = self.folder / "hall-3.printers"
+        other.write_text(targets[1] + "\n")
+        self.assertEqual(self.watch(other).returncode, 0)
+        kept = list(self.metrics.iterdir())
+        self.assertEqual(self.watch().returncode, 0)
+        self.assertEqual(len(kept), 1)
+        self.assertLess(set(kept), set(self.metrics.iterdir()))
+
+    def test_a_list_whose_name_has_the_sign_that_ends_names_of_lists_is_refused(self):
+        wrong = self.folder / "hall@3.printers"
+        wrong.write_text("lan:127.0.0.1:1\n")
+        done = self.watch(wrong)
+        self.assertEqual((done.returncode, list(self.metrics.iterdir())), (1, []))
+        self.assertIn("hall@3", done.stderr)
 
     def test_a_list_without_printers_is_a_failure_and_takes_nothing_away(self):
         self.write_list(self.start(1).targets)
