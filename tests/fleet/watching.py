@@ -1,5 +1,6 @@
 """The status of many printers for Prometheus: what the script leaves, the units, the rules, the dashboard."""
 import json
+import pathlib
 import re
 import unittest
 
@@ -157,6 +158,21 @@ class UnitsTest(FleetTest):
         done = self.run_command("systemd-analyze", "verify", "--man=no", *names)
         ours = [line for line in done.stderr.splitlines() if "varden" in line]
         self.assertEqual((done.returncode, ours), (0, []), done.stderr)
+
+    def lines_of(self, unit):
+        text = (SCRIPTS / unit).read_text().replace("%S", "/var/lib").replace("%i", "hall")
+        return [line.split("=", 1) for line in text.splitlines() if "=" in line and line[0] not in "#["]
+
+    def test_each_backup_has_a_folder_that_no_other_user_has(self):
+        """systemd gives a unit's folders, and all below them, to the unit's user."""
+        unit = self.lines_of("varden-backup@.service")
+        self.assertIn(["DynamicUser", "yes"], unit)
+        folders = [folder for key, value in unit if key == "StateDirectory" for folder in value.split()]
+        self.assertEqual([pathlib.PurePath(folder).name for folder in folders], ["hall"])
+        repository = dict(unit)["ExecStart"].split()[-1]
+        self.assertEqual(repository, f"/var/lib/{folders[0]}")
+        self.assertIn(["Environment", f"HOME={repository}"], unit)
+        self.assertIn(f"`{repository.replace('hall', 'NAME')}`", (PROJECT / "docs" / "fleets.md").read_text())
 
 
 if __name__ == "__main__":
