@@ -3,7 +3,7 @@ import json
 import re
 import subprocess
 
-from fleet import SCRIPTS, FleetTest, run_tests
+from fleet import SCRIPTS, FleetTest, recipe, run_tests
 
 
 class BackupTest(FleetTest):
@@ -72,6 +72,17 @@ class BackupTest(FleetTest):
         self.write(targets[0], "--file", str(self.file_of(targets[0])), "--allow-link-change", "--stop-bit-is", "1bit")
         done = self.back_up()
         self.assertEqual((done.returncode, self.git("rev-list", "--count", "HEAD").strip()), (0, "1"))
+
+    def test_the_line_of_the_page_tells_what_was_in_a_repository_of_another_user(self):
+        self.write_list(self.start(1).targets)
+        self.back_up()
+        sudo = self.quick / "sudo"
+        sudo.write_text('#!/bin/sh\nGIT_TEST_ASSUME_DIFFERENT_OWNER=1 exec "$@"\n')
+        sudo.chmod(0o755)
+        line = recipe("history").replace("/var/lib/varden-backup/hall", str(self.repository))
+        self.assertIn(str(self.repository), line)
+        done = self.run_command("sh", "-c", line)
+        self.assertIn("1 changed, 0 not read", done.stdout, done.stderr)
 
 
 if __name__ == "__main__":

@@ -1,6 +1,7 @@
 """A fleet of simulated printers, and the folders that a test of it needs."""
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -14,6 +15,12 @@ SCRIPTS = PROJECT / "contrib" / "fleet"
 def run_tests():
     """The tests of the program that was started, without its two arguments."""
     unittest.main(argv=sys.argv[:1], verbosity=2)
+
+
+def recipe(name):
+    """Lines of the page, as they stand there."""
+    page = (PROJECT / "docs" / "fleets.md").read_text()
+    return re.search(rf"<!-- recipe: {name} -->\n```sh\n(.*?)```", page, re.DOTALL).group(1)
 
 
 class Simulator:

@@ -1,15 +1,9 @@
 """The lines of docs/fleets.md, run as they stand there."""
 import json
-import re
 
-from fleet import PROJECT, FleetTest, run_tests
+from fleet import FleetTest, recipe, run_tests
 
 DEAD = "lan:127.0.0.1:1"
-
-
-def recipe(name):
-    page = (PROJECT / "docs" / "fleets.md").read_text()
-    return re.search(rf"<!-- recipe: {name} -->\n```sh\n(.*?)```", page, re.DOTALL).group(1)
 
 
 class RecipeTest(FleetTest):
