@@ -174,6 +174,32 @@ class UnitsTest(FleetTest):
         self.assertIn(["Environment", f"HOME={repository}"], unit)
         self.assertIn(f"`{repository.replace('hall', 'NAME')}`", (PROJECT / "docs" / "fleets.md").read_text())
 
+    def test_a_thousand_printers_that_are_dead_do_not_outlast_the_watch(self):
+        unit = dict(self.lines_of("varden-watch@.service"))
+        at_once = int(unit["Environment"].removeprefix("AT_ONCE="))
+        minutes = int(unit["TimeoutStartSec"].removesuffix("min"))
+        limits = (PROJECT / "jobs" / "CPrinterLimits.h").read_text()
+        longest = sum(float(re.search(rf"{name} = (\d+);", limits).group(1)) for name in ("m_dOpen", "m_dSend", "m_iReply"))
+        self.assertLess(-(-1000 // at_once) * longest, minutes * 60)
+
+    def test_so_many_are_asked_at_once_as_the_unit_or_the_administrator_says(self):
+        unit = self.lines_of("varden-watch@.service")
+        keys = [key for key, _ in unit]
+        self.assertIn(["EnvironmentFile", "-/etc/default/varden-watch"], unit)
+        self.assertLess(keys.index("Environment"), keys.index("EnvironmentFile"), "what comes later counts")
+        self.write_list([f"lan:printer-{number}" for number in range(9)])
+        (self.folder / "at-work").mkdir()
+        (self.quick / "varden").write_text(
+            f'#!/bin/sh\ncd "{self.folder}/at-work" && mkdir $$ && ls | wc -l >>../numbers\nsleep 1\nrmdir $$\n'
+            '>"$4"\n')
+        line = dict(unit)["ExecStart"].replace("/usr/share/varden/fleet", str(SCRIPTS))
+        line = line.replace("/etc/varden/hall.printers", str(self.list)).replace(
+            "/var/lib/prometheus/node-exporter", str(self.folder))
+        done = self.run_command("sh", "-c", "AT_ONCE=3\n" + line)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        numbers = [int(number) for number in (self.folder / "numbers").read_text().split()]
+        self.assertEqual((len(numbers), max(numbers)), (9, 3))
+
 
 if __name__ == "__main__":
     run_tests()
