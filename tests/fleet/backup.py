@@ -64,6 +64,22 @@ class BackupTest(FleetTest):
         self.assertIn("1 changed, 1 not read", message)
         self.assertIn(f"not read: {targets[1]}: ", message)
 
+    def test_an_answer_that_is_none_is_told_and_the_others_are_kept(self):
+        targets = self.start(5).targets
+        self.write_list(targets)
+        varden = self.quick / "varden"
+        first, rest = varden.read_text().split("\n", 1)
+        varden.write_text(
+            f'{first}\ncase "$*" in\n"read {targets[0]} "*) echo "{{half" ; exit ;;\n'
+            f'"read {targets[1]} "*) echo "{{half" ; exit 3 ;;\n"read {targets[2]} "*) exit 0 ;;\n'
+            f'"read {targets[3]} "*) kill -9 $$ ;;\nesac\n{rest}')
+        done = self.back_up()
+        self.assertEqual(done.returncode, 3, done.stderr)
+        self.assertEqual(self.git("log", "-1", "--format=%s").strip(), "1 changed, 4 not read")
+        self.assertEqual([self.file_of(target).exists() for target in targets], [False] * 4 + [True])
+        self.assertRegex((self.repository / "NOT-READ").read_text(),
+                         "".join(f"{target}: \\w.+\n" for target in targets[:4]))
+
     def test_a_kept_file_can_be_written_to_the_printer(self):
         targets = self.start(1).targets
         self.write_list(targets)
