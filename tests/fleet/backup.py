@@ -1,6 +1,7 @@
 """The nightly backup: what changed on which printer, and what becomes of one that is dead."""
 import json
 import re
+import shutil
 import subprocess
 
 from fleet import SCRIPTS, FleetTest, recipe, run_tests
@@ -79,6 +80,42 @@ class BackupTest(FleetTest):
         self.assertEqual([self.file_of(target).exists() for target in targets], [False] * 4 + [True])
         self.assertRegex((self.repository / "NOT-READ").read_text(),
                          "".join(f"{target}: \\w.+\n" for target in targets[:4]))
+
+    def test_a_night_that_was_cut_short_is_told_by_the_next(self):
+        targets = self.start(3).targets
+        self.write_list(targets[:2])
+        self.assertEqual(self.back_up().returncode, 0)
+        was = json.loads(self.file_of(targets[0]).read_text())["settings"]["feed-adj"]
+        self.write(targets[0], "feed-adj=-1.5")
+        self.write_list(targets)
+        git = self.quick / "git"
+        git.write_text('#!/bin/sh\ncase "$*" in\n*" add "* | *" commit "*) exit 1 ;;\nesac\n'
+                       f'exec "{shutil.which("git")}" "$@"\n')
+        git.chmod(0o755)
+        self.assertEqual(self.back_up().returncode, 1)
+        git.unlink()
+
+        self.assertEqual(self.back_up().returncode, 0)
+        subject, rest = self.git("log", "-1", "--format=%B").strip().split("\n\n")
+        self.assertEqual(subject, "2 changed, 0 not read")
+        for told in (f"{targets[0]}:\n  feed-adj: {was} -> -1.5", f"{targets[2]}: new"):
+            self.assertIn(told, rest)
+        self.assertEqual(self.git("status", "--porcelain"), "")
+
+    def test_files_that_somebody_removed_or_spoiled_are_told_too(self):
+        targets = self.start(2).targets
+        self.write_list(targets)
+        self.assertEqual(self.back_up().returncode, 0)
+        self.file_of(targets[0]).write_text("{half")
+        self.git("-c", "user.name=one", "-c", "user.email=one@localhost", "commit", "-qam", "Spoiled")
+        self.file_of(targets[1]).unlink()
+        self.write_list(targets[:1])
+        done = self.back_up()
+        self.assertEqual(done.returncode, 0, done.stderr)
+        message = self.git("log", "-1", "--format=%B")
+        self.assertIn("2 changed, 0 not read", message)
+        self.assertIn(f"{targets[0]}:\n  was no backup\n", message)
+        self.assertIn(f"{self.file_of(targets[1]).name}: removed\n", message)
 
     def test_a_kept_file_can_be_written_to_the_printer(self):
         targets = self.start(1).targets
