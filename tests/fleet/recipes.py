@@ -12,7 +12,7 @@ class RecipeTest(FleetTest):
         self.targets = self.start(6, "--faulty", "3", "--status", "11").targets
 
     def list_printers(self, *more):
-        self.list.write_text("".join(target + "\n" for target in [*self.targets, *more]))
+        self.write_list([*self.targets, *more])
 
     def run_recipe(self, name, *shell):
         return self.run_command(*(shell or ("sh",)), "-c", recipe(name))
@@ -39,6 +39,14 @@ class RecipeTest(FleetTest):
 
     def test_xargs_joins_all_reads_into_one_file(self):
         self.check_reads("xargs")
+
+    def test_a_printer_that_left_the_list_or_has_no_name_of_a_file_is_read_by_xargs_as_the_list_says(self):
+        self.list_printers()
+        self.run_recipe("xargs")
+        line = "com:/dev/no-such-line"
+        self.write_list([*self.targets[1:], line])
+        self.run_recipe("xargs")
+        self.assertEqual({each["target"] for each in self.json_of("fleet.json")}, {*self.targets[1:], line})
 
     def test_the_table_of_statuses_has_a_line_for_each_printer(self):
         self.list_printers(DEAD)
