@@ -65,6 +65,13 @@ class BackupTest(FleetTest):
         self.assertIn("1 changed, 1 not read", message)
         self.assertIn(f"not read: {targets[1]}: ", message)
 
+    def test_a_printer_that_is_not_there_is_told_in_the_words_there_are(self):
+        self.write_list(["lan:127.0.0.1:1", "com:/dev/no-such-line"])
+        self.assertEqual(self.back_up().returncode, 3)
+        self.assertEqual((self.repository / "NOT-READ").read_text(),
+                         "lan:127.0.0.1:1: Cannot reach lan:127.0.0.1:1: nothing listens at that port\n"
+                         "com:/dev/no-such-line: There is no /dev/no-such-line\n")
+
     def test_an_answer_that_is_none_is_told_and_the_others_are_kept(self):
         targets = self.start(5).targets
         self.write_list(targets)

@@ -47,11 +47,14 @@ class RecipeTest(FleetTest):
         self.write_list([*self.targets[1:], line])
         self.run_recipe("xargs")
         self.assertEqual({each["target"] for each in self.json_of("fleet.json")}, {*self.targets[1:], line})
+        self.assertEqual(self.run_recipe("unreachable").stdout, f"{line}: There is no /dev/no-such-line\n")
 
     def test_the_table_of_statuses_has_a_line_for_each_printer(self):
-        self.list_printers(DEAD)
+        usb = "usb:no-such-number"
+        self.list_printers(DEAD, usb)
         rows = dict(line.split("\t", 1) for line in self.run_recipe("status").stdout.splitlines())
-        self.assertEqual(set(rows), {*self.targets, DEAD})
+        self.assertEqual(set(rows), {*self.targets, DEAD, usb})
+        self.assertRegex(rows[usb], r"^\t\w")
         self.assertEqual(rows[self.targets[0]], "00\tON LINE")
         self.assertEqual(rows[self.targets[2]], "11\tPaper JAM")
 
