@@ -142,6 +142,17 @@ class ShippedFilesTest(unittest.TestCase):
         self.assertEqual(harmless, {"40" if code == "NoTextCode" else code.strip('"')
                                     for code, error in rows if not error})
 
+    def test_the_alarm_that_nobody_looks_is_about_our_files_with_and_without_their_folder(self):
+        rules = yaml.safe_load((SCRIPTS / "varden-alerts.yml").read_text())["groups"][0]["rules"]
+        expression = next(rule["expr"] for rule in rules if rule["alert"] == "VardenWatchStopped")
+        # Prometheus holds a pattern against the whole of a label.
+        pattern = re.compile(re.search(r'file=~"([^"]*)"', expression).group(1))
+        ours = "varden-hall@lan_192.168.10.20.prom"
+        for file in (ours, f"/var/lib/prometheus/node-exporter/{ours}"):
+            self.assertTrue(pattern.fullmatch(file), file)
+        for file in ("smartmon.prom", "/var/lib/prometheus/node-exporter/smartmon.prom", "no-varden-x.prom"):
+            self.assertFalse(pattern.fullmatch(file), file)
+
 
 class UnitsTest(FleetTest):
     def test_systemd_finds_nothing_wrong_with_the_units(self):
