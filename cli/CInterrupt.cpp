@@ -2,6 +2,7 @@
 
 #include "cli/MExitCode.h"
 
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
@@ -12,6 +13,14 @@
 #endif
 
 namespace {
+
+// What asks the program to end: Ctrl-C; a system or another program that ends it; the terminal that
+// is gone.
+#ifdef _WIN32
+constexpr std::array Signals{SIGINT, SIGTERM};
+#else
+constexpr std::array Signals{SIGINT, SIGTERM, SIGHUP};
+#endif
 
 // A signal handler gets no argument: what it writes must be known to the file.
 std::atomic<const std::string*> g_strLastWords{nullptr};
@@ -53,9 +62,12 @@ void OnInterrupt(int p_iSignal) {
 }  // namespace
 
 CInterrupt::CInterrupt() {
-    // A program in the background of a script does not hear Ctrl-C, and goes on so.
-    if (std::signal(SIGINT, &OnInterrupt) == SIG_IGN) {
-        std::signal(SIGINT, SIG_IGN);
+    // A program in the background of a script does not hear Ctrl-C, one under nohup not that its
+    // terminal is gone, and both go on so.
+    for (const int iSignal : Signals) {
+        if (std::signal(iSignal, &OnInterrupt) == SIG_IGN) {
+            std::signal(iSignal, SIG_IGN);
+        }
     }
 #ifndef _WIN32
     std::signal(SIGALRM, &End);
@@ -63,7 +75,9 @@ CInterrupt::CInterrupt() {
 }
 
 CInterrupt::~CInterrupt() {
-    std::signal(SIGINT, SIG_DFL);
+    for (const int iSignal : Signals) {
+        std::signal(iSignal, SIG_DFL);
+    }
 #ifndef _WIN32
     std::signal(SIGALRM, SIG_DFL);
 #endif

@@ -6,7 +6,8 @@
 
 /// Ctrl-C ends the program at once, with MExitCode::Interrupted: nothing that runs is left undone
 /// half, for a file is written all or nothing. What RunHeld runs has GraceMilliseconds to close its
-/// link. One at a time may exist: signals belong to the process.
+/// link. So does every other way of asking a program to end: SIGTERM, and SIGHUP where there is
+/// one. One at a time may exist: signals belong to the process.
 class CInterrupt : public IInterrupt {
 public:
     /// How long Ctrl-C is held back at most.

@@ -11,7 +11,7 @@ enum Code : int {
     Different = 4,     ///< two sets of settings that were compared differ
     PersonNeeded =
         5,  ///< a printer is not as it was nor as wanted, or nobody knows: see the journal
-    Interrupted = 130  ///< Ctrl-C
+    Interrupted = 130  ///< Ctrl-C, or asked to end in another way
 };
 
 }  // namespace MExitCode

@@ -49,6 +49,36 @@ TEST(CInterrupt, CtrlCEndsTheProgramWithItsOwnCode) {
     EXPECT_EQ(objEnded.m_strOut, "");
 }
 
+// A unit that is stopped, a time-out's end, a terminal that is closed: the link is closed, and what
+// was begun is told.
+TEST(CInterrupt, WhateverAsksTheProgramToEndIsHeardLikeCtrlC) {
+    for (const int iSignal : {SIGTERM, SIGHUP}) {
+        const Ended objEnded = InAProcess([iSignal] {
+            CInterrupt objInterrupt;
+            objInterrupt.SetLastWords("{}\n");
+            objInterrupt.RunHeld([&] {
+                std::raise(iSignal);
+                if (objInterrupt.IsPending()) {
+                    EXPECT_EQ(::write(STDOUT_FILENO, "closed ", 7), 7);
+                }
+            });
+        });
+        ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus)) << iSignal;
+        EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+        EXPECT_EQ(objEnded.m_strOut, "closed {}\n");
+    }
+}
+
+TEST(CInterrupt, AProgramThatOutlivesItsTerminalGoesOn) {
+    const Ended objEnded = InAProcess([] {
+        std::signal(SIGHUP, SIG_IGN);
+        const CInterrupt objInterrupt;
+        std::raise(SIGHUP);
+    });
+    ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), 0);
+}
+
 TEST(CInterrupt, CtrlCPrintsTheLatestLastWords) {
     const Ended objEnded = InAProcess([] {
         CInterrupt objInterrupt;
