@@ -50,7 +50,12 @@ std::string CLineTeller::LanPlace() const {
 void CLineTeller::OnLinkStatus(const CLinkStatus& p_objStatus) {
     const auto iInterface = static_cast<std::size_t>(p_objStatus.m_iInterface);
     if (iInterface < m_objStatus.size()) {
-        m_objStatus[iInterface] = p_objStatus;
+        // Why a port did not open counts more than that a command has found it closed.
+        CLinkStatus& objStatus = m_objStatus[iInterface];
+        const bool bKnown = objStatus.m_iState == State::Failed &&
+                            p_objStatus.m_iState == State::Failed &&
+                            p_objStatus.m_objFailure.m_iKind == Kind::SerialNotOpen;
+        objStatus = bKnown ? objStatus : p_objStatus;
         m_iLanConnections += p_objStatus.m_iInterface == CInterface::LanInterface &&
                                      p_objStatus.m_iState == State::Opening
                                  ? 1

@@ -2,6 +2,13 @@
 
 #include "model/MNumber.h"
 
+namespace {
+
+/// How long a wait may sleep that has no end of its own: whatever it is for wakes it.
+constexpr double LongSeconds = 1;
+
+}  // namespace
+
 CLanLink::CLanLink(ITcpClient& p_objSocket, const CInterface& p_objInterface,
                    CAnswerRouter& p_objRouter, CLinkState& p_objState, CBusy& p_objBusy,
                    CWaiter& p_objWaiter, ISessionEvents& p_objEvents)
@@ -36,7 +43,7 @@ bool CLanLink::Open() {
     m_objSocket.Connect();
     const CBusy::Flow objFlow(m_objBusy);
     TellState(CLinkStatus::State::Opening);
-    while (m_objWaiter.Yield() && !m_bStopped) {
+    while (m_objWaiter.YieldFor(LongSeconds) && !m_bStopped) {
         if (m_bHasConnected) {
             return true;
         }
@@ -115,11 +122,12 @@ bool CLanLink::WaitSent() {
         if (m_objState.m_iLinkError == -1) {
             return false;
         }
-        if (objWaited.Elapsed() > m_dSendSeconds) {
+        const double dElapsed = objWaited.Elapsed();
+        if (dElapsed > m_dSendSeconds) {
             Close();  // what is left must not go out when nobody expects it any more
             return false;
         }
-        if (!m_objWaiter.Yield()) {
+        if (!m_objWaiter.YieldFor(m_dSendSeconds - dElapsed)) {
             return false;
         }
     }

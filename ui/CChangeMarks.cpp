@@ -93,6 +93,7 @@ bool CChangeMarks::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {
 void CChangeMarks::ShowMenu(QWidget& p_objField, const QPoint& p_objPlace) {
     QMenu* const objMenu = UsualMenu(p_objField);
     objMenu->setAttribute(Qt::WA_DeleteOnClose);
+    objMenu->setFont(p_objField.font());  // a menu has the system's own
     if (!objMenu->isEmpty()) {
         objMenu->addSeparator();
     }

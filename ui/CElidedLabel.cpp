@@ -47,5 +47,8 @@ void CElidedLabel::TellWhole() {
     if (!isVisible()) {
         return;  // nobody can point at it, and its width is not yet known
     }
-    setToolTip(Elided() == text() ? QString() : text());
+    // A file may be named like markup.
+    const QString strWhole =
+        Qt::mightBeRichText(text()) ? "<p>" + text().toHtmlEscaped() + "</p>" : text();
+    setToolTip(Elided() == text() ? QString() : strWhole);
 }

@@ -1,6 +1,8 @@
 #include "ui/CInterfaceHold.h"
 
-#include <QComboBox>
+#include "ui/CFieldTexts.h"
+#include "ui/CHoldableList.h"
+
 #include <QKeyEvent>
 #include <QPalette>
 
@@ -21,7 +23,7 @@ QPalette Greyed(QPalette p_objPalette) {
 
 }  // namespace
 
-void CInterfaceHold::Watch(QComboBox& p_cmb) {
+void CInterfaceHold::Watch(CHoldableList& p_cmb) {
     m_cmb = &p_cmb;
     p_cmb.installEventFilter(this);
 }
@@ -31,12 +33,9 @@ void CInterfaceHold::SetHeld(bool p_bHeld) {
         return;
     }
     m_bHeld = p_bHeld;
-    if (p_bHeld) {
-        m_cmb->hidePopup();
-    }
+    m_cmb->SetHeld(p_bHeld);
     m_cmb->setPalette(p_bHeld ? Greyed(m_cmb->palette()) : QPalette());
-    m_cmb->setToolTip(p_bHeld ? Why : "");
-    m_cmb->setAccessibleDescription(m_cmb->toolTip());
+    CFieldTexts::Of(*m_cmb).Set(CFieldTexts::Part::Note, p_bHeld ? Why : "");
 }
 
 bool CInterfaceHold::eventFilter(QObject* p_objWatched, QEvent* p_objEvent) {

@@ -3,13 +3,14 @@
 #include <QObject>
 #include <QPointer>
 
-class QComboBox;
+class CHoldableList;
 
 /// Keeps a person from choosing another interface while something runs: what is left of it would
 /// go to the other printer.
 ///
 /// The list stays enabled and keeps the focus, so that nothing jumps; it looks disabled, its
-/// tooltip and its accessible description tell why, and it takes neither keys nor the mouse.
+/// tooltip and its accessible description tell why, and it takes neither keys nor the mouse, nor
+/// does it open for anybody.
 class CInterfaceHold : public QObject {
     Q_OBJECT
 
@@ -17,7 +18,7 @@ public:
     using QObject::QObject;
 
     /// The list to hold, which may go before this does.
-    void Watch(QComboBox& p_cmb);
+    void Watch(CHoldableList& p_cmb);
 
     /// Holds it from now on, or does not any more.
     void SetHeld(bool p_bHeld);
@@ -27,6 +28,6 @@ public:
 private:
     [[nodiscard]] bool Takes(const QEvent& p_objEvent) const;
 
-    QPointer<QComboBox> m_cmb;
+    QPointer<CHoldableList> m_cmb;
     bool m_bHeld = false;
 };

@@ -49,13 +49,17 @@ QPushButton* CPageBuilder::MakeButton(QWidget* p_objParent, const QString& p_str
 
 QComboBox* CPageBuilder::MakeList(QWidget* p_objParent, const QString& p_strName) const {
     auto* const cmb = new QComboBox(p_objParent);
-    cmb->setObjectName(p_strName);
+    Furnish(*cmb, p_strName);
+    return cmb;
+}
+
+void CPageBuilder::Furnish(QComboBox& p_cmb, const QString& p_strName) const {
+    p_cmb.setObjectName(p_strName);
     // Its longest entry fits. It is filled before anything asks for its size: to follow entries
     // that come later the toolkit would make what pops up already now, for every list.
-    cmb->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-    m_objListGuard.Guard(*cmb);
-    TellFrame(*cmb);
-    return cmb;
+    p_cmb.setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    m_objListGuard.Guard(p_cmb);
+    TellFrame(p_cmb);
 }
 
 UCSpinEdit* CPageBuilder::MakeSpinEdit(QWidget* p_objParent, const QString& p_strName) const {

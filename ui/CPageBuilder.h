@@ -31,6 +31,8 @@ public:
     QPushButton* MakeButton(QWidget* p_objParent, const QString& p_strName,
                             const QString& p_strCaption) const;
     QComboBox* MakeList(QWidget* p_objParent, const QString& p_strName) const;
+    /// Makes of a list that somebody has made what MakeList makes.
+    void Furnish(QComboBox& p_cmb, const QString& p_strName) const;
     UCSpinEdit* MakeSpinEdit(QWidget* p_objParent, const QString& p_strName) const;
     QLineEdit* MakeTextBox(QWidget* p_objParent, const QString& p_strName) const;
 

@@ -46,7 +46,8 @@ void CPageKeys::AddTabKeys() {
     for (int i = 0; i < m_objTabs.count(); ++i) {
         const QString strKey = QStringLiteral("Alt+%1").arg(i + 1);
         Add(strKey, [i] { return i; });
-        m_objTabs.setTabToolTip(i, ShownKey(strKey));
+        m_objTabs.setTabToolTip(i, ShownKey(strKey) + "; the next page: " + ShownKey("Ctrl+Tab") +
+                                       ", " + ShownKey("Ctrl+PgDown"));
     }
 }
 

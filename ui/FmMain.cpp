@@ -5,6 +5,7 @@
 #include "model/MSettings.h"
 #include "platform/qt/MText.h"
 #include "ui/CFootedArea.h"
+#include "ui/CHoldableList.h"
 #include "ui/CPageTeller.h"
 #include "ui/CStatusLine.h"
 #include "ui/CToldPage.h"
@@ -102,7 +103,8 @@ QWidget* FmMain::MakeInterfaceLine() {
     objLayout->setContentsMargins(0, 0, 0, 0);
     QGroupBox* const FrInterface = m_objBuilder.MakeFrame(objLine, "FrInterface", "Interface");
     auto* const objFrameLayout = new QHBoxLayout(FrInterface);
-    m_cmbInterface = m_objBuilder.MakeList(FrInterface, "cmbInterface");
+    m_cmbInterface = new CHoldableList(FrInterface);
+    m_objBuilder.Furnish(*m_cmbInterface, "cmbInterface");
     CPageBuilder::NameAfter(*m_cmbInterface, "Interface");
     m_objInterfaceHold.Watch(*m_cmbInterface);
     objFrameLayout->addWidget(m_cmbInterface);

@@ -26,7 +26,6 @@
 class CPageTeller;
 class CStatusLine;
 class CToldPage;
-class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
@@ -98,7 +97,7 @@ private:
     CPressGuard m_objPressGuard;
     CPageBuilder m_objBuilder;
 
-    QComboBox* m_cmbInterface = nullptr;
+    CHoldableList* m_cmbInterface = nullptr;
     QPushButton* m_btnSetup = nullptr;
     QLabel* m_lblStatus = nullptr;
     QTabWidget* m_objTabs = nullptr;

@@ -99,6 +99,14 @@ TEST_F(CLanLinkTest, APrinterThatClosesRightBehindItsConnectEndsTheOpening) {
     EXPECT_EQ(m_strError, SendError);
 }
 
+// What it waits for wakes it: to look at the clock again and again would be for nothing.
+TEST_F(CLanLinkTest, TheWaitForAConnectionSleeps) {
+    double dAsked = 0;
+    m_objEventLoop.AtNextYield([&] { dAsked = m_objEventLoop.Asked(); });
+    EXPECT_TRUE(m_objLanLink.Open());
+    EXPECT_DOUBLE_EQ(dAsked, 1);
+}
+
 TEST_F(CLanLinkTest, AnEarlierConnectionDoesNotStandForTheNext) {
     Connect();
     m_objSocket.m_iConnectResult = ConnectResult::Never;

@@ -184,6 +184,7 @@ TEST_F(FmMainFieldTextsTest, TheUsualEntriesAreThereBesideIt) {
         m_objWindow.BringToFront(strName);
         QMenu* const objMenu = Menu(strName);
         ASSERT_NE(objMenu, nullptr);
+        EXPECT_EQ(objMenu->font().family(), m_objWindow.Form().font().family());
         for (const QString& strEntry : strEntries) {
             EXPECT_NE(Entry(*objMenu, strEntry), nullptr) << strEntry.toStdString();
         }

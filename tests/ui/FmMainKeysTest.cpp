@@ -153,7 +153,8 @@ TEST_F(FmMainKeysTest, NoButtonThatSendsHasAKey) {
 
 TEST_F(FmMainKeysTest, TheTabsTellTheirKeys) {
     for (int i = 0; i < Tabs().count(); ++i) {
-        EXPECT_EQ(Tabs().tabToolTip(i), QString("Alt+%1").arg(i + 1));
+        EXPECT_EQ(Tabs().tabToolTip(i),
+                  QString("Alt+%1; the next page: Ctrl+Tab, Ctrl+PgDown").arg(i + 1));
     }
 }
 

@@ -155,4 +155,36 @@ TEST_F(FmMainSetupTest, APrinterThatIsNotOnUsbIsToldWhenTheDialogIsGone) {
     EXPECT_EQ(m_objWindow.DisabledButtons(), QStringList());
 }
 
+/// One serial port: what the second entry of the list stands for.
+class COnePort : public ISerialPortLister {
+public:
+    std::vector<CSerialPortEntry> SerialPorts() override {
+        CSerialPortEntry objEntry;
+        objEntry.m_strDevice = "/dev/ttyUSB1";
+        objEntry.m_iComNumbers = {2};
+        objEntry.m_strDescription = "FTDI adapter";
+        return {objEntry};
+    }
+};
+
+TEST_F(FmMainSetupTest, ItsPortsTellWhichDevicesTheyAre) {
+    COnePort objPorts;
+    CMainWindow objWindow(
+        {{m_objEventLoop, m_objClock, m_objNetwork, m_objSerialPort, m_objUsbLibrary},
+         {m_objBoxes, m_objFileDialog, m_objFileStore, QDir::tempPath().toStdString()},
+         &objPorts});
+    ASSERT_TRUE(objWindow.Open());
+    QStringList strTold;
+    const CModalAnswer objAnswer("FmInterfaceSetup", [&](QWidget& p_objDialog) {
+        const auto& cmbComPort = *p_objDialog.findChild<QComboBox*>("cmbComPort");
+        for (const int iEntry : {0, 1}) {
+            strTold << cmbComPort.itemData(iEntry, Qt::ToolTipRole).toString();
+        }
+        QTest::mouseClick(p_objDialog.findChild<QPushButton*>("btnCancel"), Qt::LeftButton);
+    });
+    objWindow.Click("btnSetup");
+    ASSERT_TRUE(objAnswer.Done());
+    EXPECT_EQ(strTold, (QStringList{"no such port", "/dev/ttyUSB1: FTDI adapter"}));
+}
+
 }  // namespace

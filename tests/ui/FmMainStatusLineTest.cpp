@@ -107,6 +107,18 @@ TEST_F(FmMainStatusLinkTest, OfAPortThatIsClosedWhenSomethingIsSent) {
     EXPECT_EQ(Link(), "COM1 closed");
 }
 
+TEST_F(FmMainStatusLinkTest, WhyAPortDidNotOpenStaysUntilItIsOpenedAgain) {
+    m_objPort.m_iOpenResult = ENOENT;
+    SetUpLink();
+    for (const char* const strButton : {"btnRead", "btnGetStatus"}) {
+        m_objWindow.Click(strButton);
+        EXPECT_EQ(Link(), "COM1: no such port") << strButton;
+    }
+    m_objPort.m_iOpenResult = 0;
+    SetUpLink();
+    EXPECT_EQ(Link(), "COM1 9600,E,8,1 open");
+}
+
 TEST_F(FmMainStatusLinkTest, TheSerialPortIsTheOneOfSetup) {
     const CModalAnswer objAnswer("FmInterfaceSetup", [](QWidget& p_objDialog) {
         p_objDialog.findChild<QComboBox*>("cmbComPort")->setCurrentIndex(2);
