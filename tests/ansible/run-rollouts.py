@@ -186,6 +186,50 @@ def test_stops(bench):
     expect("printers that were not begun", run.results()["not-begun"], second[:-1] + rest)
 
 
+def test_lost(bench):
+    """Printers that fail outside of what is done to them are faults like others: one is without a variable."""
+    fleet = bench.printers("some", max(min(bench.number, 10), 7))
+    before, names = fleet.held(), fleet.names
+    asked = bench.variables(varden_rollout_settings={"feed-adj": "{{ feed }}"}, varden_rollout_serial=[1, 2, "100%"])
+
+    def hosts(without, **instead):
+        return {name: dict(each, **(instead if name == without else {"feed": "1.0"}))
+                for name, each in fleet.inventory().items()}
+
+    # The canary: of its batch nobody is left.
+    run = bench.play(ROLLOUT, hosts(names[0]), asked)
+    ends_with(run, 2)
+    expect("summary", run.results(), {"failed": names[:1], "not-begun": names[1:]})
+    # Of the second batch: of that nothing is changed.
+    run = bench.play(ROLLOUT, hosts(names[2]), asked)
+    ends_with(run, 2)
+    expect("summary", run.results(), {"changed": names[:1], "failed": [names[2]],
+                                      "not-begun": [names[1]] + names[3:]})
+    expect("told", "what Ansible has printed" in run.summary()[names[2]]["message"], True)
+    # What the step itself cannot do is told by it; the change fails where the word is no word.
+    for instead, begun in (({"varden_target": "lan:\0", "feed": 1.0}, []), ({"feed": "\0"}, names[1:2])):
+        bench.forks = 1
+        run = bench.play(ROLLOUT, hosts(names[2], **instead), asked)
+        ends_with(run, 2)
+        rest = [name for name in names[1:] if name not in [names[2]] + begun]
+        expect("summary", {result: each for result, each in run.results().items() if result != "changed"},
+               {"unchanged": names[:1], "failed": [names[2]], "not-begun": rest})
+        expect("cause", "Cannot run" in run.summary()[names[2]]["message"], True)
+    held = fleet.held()
+    expect("changed", [name for name in names if held[name] != before[name]], names[:2])
+
+
+def test_timeout(bench):
+    """Ansible's own limit ends a task in the middle of a change: a person is needed, as far as is known."""
+    fleet = bench.printers("cut", 2, "--power-cut", str(bytes_to_first_change(bench)), "--power-back", "never")
+    bench.environment["ANSIBLE_TASK_TIMEOUT"] = "6"
+    run = bench.play(ROLLOUT, fleet.inventory(), variables(bench, varden_reach=12))
+    ends_with(run, 2)
+    expect("summary", run.results(), {"person-needed": fleet.names[:1], "not-begun": fleet.names[1:]})
+    expect("way out", "varden recover" in run.summary()[fleet.names[0]]["message"], True)
+    wait_for(lambda: not bench.varden_processes(), "the end of what was under way")
+
+
 def test_moves(bench):
     """Printers that are sent to other addresses are found there by the runs after that, and brought back."""
     fleet = bench.printers("moving", min(bench.number, 5), "--moves", "at-once")

@@ -32,6 +32,29 @@ class ActionModule(PrinterAction):
         self._run = records.run_id()
         return super().run(tmp, task_vars)
 
+    def attempt(self):
+        self._folder = self._record = None
+        try:
+            return super().attempt()
+        except Exception as error:  # pylint: disable=broad-except
+            return self._failed_on(error)
+
+    def _failed_on(self, error):
+        """A fault like any other, so that it counts; as much of it is kept as can be."""
+        args = self._task.args
+        result = {"changed": False, "failed": True, "msg": str(error)}
+        if self._record and self._record.get("result") == "begun" and not isinstance(error, (varden.CannotRun, AnsibleError)):
+            result["person_needed"] = True  # nobody knows how far it has come
+        try:
+            self._folder = self._folder or records.Folder(str(args["folder"]), self.check_mode())
+            self._folder.tell_fault(self._run, self.host())
+            if self._record is None:
+                self._record = dict(records.Folder(self._folder.folder, False).read(self.host()), run=self._run)
+            self._keep({"title": str(args.get("title") or "Rollout")}, result, "failed")
+        except (OSError, ValueError, KeyError) as second:
+            result["msg"] += "; and this could not be kept: %s" % second
+        return result
+
     def do(self, args):
         self._folder = records.Folder(args["folder"], self.check_mode())
         self._record = records.Folder(args["folder"], False).read(self.host())
@@ -42,13 +65,7 @@ class ActionModule(PrinterAction):
             self._record["target"] = args["target"]
         self._found = dict(self._record)
         self._record["run"] = self._run
-        try:
-            return getattr(self, "_" + args["step"])(args)
-        except (varden.CannotRun, AnsibleError) as error:
-            # A fault like any other, so that it counts.
-            result = {"changed": False, "failed": True, "msg": str(error)}
-            self._keep(args, result, "failed")
-            return result
+        return getattr(self, "_" + args["step"])(args)
 
     def _prepare(self, args):
         backup = self._folder.backup(self.host())
@@ -64,7 +81,8 @@ class ActionModule(PrinterAction):
     def _change(self, args):
         if self._found.get("run") == self._run and self._found.get("result") in records.FAULTS:
             return self._fail_as_found(args)
-        if not self.check_mode() and self._folder.faults(self._run) > args["faults_allowed"]:
+        faulty = self._folder.faulty(self._run) | records.lost_hosts(self._vars)
+        if not self.check_mode() and len(faulty) > args["faults_allowed"]:
             return {"changed": False, "skipped": True, "skip_reason": "the rollout has stopped"}
         if args.get("file"):
             args["file"] = self._find_needle("files", args["file"])
@@ -152,4 +170,4 @@ class ActionModule(PrinterAction):
 
     def _summarise(self, args):
         """Who has failed may be the last of his batch, and nobody be left to write the summary."""
-        summary.write(self._folder, self._vars["ansible_play_hosts_all"], self._run, args["title"])
+        summary.write(self._folder, self._vars, self._run, args["title"], False)

@@ -24,7 +24,7 @@ class ActionModule(ActionBase):
         args = self.validate_argument_spec(argument_spec=self.SPEC)[1]
         folder = records.Folder(args["folder"], bool(self._task.check_mode))
         try:
-            rows = summary.write(folder, task_vars["ansible_play_hosts_all"], run_id, args["title"])
+            rows = summary.write(folder, task_vars, run_id, args["title"], True)
         except OSError as error:
             raise AnsibleActionFail("Cannot keep the summary: %s" % error)
         faults = [row["printer"] for row in rows if row["result"] in records.FAULTS]

@@ -9,6 +9,8 @@ short_description: Writes the summary of a rollout
 version_added: 2.3.0
 description:
   - Of all printers of the play; those that the run has not come to are there as not begun.
+  - A printer that Ansible goes on without counts as failed, whatever task of the play has failed; one whose task has
+    ended in the middle of its change needs a person.
   - Writes C(summary.csv) and C(summary.html) into the rollout's folder, and counts the printers that the run has failed
     on, unreachable ones as well. Asks no printer.
 options:

@@ -39,6 +39,17 @@ class PrinterAction(ActionBase):
     def run(self, tmp=None, task_vars=None):
         self._vars = task_vars or {}
         result = super().run(tmp, self._vars)
+        try:
+            result.update(self.attempt())
+        except varden.CannotRun as error:
+            result.update(failed=True, msg=str(error))
+        return result
+
+    def attempt(self):
+        """All that can fail of a task."""
+        return self.do(self._arguments())
+
+    def _arguments(self):
         args = self.validate_argument_spec(argument_spec=dict(COMMON, **self.SPEC))[1]
         for name, variable in VARIABLES.items():
             if name in self.SPEC or name in COMMON:
@@ -46,11 +57,7 @@ class PrinterAction(ActionBase):
                     args[name] = self._variable(variable)
         args["target"] = args.get("target") or self._target()
         args["executable"] = args["executable"] or "varden"
-        try:
-            result.update(self.do(args))
-        except varden.CannotRun as error:
-            result.update(failed=True, msg=str(error))
-        return result
+        return args
 
     def do(self, args):
         """The task's own part: takes complete arguments and returns a result."""

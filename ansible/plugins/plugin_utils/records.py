@@ -19,6 +19,11 @@ OK = ("changed", "unchanged", "would-change", "taken-back", "not-touched")
 FAULTS = ("unreachable", "failed", "person-needed")
 
 
+def lost_hosts(task_vars):
+    """The hosts of the play that Ansible goes on without, whatever task has failed or found them unreachable."""
+    return set(task_vars["ansible_play_hosts_all"]) - set(task_vars["ansible_play_hosts"])
+
+
 def now():
     return time.strftime("%Y-%m-%dT%H:%M:%SZ", time.gmtime())
 
@@ -86,10 +91,11 @@ class Folder:
         with open(os.path.join(self.base, "faults"), "a", encoding="utf-8") as file:
             file.write("%s %s\n" % (run, host))
 
-    def faults(self, run):
-        """How many printers this run has failed on."""
+    def faulty(self, run):
+        """The printers that this run has failed on."""
         try:
             with open(os.path.join(self.base, "faults"), encoding="utf-8") as file:
-                return sum(line.startswith(run + " ") for line in file)
+                lines = (line.rstrip("\n").partition(" ") for line in file)
+                return {host for number, _, host in lines if number == run}
         except FileNotFoundError:
-            return 0
+            return set()

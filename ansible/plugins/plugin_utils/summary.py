@@ -48,6 +48,17 @@ def row(host, record, run, backup):
     }
 
 
+def _with_fault(entry, over):
+    """The row of a printer that Ansible goes on without, or that nobody works on any more."""
+    if entry["result"] == "begun" and over:
+        entry.update(result="person-needed", message="its task has ended in the middle of the change; "
+                     "varden recover tells how it stands")
+    elif entry["result"] not in records.FAULTS + ("begun",):
+        entry.update(result="failed", message="a task has failed that has told nothing here; what Ansible has "
+                     "printed tells why")
+    return entry
+
+
 def line(entry):
     """One line for a terminal."""
     text = "%s: %s" % (entry["printer"], WORDS[entry["result"]])
@@ -90,13 +101,15 @@ def as_html(rows, title):
             % (escape(title), STYLE, escape(title), len(rows), numbers, records.now(), head, body))
 
 
-def write(folder, hosts, run, title):
-    """Writes both files from the records as they are now; the rows."""
+def write(folder, task_vars, run, title, over):
+    """Writes both files from the records as they are now; the rows. It is over when no printer is under way."""
+    lost = records.lost_hosts(task_vars)
     with folder.locked():
         rows = []
-        for host in hosts:
+        for host in task_vars["ansible_play_hosts_all"]:
             backup = folder.backup(host)
-            rows.append(row(host, folder.read(host), run, backup if os.path.exists(backup) else ""))
+            entry = row(host, folder.read(host), run, backup if os.path.exists(backup) else "")
+            rows.append(_with_fault(entry, over) if host in lost or entry["result"] == "begun" else entry)
         records.write_whole(folder.summary("csv"), as_csv(rows))
         records.write_whole(folder.summary("html"), as_html(rows, title))
     return rows

@@ -88,7 +88,7 @@ def run(executable, command, options, words=()):
     try:
         process = subprocess.Popen(line, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                    stderr=subprocess.PIPE, start_new_session=True)
-    except OSError as error:
+    except (OSError, ValueError) as error:  # of the words, one may hold what no word can
         raise CannotRun("Cannot run %s: %s; varden_executable names it" % (executable, error))
     out, err = process.communicate()
     try:
