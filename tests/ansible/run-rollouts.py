@@ -7,6 +7,7 @@ holds, and what it was sent, is asked of the printers themselves.
 
 import argparse
 import inspect
+import json
 import os
 import signal
 import subprocess
@@ -16,7 +17,7 @@ import time
 sys.dont_write_bytecode = True  # among the sources
 
 # pylint: disable=wrong-import-position
-from fleet import Bench, Wrong, expect, wait_for
+from fleet import PORT, Bench, Wrong, expect, wait_for
 
 ROLLOUT, ROLLBACK = "varden.printer.rollout", "varden.printer.rollback"
 # zero-code travels in a command of its own with the stop bit, feed-adj in another.
@@ -90,6 +91,52 @@ def test_changes(bench):
     expect("recap of the way back", run.recap, {name: (1, 0, 0) for name in fleet.names})
     expect("taken back", fleet.held(), before)
     expect("summary of the way back", run.results(), {"taken-back": fleet.names})
+
+
+def set_by_hand(bench, fleet, index, *words):
+    bench.tool(os.path.join(bench.programs, "varden"), "write", f"lan:{fleet.address(index)}:{PORT}", *words,
+               "--pause=0", "--state=" + bench.state)
+
+
+def test_people(bench):
+    """What people set on printers that the rollout has not changed, the way back leaves alone."""
+    fleet = bench.printers("some", 3, "--faulty", "3", "--refuse", "{Z2")
+    hosts = fleet.inventory()
+    sound = {name: hosts[name] for name in fleet.names[:2]}
+    set_by_hand(bench, fleet, 0, "feed-adj=-1.5")
+    asked = bench.variables(varden_rollout_settings={"feed-adj": -1.5, "cut-adj": 1.0})
+
+    # A file with a value that no printer takes: nothing is sent, nothing touched.
+    with open(bench.folder + "/wrong.json", "w", encoding="utf-8") as file:
+        json.dump({"varden": 1, "settings": {"feed-adj": 99}}, file)
+    run = bench.play(ROLLOUT, sound, bench.variables(varden_rollout_file=bench.folder + "/wrong.json"))
+    ends_with(run, 2)
+    set_by_hand(bench, fleet, 0, "back-adj=2")
+    mine = fleet.held()
+    run = bench.play(ROLLBACK, sound, asked)
+    ends_with(run, 0)
+    expect("after a wrong file", run.results(), {"not-touched": fleet.names[:2]})
+    expect("set by hand", fleet.held(), mine)
+
+    # One printer has half of it already, one refuses: of these the way back takes what was changed.
+    run = bench.play(ROLLOUT, hosts, asked)
+    expect("summary", run.results(), {"changed": fleet.names[:2], "failed": fleet.names[2:]})
+    for index in (0, 1):
+        set_by_hand(bench, fleet, index, "feed-adj=0.7")
+    run = bench.play(ROLLBACK, hosts, asked)
+    ends_with(run, 0)
+    expect("summary of the way back", run.results(), {"taken-back": fleet.names[:2], "not-touched": fleet.names[2:]})
+    expect("settings", [run.summary()[name]["settings"] for name in fleet.names[:2]],
+           ["cut-adj: 1.0 -> 0.0", "feed-adj: 0.7 -> 0.0; cut-adj: 1.0 -> 0.0"])
+
+    # As wanted already, and set by hand afterwards.
+    asked = bench.variables(varden_rollout_settings={"back-adj": 2})
+    ends_with(bench.play(ROLLOUT, {fleet.names[0]: hosts[fleet.names[0]]}, asked), 0)
+    set_by_hand(bench, fleet, 0, "back-adj=3")
+    mine = fleet.held()
+    run = bench.play(ROLLBACK, {fleet.names[0]: hosts[fleet.names[0]]}, asked)
+    expect("summary of the way back", run.results()["not-touched"][:1], fleet.names[:1])
+    expect("set by hand", fleet.held(), mine)
 
 
 def bytes_to_first_change(bench):

@@ -43,8 +43,11 @@ class ActionModule(PrinterAction):
         """A fault like any other, so that it counts; as much of it is kept as can be."""
         args = self._task.args
         result = {"changed": False, "failed": True, "msg": str(error)}
-        if self._record and self._record.get("result") == "begun" and not isinstance(error, (varden.CannotRun, AnsibleError)):
-            result["person_needed"] = True  # nobody knows how far it has come
+        if self._record and self._record.get("result") == "begun":
+            if isinstance(error, (varden.CannotRun, AnsibleError)):
+                self._leave_as_found()
+            else:
+                result["person_needed"] = True  # nobody knows how far it has come
         try:
             self._folder = self._folder or records.Folder(str(args["folder"]), self.check_mode())
             self._folder.tell_fault(self._run, self.host())
@@ -89,8 +92,7 @@ class ActionModule(PrinterAction):
         self._begin(args, sorted(args.get("settings") or {}), whole=bool(args.get("file")))
         outcome = change.write(self, args)
         result = change.result_of(outcome, args)
-        if outcome.data.get("results"):
-            self._record.update(names=sorted(set(self._record["names"]) | set(outcome.data["results"])))
+        self._settle(outcome)
         kind = "would-change" if outcome.code == varden.DIFFERS else (
             "changed" if result["changed"] else "unchanged")
         self._keep(args, result, kind, outcome.data)
@@ -135,12 +137,35 @@ class ActionModule(PrinterAction):
 
     def _begin(self, args, names, whole):
         """What may be changed from now on stands in the record before anything is sent."""
-        names = sorted(set(self._record.get("names") or []) | set(names))
-        self._record.update(names=names)
+        self._record.update(names=self._names_with(names))
         if self.check_mode():
             return
         self._record.update(result="begun", touched=True, whole=whole, time=records.now())
         self._folder.write(self.host(), self._record)
+
+    def _settle(self, outcome):
+        """What a way back has to bring back, now that it is known what has come of the change."""
+        results = outcome.data.get("results") or {}
+        done = outcome.code == varden.DONE
+        if change.left_as_it_was(outcome):
+            self._leave_as_found()
+        elif done:
+            self._record["names"] = self._names_with(name for name, each in results.items() if each != "same")
+        else:
+            self._record["names"] = sorted(set(self._record["names"]) | set(results))
+        if self._found.get("whole") and done:
+            self._record["names"] = self._names_with(results)
+        if results:
+            self._record["whole"] = bool(self._found.get("whole")) and not done
+
+    def _leave_as_found(self):
+        for key in ("touched", "whole", "names"):
+            self._record.pop(key, None)
+            if key in self._found:
+                self._record[key] = self._found[key]
+
+    def _names_with(self, names):
+        return sorted(set(self._found.get("names") or []) | set(names))
 
     def _keep(self, args, result, kind, data=None):
         record = self._record
@@ -160,8 +185,6 @@ class ActionModule(PrinterAction):
                                    **{name: data["after"][name] for name in names})
         if kind == "changed":
             record["changed_at"] = record["time"]
-        if kind in ("changed", "unchanged"):
-            record["whole"] = False
         if result.get("moved_to"):
             record["moved_to"] = result["moved_to"]
         self._folder.write(self.host(), record)

@@ -14,7 +14,7 @@ options:
   step:
     description:
       - C(prepare) backs the printer up, unless it was touched by this rollout already; C(change) changes it; C(back)
-        brings back what the backup holds of the settings that the rollout has named.
+        brings back what the backup holds of the settings that the rollout has changed.
       - C(prepare) is given what C(change) is given, so that a printer that lacks a variable fails before any of its batch
         is changed.
       - A printer on which C(prepare) has failed fails in C(change), so that all of a batch are prepared before it is

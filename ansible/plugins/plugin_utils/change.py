@@ -55,6 +55,12 @@ def _stop_bit_is_safe(data, args):
     return sent <= {vouched} or bool(vouched and "stop-bit" in (args.get("settings") or {}))
 
 
+def left_as_it_was(outcome):
+    """Whether the printer holds what it held before varden write."""
+    return outcome.stands or outcome.code in (varden.WRONG, varden.NOT_REACHABLE) or (
+        outcome.data.get("end") in ("unchanged", "not-begun", "undone"))
+
+
 def _text(settings, names):
     return "".join("%s: %s\n" % (name, "(not known)" if settings.get(name) is None else settings[name])
                    for name in names)
