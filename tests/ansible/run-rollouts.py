@@ -304,6 +304,26 @@ def test_moves(bench):
     expect("taken back", fleet.held(), before)
 
 
+def test_cached(bench):
+    """Facts that are kept lead to a printer that has moved, until the inventory says something else."""
+    bench.environment.update(ANSIBLE_CACHE_PLUGIN="jsonfile", ANSIBLE_CACHE_PLUGIN_CONNECTION=bench.folder + "/facts")
+    fleet, other = bench.printers("moving", 1, "--moves", "at-once"), bench.printers("other", 1)
+    name, hosts = fleet.names[0], fleet.inventory()
+    asked = bench.variables(varden_rollout_settings={"ip-address": fleet.address(100)},
+                            varden_rollout_allow_link_change=True)
+    ends_with(bench.play(ROLLOUT, hosts, asked), 0)
+
+    def asked_at(host, *options):
+        words = bench.command("", {name: host}, bench.variables())
+        said = bench.tool("ansible", *words[1:3], name, *words[-2:], "-m", "varden.printer.status", *options)
+        return json.loads(said[said.index("{"):])["target"]
+
+    there = f"lan:{other.address(0)}:{PORT}"
+    expect("as it was named", asked_at(hosts[name]), f"lan:{fleet.address(100)}:{PORT}")
+    expect("named by the task", asked_at(hosts[name], "-a", "target=" + there), there)
+    expect("another inventory", asked_at({"varden_target": there}), there)
+
+
 def kill_in_the_middle(bench, hosts, fleet, number, also_varden):
     """Ends a rollout by force when so many printers were sent something, and what it leaves running."""
     process = subprocess.Popen(  # pylint: disable=consider-using-with

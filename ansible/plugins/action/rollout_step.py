@@ -61,14 +61,21 @@ class ActionModule(PrinterAction):
     def do(self, args):
         self._folder = records.Folder(args["folder"], self.check_mode())
         self._record = records.Folder(args["folder"], False).read(self.host())
-        if self._record.get("moved_to") and self._record.get("target") == args["target"]:
-            args["target"] = self._record["moved_to"]
-        else:
-            self._record.pop("moved_to", None)
-            self._record["target"] = args["target"]
+        self._find_where_it_is(args)
         self._found = dict(self._record)
         self._record["run"] = self._run
         return getattr(self, "_" + args["step"])(args)
+
+    def _find_where_it_is(self, args):
+        """An earlier run may have sent the printer elsewhere; what this one has done is a fact, and counts more."""
+        record, moved_to = self._record, args["target"]
+        if moved_to == args["named"] and record.get("target") == args["named"]:
+            moved_to = record.get("moved_to") or moved_to
+        record.pop("moved_to", None)
+        if moved_to != args["named"]:
+            record["moved_to"] = moved_to
+        record["target"] = args["named"]
+        args["target"] = moved_to
 
     def _prepare(self, args):
         backup = self._folder.backup(self.host())

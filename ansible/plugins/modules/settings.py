@@ -137,7 +137,9 @@ person_needed:
   returned: when the task fails
   type: bool
 ansible_facts:
-  description: C(varden_target), the new name of a printer that has moved.
+  description:
+    - C(varden_moved), with I(from), the printer as it was named, and I(to), where it is now. Tasks that name it as
+      I(from) does ask it at I(to).
   returned: when the printer has moved
   type: dict
 """

@@ -90,5 +90,5 @@ def result_of(outcome, args):
                           "before": _text(result["before"], names),
                           "after": _text(result["after"], names)}
     if data.get("moved_to"):
-        result["ansible_facts"] = {"varden_target": data["moved_to"]}
+        result["ansible_facts"] = {"varden_moved": {"from": args["named"], "to": data["moved_to"]}}
     return result

@@ -55,7 +55,8 @@ class PrinterAction(ActionBase):
             if name in self.SPEC or name in COMMON:
                 if args.get(name) is None:
                     args[name] = self._variable(variable)
-        args["target"] = args.get("target") or self._target()
+        args["named"] = args.get("target") or self._target()
+        args["target"] = self._where_it_is(args["named"])
         args["executable"] = args["executable"] or "varden"
         return args
 
@@ -81,10 +82,16 @@ class PrinterAction(ActionBase):
         value = self._vars.get(name)
         return None if value is None else self._templar.template(value)
 
+    def _where_it_is(self, named):
+        """A printer that was sent elsewhere is there, as long as it is named as it was then.
+
+        Facts may be kept from run to run; an inventory that says something else since counts more.
+        """
+        moved = (self._vars.get("ansible_facts") or {}).get("varden_moved") or {}
+        return moved["to"] if moved.get("from") == named and moved.get("to") else named
+
     def _target(self):
-        # A printer that has moved in this run is where the fact says.
-        facts = self._vars.get("ansible_facts") or {}
-        target = facts.get("varden_target") or self._variable("varden_target")
+        target = self._variable("varden_target")
         if target:
             return str(target)
         host = self._variable("ansible_host") or self.host()
