@@ -139,6 +139,29 @@ def test_people(bench):
     expect("set by hand", fleet.held(), mine)
 
 
+def test_names(bench):
+    """A printer that has two names stops a rollout, and is not changed under the second."""
+    fleet = bench.printers("some", 3)
+    hosts, before = fleet.inventory(), fleet.held()
+    bench.forks = 1  # the second name is the one that comes too late
+    twice = dict(hosts, **{"zz-again": {"varden_target": f"lan:{fleet.address(0)}:{PORT}"}})
+    for parts, share in ((["100%"], 0), ([1, "100%"], 1)):
+        asked = variables(bench, varden_rollout_serial=parts)
+        for more in (("--check",), ()):
+            run = bench.play(ROLLOUT, twice, asked, *more)
+            ends_with(run, 2)
+            expect("cause", "is the printer some-0001 already" in
+                   run.summary(check=bool(more))["zz-again"]["message"], True)
+        expect_asked(fleet, before, fleet.names[:share])
+    # Nor in a run of its own, once it is changed.
+    ends_with(bench.play(ROLLOUT, {"zz-again": twice["zz-again"]}, variables(bench)), 2)
+    run = bench.play(ROLLBACK, twice, variables(bench))
+    expect("taken back", fleet.held(), before)
+    # Then it may have another name.
+    ends_with(bench.play(ROLLOUT, {"zz-again": twice["zz-again"]}, variables(bench)), 0)
+    expect_asked(fleet, before, fleet.names[:1])
+
+
 def bytes_to_first_change(bench):
     """How much a sound printer has received when half of the first command that changes it is there."""
     fleet = bench.printers("probe", 1)

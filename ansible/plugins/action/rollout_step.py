@@ -79,6 +79,10 @@ class ActionModule(PrinterAction):
 
     def _prepare(self, args):
         backup = self._folder.backup(self.host())
+        other = self._folder.claim(records.place_of(args["target"]), self._run, self.host())
+        if other:
+            # Its backup would be of what the rollout has changed already.
+            raise AnsibleActionFail("%s is the printer %s already; a printer has one name" % (args["target"], other))
         if self.check_mode():
             return {"changed": False, "backup": backup}
         # The backup of a rollout that goes on is from before its first change.

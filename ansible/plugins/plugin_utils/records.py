@@ -38,6 +38,14 @@ def run_id():
         return str(number)
 
 
+def place_of(target):
+    """What of a target tells one printer from another."""
+    kind, _, rest = target.partition(":")
+    if kind == "lan":
+        return "lan:" + (rest[:-5] if rest.endswith(":8000") else rest).lower()
+    return "%s:%s" % (kind, rest.partition(",")[0])
+
+
 def write_whole(path, text):
     """A reader sees the file as it was or as it is now."""
     os.makedirs(os.path.dirname(path), exist_ok=True)
@@ -75,6 +83,30 @@ class Folder:
                 return json.load(file)
         except FileNotFoundError:
             return {}
+
+    def claim(self, place, run, host):
+        """Says that the printer at that place is this host; the name of another one that it is already.
+
+        It is another's when this run has met it there, or when the rollout has changed it under that name.
+        """
+        path = os.path.join(self.base, "places", quote(place, safe=""))
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "a+", encoding="utf-8") as file:
+            fcntl.flock(file, fcntl.LOCK_EX)
+            file.seek(0)
+            number, _, name = file.read().rstrip("\n").partition(" ")
+            if name not in ("", host) and self._is_at(name, place, number == run, run):
+                return name
+            file.truncate(0)
+            file.write("%s %s\n" % (run, host))
+        return None
+
+    def _is_at(self, host, place, claimed_now, run):
+        record = Folder(self.folder, False).read(host)
+        here = place_of(record.get("moved_to") or record.get("target") or "") == place
+        if claimed_now:
+            return here or record.get("run") != run  # it may not have written its record yet
+        return here and bool(record.get("touched"))
 
     def write(self, host, record):
         write_whole(self._record(host), json.dumps(record, indent=1, ensure_ascii=False) + "\n")
