@@ -60,6 +60,15 @@ def check_inventories(bench):
         expect(f"targets of {name}", found["label-3"]["varden_target"], "com:/dev/ttyUSB0,9600,E,8,1")
 
 
+def check_sensors(bench):
+    """What the collection takes for measured is what varden reads as such."""
+    listed = json.loads(bench.tool(os.path.join(bench.programs, "varden"), "list", "--json"))["settings"]
+    with open(os.path.join(bench.source, "plugins", "plugin_utils", "saving.py"), encoding="utf-8") as file:
+        names = re.search(r"^SENSORS = \((.*)\)$", file.read(), re.M).group(1)
+    expect("sensors", sorted(re.findall(r'"(.*?)"', names)),
+           sorted(name for name, each in listed.items() if each["read"] == "sensor"))
+
+
 def bytes_to_the_change(bench, name="probe"):
     """How much a printer has received when half of the command that changes its feed is there."""
     probe = bench.printers(name, 1)
@@ -98,6 +107,7 @@ def main():
             installed = install(bench, version)
             check_documentation(bench, installed)
             check_inventories(bench)
+            check_sensors(bench)
             check_actions(bench)
     except Wrong as error:
         print(error)

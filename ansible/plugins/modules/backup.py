@@ -9,7 +9,7 @@ short_description: Keeps the settings of a printer in a file of the controller
 version_added: 2.3.0
 description:
   - Reads a printer and writes its settings into a file, all or nothing. A file that holds the same already stays as it
-    is, and the task has changed nothing.
+    is, and the task has changed nothing. What the printer's sensors measure is kept, and is no difference.
 options:
   dest:
     description:
