@@ -300,6 +300,26 @@ def test_timeout(bench):
     wait_for(lambda: not bench.varden_processes(), "the end of what was under way")
 
 
+def test_places(bench):
+    """Unless told, the collection's playbooks keep a rollout where the command is given, others beside themselves."""
+    fleet = bench.printers("some", 1)
+    asked = variables(bench, varden_rollout_name="autumn")
+    del asked["varden_rollout_folder"]
+    here, mine = os.path.join(bench.folder, "here"), os.path.join(bench.folder, "mine")
+    for place in (here, mine):
+        os.mkdir(place)
+    with open(os.path.join(mine, "play.yml"), "w", encoding="utf-8") as file:
+        json.dump([{"hosts": "printers", "gather_facts": False, "roles": ["varden.printer.rollout"]}], file)
+    bench.environment["PWD"] = here
+    for playbook, place in ((ROLLOUT, here), (os.path.join(mine, "play.yml"), mine)):
+        bench.play(playbook, fleet.inventory(), asked)
+        expect(f"summary of {playbook}", os.path.isfile(place + "/rollouts/autumn/summary.csv"), True)
+    bench.play(ROLLBACK, fleet.inventory(), asked)
+    with open(here + "/rollouts/autumn/summary.html", encoding="utf-8") as file:
+        expect("title", "autumn taken back" in file.read(), True)
+    expect("kept in the collection", os.path.exists(os.path.join(bench.source, "playbooks", "rollouts")), False)
+
+
 def test_moves(bench):
     """Printers that are sent to other addresses are found there by the runs after that, and brought back."""
     fleet = bench.printers("moving", min(bench.number, 5), "--moves", "at-once")
