@@ -23,6 +23,7 @@ ROLLOUT, ROLLBACK = "varden.printer.rollout", "varden.printer.rollback"
 # zero-code travels in a command of its own with the stop bit, feed-adj in another.
 WANTED = {"feed-adj": -1.5, "zero-code": "WITH SLASH"}
 ASKED = {"FeedDirection": "-", "FeedAdjustment": "015", "ZeroStyle": "1"}
+CHANGES = "feed-adj: 0.0 -> -1.5; zero-code: NO SLASH -> WITH SLASH"
 HEADS = ["{Z2;1,", "{Z2;2,"]
 
 
@@ -72,8 +73,7 @@ def test_changes(bench):
     expect_sent_once(fleet)
     expect("recap", run.recap, {name: (1, 0, 0) for name in fleet.names})
     expect("summary", run.results(), {"changed": fleet.names})
-    line = "feed-adj: 0.0 -> -1.5; zero-code: NO SLASH -> WITH SLASH"
-    expect("lines", sum(f'{name}: changed: {line}"' in run.text for name in fleet.names), bench.number)
+    expect("lines", sum(f'{name}: changed: {CHANGES}"' in run.text for name in fleet.names), bench.number)
     with open(os.path.join(bench.rollout, "summary.html"), encoding="utf-8") as file:
         page = file.read()
     expect("rows", page.count('<tr class="changed">'), bench.number)
@@ -91,6 +91,9 @@ def test_changes(bench):
     expect("recap of the way back", run.recap, {name: (1, 0, 0) for name in fleet.names})
     expect("taken back", fleet.held(), before)
     expect("summary of the way back", run.results(), {"taken-back": fleet.names})
+    # And there again: what was changed is told anew.
+    run = bench.play(ROLLOUT, dict(list(hosts.items())[:2]), variables(bench))
+    expect("changes", [row["settings"] for row in run.summary().values()][:2], [CHANGES] * 2)
 
 
 def set_by_hand(bench, fleet, index, *words):
@@ -393,6 +396,10 @@ def ends_well(bench, fleet, before):
     expect_sent_once(fleet)
     expect("all of them", sorted(sum((run.results().get(each, []) for each in ("changed", "unchanged")), [])),
            fleet.names)
+    # Also of those of which the first run could tell nobody any more.
+    told = {tuple(sorted(row["settings"].split("; "))) for row in run.summary().values()}
+    expect("changes", told, {tuple(sorted(CHANGES.split("; ")))})
+    expect("days of the change", all(row["changed_at"] for row in run.summary().values()), True)
 
 
 def test_killed(bench):

@@ -127,7 +127,7 @@ class ActionModule(PrinterAction):
             "taken-back" if result["changed"] else "unchanged")
         if outcome.code == varden.DONE and not self.check_mode():
             self._record.update(touched=False, names=[])
-            for name in ("before", "after", "changed_at"):
+            for name in ("before", "after", "changed_at", "begun_at"):
                 self._record.pop(name, None)
         self._keep(args, result, kind, outcome.data)
         return result
@@ -138,20 +138,26 @@ class ActionModule(PrinterAction):
         if self._record.get("whole"):
             args["file"] = backup  # cut off before it was known what its file names
             return
-        try:
-            with open(backup, encoding="utf-8") as file:
-                settings = json.load(file)["settings"]
-        except (OSError, ValueError, KeyError) as error:
-            raise AnsibleActionFail("%s is no backup: %s" % (backup, error))
+        settings = self._backed_up(backup)
         names = self._record.get("names") or []
         args["settings"] = {name: settings[name] for name in names if name in settings}
+
+    def _backed_up(self, backup):
+        try:
+            with open(backup, encoding="utf-8") as file:
+                return json.load(file)["settings"]
+        except (OSError, ValueError, KeyError) as error:
+            raise AnsibleActionFail("%s is no backup: %s" % (backup, error))
 
     def _begin(self, args, names, whole):
         """What may be changed from now on stands in the record before anything is sent."""
         self._record.update(names=self._names_with(names))
+        if not self._record.get("changed_at"):
+            self._record.update(before={}, after={})  # these were of the way back
         if self.check_mode():
             return
-        self._record.update(result="begun", touched=True, whole=whole, time=records.now())
+        begun_at = self._found.get("begun_at") or records.now()
+        self._record.update(result="begun", touched=True, whole=whole, time=records.now(), begun_at=begun_at)
         self._folder.write(self.host(), self._record)
 
     def _settle(self, outcome):
@@ -166,11 +172,25 @@ class ActionModule(PrinterAction):
             self._record["names"] = sorted(set(self._record["names"]) | set(results))
         if self._found.get("whole") and done:
             self._record["names"] = self._names_with(results)
+        if done:
+            self._tell_of_the_cut_off(outcome.data.get("after") or {})
+            self._record.pop("begun_at", None)
         if results:
             self._record["whole"] = bool(self._found.get("whole")) and not done
 
+    def _tell_of_the_cut_off(self, after):
+        """An earlier run was cut off before it could tell what it has changed; the backup tells."""
+        if not self._found.get("begun_at"):
+            return
+        old = self._backed_up(self._folder.backup(self.host()))
+        names = [name for name in self._record["names"] if name in old and old[name] != after.get(name, old[name])]
+        if names:
+            self._record.setdefault("changed_at", self._found["begun_at"])
+            self._record["before"] = dict({name: old[name] for name in names}, **self._record["before"])
+            self._record["after"] = dict(self._record["after"], **{name: after[name] for name in names})
+
     def _leave_as_found(self):
-        for key in ("touched", "whole", "names"):
+        for key in ("touched", "whole", "names", "begun_at"):
             self._record.pop(key, None)
             if key in self._found:
                 self._record[key] = self._found[key]
