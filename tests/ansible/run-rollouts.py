@@ -290,6 +290,35 @@ def test_lost(bench):
         expect("cause", "Cannot run" in run.summary()[names[2]]["message"], True)
     held = fleet.held()
     expect("changed", [name for name in names if held[name] != before[name]], names[:2])
+    # A task of one's own in front of the role; nobody of its batch is begun, and the play has failed.
+    play = [{"hosts": "printers", "gather_facts": False, "serial": [1, "100%"], "roles": ["varden.printer.rollout"],
+             "pre_tasks": [{"ansible.builtin.fail": {}, "when": "inventory_hostname == '%s'" % names[3]}]}]
+    with open(bench.folder + "/own.yml", "w", encoding="utf-8") as file:
+        json.dump(play, file)
+    run = bench.play(bench.folder + "/own.yml", hosts(""), asked)
+    ends_with(run, 2)
+    expect("summary", run.results(), {"unchanged": names[:1], "failed": names[3:4],
+                                      "not-begun": names[1:3] + names[4:]})
+    expect("changed by nobody since", fleet.held(), held)
+
+
+def test_records(bench):
+    """A record that cannot be read is a fault of its printer, and stays for a person to see."""
+    fleet = bench.printers("some", 3)
+    before, bad = fleet.held(), fleet.names[1]
+    path = os.path.join(bench.rollout, "records", bad + ".json")
+    os.makedirs(os.path.dirname(path))
+    for text in ("", "[]"):
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+        for playbook in (ROLLOUT, ROLLBACK):
+            run = bench.play(playbook, fleet.inventory(), variables(bench, varden_rollout_serial=["100%"]))
+            ends_with(run, 2)
+            expect("failed", run.results()["failed"], [bad])
+            expect("cause", run.summary()[bad]["message"].startswith(path + " is no record"), True)
+            with open(path, encoding="utf-8") as file:
+                expect("record", file.read(), text)
+    expect_asked(fleet, before, [])
 
 
 def test_timeout(bench):

@@ -54,7 +54,7 @@ class ActionModule(PrinterAction):
             if self._record is None:
                 self._record = dict(records.Folder(self._folder.folder, False).read(self.host()), run=self._run)
             self._keep({"title": str(args.get("title") or "Rollout")}, result, "failed")
-        except (OSError, ValueError, KeyError) as second:
+        except (varden.CannotRun, OSError, ValueError, KeyError) as second:
             result["msg"] += "; and this could not be kept: %s" % second
         return result
 

@@ -15,6 +15,8 @@ import tempfile
 import time
 from urllib.parse import quote
 
+from ansible_collections.varden.printer.plugins.plugin_utils import varden
+
 OK = ("changed", "unchanged", "would-change", "taken-back", "not-touched")
 FAULTS = ("unreachable", "failed", "person-needed")
 
@@ -46,18 +48,30 @@ def place_of(target):
     return "%s:%s" % (kind, rest.partition(",")[0])
 
 
+def keep_names(folder):
+    """What a folder's files are called is on the disk afterwards."""
+    number = os.open(folder, os.O_RDONLY)
+    try:
+        os.fsync(number)
+    finally:
+        os.close(number)
+
+
 def write_whole(path, text):
-    """A reader sees the file as it was or as it is now."""
+    """A reader sees the file as it was or as it is now, also when the controller loses its power."""
     os.makedirs(os.path.dirname(path), exist_ok=True)
     number, name = tempfile.mkstemp(prefix=".", dir=os.path.dirname(path))
     try:
         with os.fdopen(number, "w", encoding="utf-8") as file:
             file.write(text)
+            file.flush()
+            os.fsync(file.fileno())
         os.chmod(name, 0o644)
         os.replace(name, path)
     except BaseException:
         os.unlink(name)
         raise
+    keep_names(os.path.dirname(path))
 
 
 class Folder:
@@ -77,12 +91,20 @@ class Folder:
         return os.path.join(self.base, "records", quote(host, safe="") + ".json")
 
     def read(self, host):
-        """The printer's record; an empty one when there is none."""
+        """The printer's record; an empty one when there is none. One that cannot be read is a CannotRun."""
+        path = self._record(host)
         try:
-            with open(self._record(host), encoding="utf-8") as file:
-                return json.load(file)
+            with open(path, encoding="utf-8") as file:
+                record = json.load(file)
+            if isinstance(record, dict):
+                return record
+            cause = "it holds something else"
         except FileNotFoundError:
             return {}
+        except (OSError, ValueError) as error:
+            cause = error
+        raise varden.CannotRun("%s is no record: %s; nobody knows any more what the rollout has changed of %s, its "
+                               "backup may be %s" % (path, cause, host, self.backup(host)))
 
     def claim(self, place, run, host):
         """Says that the printer at that place is this host; the name of another one that it is already.

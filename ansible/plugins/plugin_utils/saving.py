@@ -10,6 +10,8 @@ import tempfile
 
 from ansible.errors import AnsibleActionFail
 
+from ansible_collections.varden.printer.plugins.plugin_utils import records
+
 KINDS = (".dt1", ".dt2", ".json")
 # What the printer measures, and what is therefore never the same for long.
 SENSORS = ("ambient-sensor", "reflective-sensor", "thermal-head-sensor", "transmissive-sensor")
@@ -66,6 +68,7 @@ def save(action, args, dest, force):
             result["changed"] = not _same(read, dest)
             if result["changed"] and not action.check_mode():
                 os.replace(read, dest)
+                records.keep_names(folder)
     except OSError as error:
         raise AnsibleActionFail("Cannot keep %s: %s" % (dest, error))
     return result

@@ -9,7 +9,7 @@ import html
 import io
 import os
 
-from ansible_collections.varden.printer.plugins.plugin_utils import records
+from ansible_collections.varden.printer.plugins.plugin_utils import records, varden
 
 COLUMNS = ("printer", "target", "result", "settings", "changed_at", "time", "message", "journal", "backup")
 WORDS = {
@@ -57,6 +57,15 @@ def _with_fault(entry, over):
         entry.update(result="failed", message="a task has failed that has told nothing here; what Ansible has "
                      "printed tells why")
     return entry
+
+
+def _row_of(folder, host, run, backup):
+    """A printer's row; of one whose record cannot be read it says so, which is a fault once it is come to."""
+    try:
+        return row(host, folder.read(host), run, backup)
+    except varden.CannotRun as error:
+        result = "failed" if host in folder.faulty(run) else "not-begun"
+        return row(host, {"run": run, "result": result, "message": str(error)}, run, backup)
 
 
 def line(entry):
@@ -108,7 +117,7 @@ def write(folder, task_vars, run, title, over):
         rows = []
         for host in task_vars["ansible_play_hosts_all"]:
             backup = folder.backup(host)
-            entry = row(host, folder.read(host), run, backup if os.path.exists(backup) else "")
+            entry = _row_of(folder, host, run, backup if os.path.exists(backup) else "")
             rows.append(_with_fault(entry, over) if host in lost or entry["result"] == "begun" else entry)
         records.write_whole(folder.summary("csv"), as_csv(rows))
         records.write_whole(folder.summary("html"), as_html(rows, title))
