@@ -60,13 +60,15 @@ def check_inventories(bench):
         expect(f"targets of {name}", found["label-3"]["varden_target"], "com:/dev/ttyUSB0,9600,E,8,1")
 
 
-def check_sensors(bench):
-    """What the collection takes for measured is what varden reads as such."""
+def check_names(bench):
+    """What the collection takes for measured is what varden reads as such; and so of words."""
     listed = json.loads(bench.tool(os.path.join(bench.programs, "varden"), "list", "--json"))["settings"]
-    with open(os.path.join(bench.source, "plugins", "plugin_utils", "saving.py"), encoding="utf-8") as file:
-        names = re.search(r"^SENSORS = \((.*)\)$", file.read(), re.M).group(1)
-    expect("sensors", sorted(re.findall(r'"(.*?)"', names)),
-           sorted(name for name, each in listed.items() if each["read"] == "sensor"))
+    for file, table, key, values in (("saving.py", "SENSORS", "read", ("sensor",)),
+                                     ("varden.py", "WORDS", "kind", ("text", "hexadecimal"))):
+        with open(os.path.join(bench.source, "plugins", "plugin_utils", file), encoding="utf-8") as source:
+            names = re.search(rf"^{table} = \((.*)\)$", source.read(), re.M).group(1)
+        expect(table, sorted(re.findall(r'"(.*?)"', names)),
+               sorted(name for name, each in listed.items() if each[key] in values))
 
 
 def bytes_to_the_change(bench, name="probe"):
@@ -107,7 +109,7 @@ def main():
             installed = install(bench, version)
             check_documentation(bench, installed)
             check_inventories(bench)
-            check_sensors(bench)
+            check_names(bench)
             check_actions(bench)
     except Wrong as error:
         print(error)

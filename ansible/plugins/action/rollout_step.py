@@ -209,11 +209,10 @@ class ActionModule(PrinterAction):
         if kind in records.FAULTS:
             self._folder.tell_fault(self._run, self.host())
         if kind in ("changed", "would-change", "taken-back"):
-            names = change.differing(data, args)
-            before = {} if kind != "changed" else record.get("before") or {}
-            record["before"] = dict({name: data["before"].get(name) for name in names}, **before)
-            record["after"] = dict(record.get("after") or {} if kind == "changed" else {},
-                                   **{name: data["after"][name] for name in names})
+            names, (now_before, now_after) = change.differing(data), change.sides(data)
+            before, after = ({}, {}) if kind != "changed" else (record["before"], record["after"])
+            record["before"] = dict({name: now_before.get(name) for name in names}, **before)
+            record["after"] = dict(after, **{name: now_after[name] for name in names})
         if kind == "changed":
             record["changed_at"] = record["time"]
         if result.get("moved_to"):

@@ -16,7 +16,9 @@ options:
   settings:
     description:
       - What the printer is to have, by the names of C(varden list). Numbers are in the units that people see.
-      - A bare C(ON) or C(OFF), which YAML takes for a truth, is the word again. Hexadecimal values want quotation marks.
+      - A bare C(ON) or C(OFF), which YAML takes for a truth, is the word again. Texts and hexadecimal values want
+        quotation marks, and are refused without them where YAML takes them for a number or a truth. A number that begins
+        with 0 is octal for YAML.
     type: dict
   file:
     description:

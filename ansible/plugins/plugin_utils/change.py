@@ -66,20 +66,30 @@ def _text(settings, names):
                    for name in names)
 
 
-def differing(data, args):
-    """The names of what is, or would be, different afterwards.
+def sides(data):
+    """What was before and what is, or would be, afterwards, by names.
 
-    A stop bit that was only vouched for travels along, and is no difference.
+    The stop bit, which no printer reports, is what the plan says, and left out where it only travels along.
     """
-    before, after = data.get("before") or {}, data.get("after") or {}
-    return [name for name in after if before.get(name) != after[name]
-            and not (name == "stop-bit" and args.get("stop_bit_is"))]
+    before, after = dict(data.get("before") or {}), dict(data.get("after") or {})
+    for side in (before, after):
+        side.pop("stop-bit", None)
+    for step in data.get("plan") or []:
+        if "stop-bit" in step["settings"]:
+            before["stop-bit"], after["stop-bit"] = (step["settings"]["stop-bit"][key] for key in ("from", "to"))
+    return before, after
+
+
+def differing(data):
+    """The names of what is, or would be, different afterwards."""
+    before, after = sides(data)
+    return [name for name in after if before.get(name) != after[name]]
 
 
 def result_of(outcome, args):
     """A task's result of a change."""
     data, result, target = outcome.data, outcome.result(), args["target"]
-    names = differing(data, args)
+    names, (before, after) = differing(data), sides(data)
     result["changed"] = outcome.code == varden.DIFFERS or bool(data.get("changed"))
     for key, default in (("before", {}), ("after", {}), ("results", {}), ("plan", []), ("left_out", []),
                          ("end", None), ("moved_to", None), ("problems", [])):
@@ -87,8 +97,8 @@ def result_of(outcome, args):
     result["target"] = data.get("moved_to") or target
     if result["changed"]:
         result["diff"] = {"before_header": target, "after_header": result["target"],
-                          "before": _text(result["before"], names),
-                          "after": _text(result["after"], names)}
+                          "before": _text(before, names),
+                          "after": _text(after, names)}
     if data.get("moved_to"):
         result["ansible_facts"] = {"varden_moved": {"from": args["named"], "to": data["moved_to"]}}
     return result

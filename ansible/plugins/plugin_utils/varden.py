@@ -18,6 +18,10 @@ class CannotRun(Exception):
     """The program cannot be started, or what it prints is not what it should be."""
 
 
+# Settings whose values are texts or hexadecimal digits. What YAML takes for a number it has changed already: 012 is 10.
+WORDS = ("code-1", "code-2", "code-3", "dhcp-client-id", "dhcp-host-name", "euro-code")
+
+
 def setting_words(settings):
     """The words SETTING=VALUE of a dictionary.
 
@@ -27,6 +31,8 @@ def setting_words(settings):
     for name, value in settings.items():
         if not _NAME.match(str(name)):
             raise CannotRun("%r is no setting's name" % (name,))
+        if name in WORDS and isinstance(value, (bool, int, float)):
+            raise CannotRun("%s wants quotation marks: YAML takes its value for %r" % (name, value))
         if isinstance(value, bool):
             value = "ON" if value else "OFF"
         if value is None or isinstance(value, (dict, list)):
