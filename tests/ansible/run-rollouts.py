@@ -17,7 +17,7 @@ import time
 sys.dont_write_bytecode = True  # among the sources
 
 # pylint: disable=wrong-import-position
-from fleet import PORT, Bench, Wrong, expect, wait_for
+from fleet import PORT, Bench, Run, Wrong, expect, wait_for
 
 ROLLOUT, ROLLBACK = "varden.printer.rollout", "varden.printer.rollback"
 # zero-code travels in a command of its own with the stop bit, feed-adj in another.
@@ -414,6 +414,31 @@ def kill_in_the_middle(bench, hosts, fleet, number, also_varden):
         for pid in bench.varden_processes():
             os.kill(pid, signal.SIGKILL)
     wait_for(lambda: not bench.varden_processes(), "the end of what was under way")
+
+
+def test_interrupted(bench):
+    """Only varden itself is ended in the middle of a change: a person is told, and the next run goes on."""
+    fleet = bench.printers("slow", 2, "--delay", "200")
+    before = fleet.held()
+    for name, number, code in ((fleet.names[0], signal.SIGKILL, -9), (fleet.names[1], signal.SIGINT, 130)):
+        host = {name: fleet.inventory()[name]}
+        process = subprocess.Popen(  # pylint: disable=consider-using-with
+            bench.command(ROLLOUT, host, variables(bench)), env=bench.environment, stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        wait_for(lambda printer=name: fleet.sent()[printer], "the middle of a change")
+        for pid in bench.varden_processes():
+            os.kill(pid, number)
+        text = process.communicate()[0].decode()
+        expect("exit code", process.returncode, 2)
+        expect("exit code of varden", f'"exit_code": {code}' in text, True)
+        run = Run(process.returncode, text, bench.rollout)
+        expect("result", run.summary()[name]["result"], "person-needed")
+        expect("what is told", "a person is needed: " in run.summary()[name]["message"], True)
+    run = bench.play(ROLLOUT, fleet.inventory(), variables(bench))
+    ends_with(run, 0)
+    expect_asked(fleet, before)
+    ends_with(bench.play(ROLLBACK, fleet.inventory(), variables(bench)), 0)
+    expect("taken back", fleet.held(), before)
 
 
 def ends_well(bench, fleet, before):

@@ -10,8 +10,8 @@ version_added: 2.3.0
 description:
   - Reads the printer, sends what differs, reads again, and brings back what was when anything is not as it should be.
   - The task has changed something exactly when the printer has.
-  - When the printer is neither as it was nor as wanted (exit code 5) the task fails, says that a person is needed, and
-    names the journal; C(varden recover) goes on from there.
+  - When the printer is neither as it was nor as wanted (exit code 5), or C(varden) was killed in the middle, the task
+    fails, says that a person is needed, and names the journal; C(varden recover) goes on from there.
 options:
   settings:
     description:

@@ -26,11 +26,21 @@ def write(action, args):
     """Changes settings, or with check mode looks what would be changed; an Outcome."""
     options = options_of(args) + (["--check"] if action.check_mode() else [])
     words = varden.setting_words(args.get("settings") or {})
-    outcome = action.varden(args, "write", options, words)
+    outcome = _write_once(action, args, options, words)
     if outcome.stands and args.get("resume") and not action.check_mode():
         if _took_up(action, args):
-            outcome = action.varden(args, "write", options, words)
+            outcome = _write_once(action, args, options, words)
     return outcome
+
+
+def _write_once(action, args, options, words):
+    """A process that was killed may have done anything; one that only looks has done nothing."""
+    try:
+        return action.varden(args, "write", options, words)
+    except varden.Killed as error:
+        if action.check_mode():
+            raise
+        return varden.Outcome(varden.PERSON_NEEDED, {"error": {"what": str(error)}, "end": "person-needed"}, error.code)
 
 
 def _took_up(action, args):
@@ -57,8 +67,9 @@ def _stop_bit_is_safe(data, args):
 
 def left_as_it_was(outcome):
     """Whether the printer holds what it held before varden write."""
-    return outcome.stands or outcome.code in (varden.WRONG, varden.NOT_REACHABLE) or (
-        outcome.data.get("end") in ("unchanged", "not-begun", "undone"))
+    return (outcome.stands or outcome.code in (varden.WRONG, varden.NOT_REACHABLE)
+            or (outcome.code == varden.INTERRUPTED and not outcome.person_needed)
+            or outcome.data.get("end") in ("unchanged", "not-begun", "undone"))
 
 
 def _text(settings, names):
