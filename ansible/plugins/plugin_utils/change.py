@@ -4,6 +4,8 @@
 from __future__ import (absolute_import, division, print_function)
 __metaclass__ = type
 
+import tempfile
+
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
 
 # What a printer whose earlier change was not ended may hold of each setting, so that going on is safe.
@@ -27,10 +29,18 @@ def write(action, args):
     options = options_of(args) + (["--check"] if action.check_mode() else [])
     words = varden.setting_words(args.get("settings") or {})
     outcome = _write_once(action, args, options, words)
-    if outcome.stands and args.get("resume") and not action.check_mode():
-        if _took_up(action, args):
+    if outcome.stands and args.get("resume") and _is_safe(action, args):
+        if action.check_mode():
+            return _look_past(action, args, options, words)
+        if action.varden(args, "recover", ["--keep"]).code == varden.DONE:
             outcome = _write_once(action, args, options, words)
     return outcome
+
+
+def _look_past(action, args, options, words):
+    """What a change would do once the journal that stands is taken up; a look needs no journals."""
+    with tempfile.TemporaryDirectory(prefix="varden-") as nowhere:
+        return action.varden(dict(args, state_folder=nowhere), "write", options, words)
 
 
 def _write_once(action, args, options, words):
@@ -43,18 +53,16 @@ def _write_once(action, args, options, words):
         return varden.Outcome(varden.PERSON_NEEDED, {"error": {"what": str(error)}, "end": "person-needed"}, error.code)
 
 
-def _took_up(action, args):
-    """Ends an earlier change of which nothing is left in doubt: its journal goes, the printer stays.
+def _is_safe(action, args):
+    """Whether of an earlier change nothing is left in doubt, so that its journal may go and the printer stay.
 
-    Done when the printer holds of each setting what it held before or what was wanted then; what is
+    It is when the printer holds of each setting what it held before or what was wanted then; what is
     still to be sent, the change that follows finds out.
     """
     seen = action.varden(args, "recover")
     if seen.code != varden.DIFFERS or not set(seen.data.get("results", {}).values()) <= HARMLESS:
         return False
-    if not _stop_bit_is_safe(seen.data, args):
-        return False
-    return action.varden(args, "recover", ["--keep"]).code == varden.DONE
+    return _stop_bit_is_safe(seen.data, args)
 
 
 def _stop_bit_is_safe(data, args):
