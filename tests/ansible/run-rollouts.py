@@ -212,6 +212,11 @@ def test_faults(bench):
     run = bench.play(ROLLOUT, hosts, variables(bench, varden_rollout_faults_allowed=bench.number))
     expect("changed by a second run", run.changed(), [])
     expect("sound ones afterwards", run.results()["unchanged"], sound.names)
+    # A run for one of them leaves the rows of the others as they are, and counts its own faults.
+    rows = run.summary()
+    run = bench.play(ROLLOUT, hosts, variables(bench), "--limit", sound.names[0])
+    ends_with(run, 0)
+    expect("rows of the others", dict(run.summary(), **{sound.names[0]: rows[sound.names[0]]}), rows)
     expect_sent_once(sound)
 
 

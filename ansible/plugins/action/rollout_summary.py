@@ -27,7 +27,8 @@ class ActionModule(ActionBase):
             rows = summary.write(folder, task_vars, run_id, args["title"], True)
         except OSError as error:
             raise AnsibleActionFail("Cannot keep the summary: %s" % error)
-        faults = [row["printer"] for row in rows if row["result"] in records.FAULTS]
+        play = set(task_vars["ansible_play_hosts_all"])
+        faults = [row["printer"] for row in rows if row["printer"] in play and row["result"] in records.FAULTS]
         batch = set(task_vars["ansible_play_batch"])
         result.update(
             changed=False, counts=summary.counts(rows), faults=faults,

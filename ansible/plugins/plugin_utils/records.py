@@ -13,7 +13,7 @@ import json
 import os
 import tempfile
 import time
-from urllib.parse import quote
+from urllib.parse import quote, unquote
 
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
 
@@ -89,6 +89,14 @@ class Folder:
 
     def _record(self, host):
         return os.path.join(self.base, "records", quote(host, safe="") + ".json")
+
+    def hosts(self):
+        """All printers of which there is a record."""
+        try:
+            names = os.listdir(os.path.join(self.base, "records"))
+        except FileNotFoundError:
+            return []
+        return sorted(unquote(name[:-5]) for name in names if name.endswith(".json") and not name.startswith("."))
 
     def read(self, host):
         """The printer's record; an empty one when there is none. One that cannot be read is a CannotRun."""

@@ -29,8 +29,11 @@ def _value(value):
 
 
 def row(host, record, run, backup):
-    """A printer's row. What this run has not come to is not begun, whatever an earlier run has done."""
-    now = record.get("run") == run
+    """A printer's row. What this run has not come to is not begun, whatever an earlier run has done.
+
+    Without a run it is what the last one has done.
+    """
+    now = run is None or record.get("run") == run
     result = record.get("result") if now else None
     before, after = record.get("before") or {}, record.get("after") or {}
     changes = ["%s: %s -> %s" % (name, _value(before.get(name)), _value(after.get(name)))
@@ -111,7 +114,10 @@ def as_html(rows, title):
 
 
 def write(folder, task_vars, run, title, over):
-    """Writes both files from the records as they are now; the rows. It is over when no printer is under way."""
+    """Writes both files from the records as they are now; the rows. It is over when no printer is under way.
+
+    Behind the printers of the play stand those of earlier runs, with what had become of them.
+    """
     lost = records.lost_hosts(task_vars)
     with folder.locked():
         rows = []
@@ -119,6 +125,9 @@ def write(folder, task_vars, run, title, over):
             backup = folder.backup(host)
             entry = _row_of(folder, host, run, backup if os.path.exists(backup) else "")
             rows.append(_with_fault(entry, over) if host in lost or entry["result"] == "begun" else entry)
+        for host in sorted(set(folder.hosts()) - {each["printer"] for each in rows}):
+            backup = folder.backup(host)
+            rows.append(_row_of(folder, host, None, backup if os.path.exists(backup) else ""))
         records.write_whole(folder.summary("csv"), as_csv(rows))
         records.write_whole(folder.summary("html"), as_html(rows, title))
     return rows
