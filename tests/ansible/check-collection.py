@@ -34,6 +34,9 @@ def check_documentation(bench, installed):
     for name in names:
         page = pages["varden.printer." + name]
         expect(f"parts of {name}", [part for part in ("doc", "examples", "return") if not page[part]], [])
+    with open(installed + "/meta/runtime.yml", encoding="utf-8") as file:
+        grouped = re.findall(r"^ +- (\w+)$", file.read(), re.M)
+    expect("actions of printers", grouped, [name for name in names if name != "rollout_summary"])
     for role in ("rollout", "rollback"):
         told = json.loads(bench.tool("ansible-doc", "--json", "-t", "role", "varden.printer." + role))
         told = set(told["varden.printer." + role]["entry_points"]["main"]["options"])
@@ -54,6 +57,17 @@ def check_inventories(bench):
     made = hosts(os.path.join(bench.folder, "printers.yml"))
     expect("targets of the table", {name: each["varden_target"] for name, each in made.items()},
            {"label-1": "lan:192.168.10.20", "label-2": "lan:192.168.10.21:8001", "label-5": "lan:192.168.20.20"})
+    table = os.path.join(bench.folder, "printers.csv")
+    with open(table, "r+", encoding="utf-8") as file:
+        text = file.read()
+        file.seek(0)
+        file.write("\ufeff" + text)  # as spreadsheets do
+    subprocess.run(line.group(1), shell=True, check=True, cwd=bench.folder)
+    expect("the same with a mark in front", hosts(os.path.join(bench.folder, "printers.yml")), made)
+    with open(table, "a", encoding="utf-8") as file:
+        file.write(text.splitlines()[1] + "\n")
+    twice = subprocess.run(line.group(1), shell=True, check=False, cwd=bench.folder, stderr=subprocess.PIPE)
+    expect("a name that is there twice", (twice.returncode, b"twice" in twice.stderr), (1, True))
     expect("more of the table", made["label-5"]["site"], "hall-4")
     for name in ("inventory.yml", "inventory.ini"):
         found = hosts(os.path.join(bench.source, "examples", name))

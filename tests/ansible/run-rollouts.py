@@ -326,6 +326,24 @@ def test_records(bench):
     expect_asked(fleet, before, [])
 
 
+def test_details(bench):
+    """Names of printers that are formulas, host names that are others, backups that are gone."""
+    fleet = bench.printers("some", 2)
+    hosts = {"=some": fleet.inventory()[fleet.names[0]], "@some": fleet.inventory()[fleet.names[1]]}
+    run = bench.play(ROLLOUT, hosts, variables(bench, varden_rollout_expect_host="another"))
+    ends_with(run, 2)
+    expect("names", list(run.summary()), ["'=some", "'@some"])
+    expect("results", run.results(), {"failed": ["'=some"], "not-begun": ["'@some"]})
+    expect("cause", "another" in run.summary()["'=some"]["message"], True)
+    ends_with(bench.play(ROLLOUT, hosts, variables(bench)), 0)
+    os.unlink(os.path.join(bench.rollout, "backups", "%3Dsome.json"))
+    for more in ((), ("--check",)):
+        run = bench.play(ROLLOUT, hosts, variables(bench), *more)
+        ends_with(run, 2)
+        expect("cause", "its backup is gone" in run.text, True)
+    expect("backups", os.listdir(os.path.join(bench.rollout, "backups")), ["%40some.json"])
+
+
 def test_timeout(bench):
     """Ansible's own limit ends a task in the middle of a change: a person is needed, as far as is known."""
     fleet = bench.printers("cut", 2, "--power-cut", str(bytes_to_first_change(bench)), "--power-back", "never")
@@ -351,6 +369,10 @@ def test_places(bench):
     for playbook, place in ((ROLLOUT, here), (os.path.join(mine, "play.yml"), mine)):
         bench.play(playbook, fleet.inventory(), asked)
         expect(f"summary of {playbook}", os.path.isfile(place + "/rollouts/autumn/summary.csv"), True)
+    asked.update(varden_rollout_folder="kept", varden_state_folder="journals")
+    bench.play(os.path.join(mine, "play.yml"), fleet.inventory(), asked)
+    expect("beside the playbook", sorted(os.listdir(mine)), ["journals", "kept", "play.yml", "rollouts"])
+    asked.update(varden_rollout_folder=here + "/rollouts/autumn")
     bench.play(ROLLBACK, fleet.inventory(), asked)
     with open(here + "/rollouts/autumn/summary.html", encoding="utf-8") as file:
         expect("title", "autumn taken back" in file.read(), True)

@@ -49,7 +49,7 @@ class ActionModule(PrinterAction):
             else:
                 result["person_needed"] = True  # nobody knows how far it has come
         try:
-            self._folder = self._folder or records.Folder(str(args["folder"]), self.check_mode())
+            self._folder = self._folder or records.Folder(self._loader.path_dwim(str(args["folder"])), self.check_mode())
             self._folder.tell_fault(self._run, self.host())
             if self._record is None:
                 self._record = dict(records.Folder(self._folder.folder, False).read(self.host()), run=self._run)
@@ -83,6 +83,9 @@ class ActionModule(PrinterAction):
         if other:
             # Its backup would be of what the rollout has changed already.
             raise AnsibleActionFail("%s is the printer %s already; a printer has one name" % (args["target"], other))
+        if self._record.get("touched") and not os.path.exists(backup):
+            # What could be backed up now is what the rollout has made of it.
+            raise AnsibleActionFail("the rollout has changed it, and its backup is gone: %s" % backup)
         if self.check_mode():
             return {"changed": False, "backup": backup}
         # The backup of a rollout that goes on is from before its first change.
@@ -218,7 +221,7 @@ class ActionModule(PrinterAction):
         if result.get("moved_to"):
             record["moved_to"] = result["moved_to"]
         self._folder.write(self.host(), record)
-        if kind in records.FAULTS:
+        if kind in records.FAULTS and args.get("step") != "prepare":  # then the next step does
             self._summarise(args)
 
     def _summarise(self, args):

@@ -22,7 +22,7 @@ class ActionModule(ActionBase):
         run_id = records.run_id()
         result = super().run(tmp, task_vars)
         args = self.validate_argument_spec(argument_spec=self.SPEC)[1]
-        folder = records.Folder(args["folder"], bool(self._task.check_mode))
+        folder = records.Folder(self._loader.path_dwim(args["folder"]), bool(self._task.check_mode))
         try:
             rows = summary.write(folder, task_vars, run_id, args["title"], True)
         except OSError as error:

@@ -55,6 +55,9 @@ class PrinterAction(ActionBase):
             if name in self.SPEC or name in COMMON:
                 if args.get(name) is None:
                     args[name] = self._variable(variable)
+        for name in ("dest", "folder", "state_folder"):
+            if args.get(name):  # as Ansible takes paths: from the playbook's folder on
+                args[name] = self._loader.path_dwim(str(args[name]))
         args["named"] = args.get("target") or self._target()
         args["target"] = self._where_it_is(args["named"])
         args["executable"] = args["executable"] or "varden"
@@ -96,4 +99,6 @@ class PrinterAction(ActionBase):
             return str(target)
         host = self._variable("ansible_host") or self.host()
         port = self._variable("ansible_port")
+        if str(host).count(":") > 1 and not str(host).startswith("["):
+            host = "[%s]" % host
         return "lan:%s:%s" % (host, port) if port else "lan:%s" % host

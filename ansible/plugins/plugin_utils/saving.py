@@ -57,8 +57,7 @@ def save(action, args, dest, force):
     try:
         if not action.check_mode():
             os.makedirs(folder, exist_ok=True)
-        with tempfile.TemporaryDirectory(prefix=".varden-",
-                                         dir=folder if os.path.isdir(folder) else None) as place:
+        with tempfile.TemporaryDirectory(prefix=".varden-", dir=None if action.check_mode() else folder) as place:
             read = os.path.join(place, "read" + os.path.splitext(dest)[1])
             outcome = action.varden(args, "read", ["--save=" + read])
             result.update(outcome.result())

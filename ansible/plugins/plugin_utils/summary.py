@@ -85,11 +85,16 @@ def counts(rows):
             for result in WORDS if any(each["result"] == result for each in rows)}
 
 
+def _inert(value):
+    """A cell that no spreadsheet takes for a formula."""
+    return "'" + value if value[:1] in ("=", "+", "-", "@", "\t", "\r") else value
+
+
 def as_csv(rows):
     text = io.StringIO()
     table = csv.DictWriter(text, COLUMNS, lineterminator="\r\n")
     table.writeheader()
-    table.writerows(rows)
+    table.writerows({name: _inert(value) for name, value in each.items()} for each in rows)
     return text.getvalue()
 
 

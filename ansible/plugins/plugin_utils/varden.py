@@ -81,9 +81,9 @@ class Outcome:
         error = self.data.get("error")
         if not error:
             return ""
-        parts = [error["what"], error.get("cause")]
-        parts += ["%s: %s" % (each.get("setting") or "settings", each["reason"])
-                  for each in self.data.get("problems") or []]
+        problems = ["%s: %s" % (each.get("setting") or "settings", each["reason"])
+                    for each in self.data.get("problems") or []]
+        parts = [error["what"]] + (problems or [error.get("cause")])  # the cause tells the problems, too
         if self.person_needed:
             parts.append("a person is needed: the journal is %s" % self.journal if self.journal
                          else "a person is needed: varden recover tells how the printer stands")
