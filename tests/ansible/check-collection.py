@@ -12,6 +12,8 @@ import shutil
 import subprocess
 import sys
 
+import yaml
+
 sys.dont_write_bytecode = True  # among the sources
 
 # pylint: disable=wrong-import-position
@@ -42,6 +44,40 @@ def check_documentation(bench, installed):
         told = set(told["varden.printer." + role]["entry_points"]["main"]["options"])
         with open(f"{installed}/roles/{role}/defaults/main.yml", encoding="utf-8") as file:
             expect(f"variables of {role}", told, set(re.findall(r"^(\w+):", file.read(), re.M)))
+
+
+def tasks_of(path):
+    """The actions of a file's tasks by their names."""
+    with open(path, encoding="utf-8") as file:
+        waiting, found = yaml.safe_load(file), {}
+    while waiting:
+        each = waiting.pop()
+        for part in ("tasks", "block", "always"):
+            waiting += each.get(part, [])
+        found.update({each["name"]: key for key in each if key.startswith("varden.printer.")})
+    return found
+
+
+def check_results(bench, text, *paths):
+    """What tasks have returned, in a verbose run, is what their pages tell."""
+    usual = {"changed", "failed", "unreachable", "skipped", "skip_reason", "item", "ansible_loop_var",
+             "failed_when_result", "msg"}
+    tasks = {name: action for path in paths for name, action in tasks_of(path).items()}
+    pages = json.loads(bench.tool("ansible-doc", "--json", *sorted(set(tasks.values()))))
+    action, seen = None, set()
+    for line in text.splitlines():
+        head = re.match(r"TASK \[(?:.* : )?(.*)\] \*", line)
+        told = re.match(r"(?:ok|changed|skipping|fatal|failed): \[.*?=> (\{.*\})$", line)
+        action = tasks.get(head.group(1)) if head else action
+        if action and told:
+            seen.add(action)
+            keys = set(json.loads(told.group(1)))
+            known = set(pages[action]["return"])
+            expect(f"results of {action} that its page does not tell", sorted(keys - known - usual), [])
+            always = {key for key, each in pages[action]["return"].items() if each["returned"] == "always"}
+            if not keys & {"failed", "skipped", "msg"}:
+                expect(f"results of {action} that are not there", sorted(always - keys), [])
+    expect("actions seen", sorted(seen), sorted(set(tasks.values())))
 
 
 def check_inventories(bench):
@@ -95,7 +131,7 @@ def bytes_to_the_change(bench, name="probe"):
     return len("".join(commands[:first])) + len(commands[first]) // 2
 
 
-def check_actions(bench):
+def check_actions(bench, installed):
     sound = bench.printers("sound", 1)
     moving = bench.printers("moving", 1, "--moves", "at-once")
     cut = bench.printers("cut", 1, "--power-cut", str(bytes_to_the_change(bench)), "--power-back", "never")
@@ -107,11 +143,17 @@ def check_actions(bench):
     run = bench.play(os.path.join(os.path.dirname(os.path.abspath(__file__)), "modules.yml"), hosts,
                      bench.variables(the_folder=bench.folder,
                                      the_program=os.path.join(bench.programs, "varden"),
-                                     the_new_address=moving.address(200)))
+                                     the_new_address=moving.address(200)), "-v")
     counts = {name: counts[1:] for name, counts in run.recap.items()}
     wanted = {"sound-0001": (0, 0), "moving-0001": (0, 0), "cut-0001": (0, 0), "back-0001": (0, 0), "dead-0001": (1, 0)}
     if counts != wanted or run.code != 4:
         raise Wrong(f"ended with {run.code}:\n{run.text}")
+    check_results(bench, run.text, os.path.join(os.path.dirname(os.path.abspath(__file__)), "modules.yml"))
+    text = ""
+    for name in ("rollout", "rollback"):
+        text += bench.play("varden.printer." + name, sound.inventory(),
+                           bench.variables(varden_rollout_settings={"feed-adj": -3}), "-v").text
+    check_results(bench, text, *(f"{installed}/roles/{name}/tasks/main.yml" for name in ("rollout", "rollback")))
     kept = os.path.join(bench.folder, "kept")
     expect("kept files", sorted(os.listdir(kept)), ["a.dt1", "a.dt2", "a.json"])
 
@@ -124,7 +166,7 @@ def main():
             check_documentation(bench, installed)
             check_inventories(bench)
             check_names(bench)
-            check_actions(bench)
+            check_actions(bench, installed)
     except Wrong as error:
         print(error)
         return 1

@@ -335,7 +335,15 @@ def test_details(bench):
     expect("names", list(run.summary()), ["'=some", "'@some"])
     expect("results", run.results(), {"failed": ["'=some"], "not-begun": ["'@some"]})
     expect("cause", "another" in run.summary()["'=some"]["message"], True)
+    left = [os.path.join(bench.rollout, each) for each in ("backups/.varden-old", "records/.old", "records/.new")]
+    os.makedirs(left[0] + "/read")
+    for path in left[1:]:
+        with open(path, "w", encoding="utf-8"):
+            pass
+    for path in left[:2]:
+        os.utime(path, (0, 0))
     ends_with(bench.play(ROLLOUT, hosts, variables(bench)), 0)
+    expect("left by killed tasks", [os.path.exists(path) for path in left], [False, False, True])
     os.unlink(os.path.join(bench.rollout, "backups", "%3Dsome.json"))
     for more in ((), ("--check",)):
         run = bench.play(ROLLOUT, hosts, variables(bench), *more)

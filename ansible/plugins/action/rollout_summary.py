@@ -24,6 +24,8 @@ class ActionModule(ActionBase):
         args = self.validate_argument_spec(argument_spec=self.SPEC)[1]
         folder = records.Folder(self._loader.path_dwim(args["folder"]), bool(self._task.check_mode))
         try:
+            if not self._task.check_mode:
+                folder.sweep()
             rows = summary.write(folder, task_vars, run_id, args["title"], True)
         except OSError as error:
             raise AnsibleActionFail("Cannot keep the summary: %s" % error)

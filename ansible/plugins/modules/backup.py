@@ -60,4 +60,12 @@ filled:
   returned: when the printer was read
   type: list
   elements: str
+msg:
+  description: What went wrong, or why the printer was not asked.
+  returned: when the task fails, the printer is unreachable or the file is there already
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
 """

@@ -144,4 +144,12 @@ ansible_facts:
       I(from) does ask it at I(to).
   returned: when the printer has moved
   type: dict
+diff:
+  description: What differs, as C(--diff) shows it.
+  returned: when the printer was changed, or would be
+  type: dict
+msg:
+  description: What went wrong.
+  returned: when the task fails or the printer is unreachable
+  type: str
 """

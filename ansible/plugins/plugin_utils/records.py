@@ -11,6 +11,7 @@ __metaclass__ = type
 import fcntl
 import json
 import os
+import shutil
 import tempfile
 import time
 from urllib.parse import quote, unquote
@@ -18,6 +19,7 @@ from urllib.parse import quote, unquote
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
 
 OK = ("changed", "unchanged", "would-change", "taken-back", "not-touched")
+LEFT = 3600  # seconds
 FAULTS = ("unreachable", "failed", "person-needed")
 
 
@@ -140,6 +142,18 @@ class Folder:
 
     def write(self, host, record):
         write_whole(self._record(host), json.dumps(record, indent=1, ensure_ascii=False) + "\n")
+
+    def sweep(self):
+        """Removes what killed tasks have left half written; nobody writes for so long."""
+        for part in ("backups", "records"):
+            place = os.path.join(self.folder, part)
+            for name in os.listdir(place) if os.path.isdir(place) else ():
+                path = os.path.join(place, name)
+                try:
+                    if name.startswith(".") and os.path.getmtime(path) < time.time() - LEFT:
+                        (os.unlink if os.path.isfile(path) else shutil.rmtree)(path)
+                except OSError:
+                    pass  # somebody else was faster
 
     def locked(self):
         """An open file; who has it is the only one to write the summary, until it is closed."""
