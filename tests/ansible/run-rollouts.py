@@ -355,8 +355,8 @@ def test_details(bench):
 def test_timeout(bench):
     """Ansible's own limit ends a task in the middle of a change: a person is needed, as far as is known."""
     fleet = bench.printers("cut", 2, "--power-cut", str(bytes_to_first_change(bench)), "--power-back", "never")
-    bench.environment["ANSIBLE_TASK_TIMEOUT"] = "6"
-    run = bench.play(ROLLOUT, fleet.inventory(), variables(bench, varden_reach=12))
+    bench.environment["ANSIBLE_TASK_TIMEOUT"] = "10"
+    run = bench.play(ROLLOUT, fleet.inventory(), variables(bench, varden_reach=20))
     ends_with(run, 2)
     expect("summary", run.results(), {"person-needed": fleet.names[:1], "not-begun": fleet.names[1:]})
     expect("way out", "varden recover" in run.summary()[fleet.names[0]]["message"], True)
