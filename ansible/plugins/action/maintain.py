@@ -29,6 +29,7 @@ class ActionModule(PrinterAction):
         result = outcome.result()
         for key in ("fields", "commands", "sent", "code", "text", "known"):
             result[key] = outcome.data.get(key)
+        result["sent"] = bool(result["sent"])
         result["changed"] = changes and bool(result["sent"])
         result["target"] = args["target"]
         return result

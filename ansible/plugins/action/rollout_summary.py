@@ -22,12 +22,15 @@ class ActionModule(ActionBase):
         run_id = records.run_id()
         result = super().run(tmp, task_vars)
         args = self.validate_argument_spec(argument_spec=self.SPEC)[1]
-        folder = records.Folder(args["folder"], bool(self._task.check_mode))
+        folder = records.Folder(self._loader.path_dwim(args["folder"]), bool(self._task.check_mode))
         try:
-            rows = summary.write(folder, task_vars["ansible_play_hosts_all"], run_id, args["title"])
+            if not self._task.check_mode:
+                folder.sweep()
+            rows = summary.write(folder, task_vars, run_id, args["title"], True)
         except OSError as error:
             raise AnsibleActionFail("Cannot keep the summary: %s" % error)
-        faults = [row["printer"] for row in rows if row["result"] in records.FAULTS]
+        play = set(task_vars["ansible_play_hosts_all"])
+        faults = [row["printer"] for row in rows if row["printer"] in play and row["result"] in records.FAULTS]
         batch = set(task_vars["ansible_play_batch"])
         result.update(
             changed=False, counts=summary.counts(rows), faults=faults,

@@ -9,7 +9,7 @@ short_description: Keeps the settings of a printer in a file of the controller
 version_added: 2.3.0
 description:
   - Reads a printer and writes its settings into a file, all or nothing. A file that holds the same already stays as it
-    is, and the task has changed nothing.
+    is, and the task has changed nothing. What the printer's sensors measure is kept, and is no difference.
 options:
   dest:
     description:
@@ -60,4 +60,12 @@ filled:
   returned: when the printer was read
   type: list
   elements: str
+msg:
+  description: What went wrong, or why the printer was not asked.
+  returned: when the task fails, the printer is unreachable or the file is there already
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
 """

@@ -61,4 +61,12 @@ complete:
   description: Whether everything was read that was asked for and that an answer reports.
   returned: always
   type: bool
+msg:
+  description: What went wrong.
+  returned: when the task fails or the printer is unreachable
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
 """

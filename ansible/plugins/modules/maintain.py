@@ -80,4 +80,16 @@ known:
   description: Whether the code is one that the program knows.
   returned: when the printer has answered
   type: bool
+msg:
+  description: What went wrong, or that nothing is sent.
+  returned: when the task fails, the printer is unreachable or with check mode
+  type: str
+journal:
+  description: The journal of a change that is neither whole nor undone.
+  returned: when a person is needed
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
 """

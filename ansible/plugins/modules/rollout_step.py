@@ -14,7 +14,9 @@ options:
   step:
     description:
       - C(prepare) backs the printer up, unless it was touched by this rollout already; C(change) changes it; C(back)
-        brings back what the backup holds of the settings that the rollout has named.
+        brings back what the backup holds of the settings that the rollout has changed.
+      - C(prepare) is given what C(change) is given, so that a printer that lacks a variable fails before any of its batch
+        is changed.
       - A printer on which C(prepare) has failed fails in C(change), so that all of a batch are prepared before it is
         decided whether any of them is changed.
     type: str
@@ -80,12 +82,79 @@ EXAMPLES = r"""
 """
 
 RETURN = r"""
+backup:
+  description: The printer's backup.
+  returned: with C(prepare)
+  type: str
+fault:
+  description: Whether the printer fails with C(change), since it could not be backed up.
+  returned: with C(prepare)
+  type: bool
 target:
   description: Where the printer is now, as C(varden) names it.
-  returned: always
+  returned: when the printer was asked
   type: str
 exit_code:
   description: The exit code of C(varden).
   returned: when the printer was asked
   type: int
+before:
+  description: What was read before, by names.
+  returned: when the printer was asked
+  type: dict
+after:
+  description: What was read last, or in check mode would be, by names.
+  returned: when the printer was asked
+  type: dict
+results:
+  description:
+    - What has become of each setting, C(same), C(changed), C(unverifiable), C(refused), C(mismatch), C(restored) or
+      C(lost).
+  returned: when the printer was asked
+  type: dict
+plan:
+  description: The commands in their order, with what they change.
+  returned: when the printer was asked
+  type: list
+  elements: dict
+end:
+  description: How it ended, C(unchanged), C(changed), C(would-change), C(not-begun), C(undone) or C(person-needed).
+  returned: when the printer was asked
+  type: str
+left_out:
+  description: Settings of the file that a printer only reports.
+  returned: when the printer was asked
+  type: list
+  elements: str
+problems:
+  description: Everything that is wrong with the settings or the file; then nothing was sent.
+  returned: when the printer was asked
+  type: list
+  elements: dict
+moved_to:
+  description: Where the printer is now when its address or line was changed.
+  returned: when the printer was asked
+  type: str
+journal:
+  description: The journal of a change that is neither whole nor undone.
+  returned: when a person is needed
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
+ansible_facts:
+  description:
+    - C(varden_moved), with I(from), the printer as it was named, and I(to), where it is now. Tasks that name it as
+      I(from) does ask it at I(to).
+  returned: when the printer has moved
+  type: dict
+diff:
+  description: What differs, as C(--diff) shows it.
+  returned: when the printer was changed, or would be
+  type: dict
+msg:
+  description: What went wrong.
+  returned: when the task or the backup fails, or the printer is unreachable
+  type: str
 """

@@ -8,7 +8,10 @@ module: rollout_summary
 short_description: Writes the summary of a rollout
 version_added: 2.3.0
 description:
-  - Of all printers of the play; those that the run has not come to are there as not begun.
+  - Of all printers of the play; those that the run has not come to are there as not begun. Behind them stand those of
+    earlier runs that are not of this play, such as with C(--limit), as they were left.
+  - A printer that Ansible goes on without counts as failed, whatever task of the play has failed; one whose task has
+    ended in the middle of its change needs a person.
   - Writes C(summary.csv) and C(summary.html) into the rollout's folder, and counts the printers that the run has failed
     on, unreachable ones as well. Asks no printer.
 options:
@@ -44,11 +47,11 @@ EXAMPLES = r"""
 
 RETURN = r"""
 counts:
-  description: How many printers have which result.
+  description: How many printers have which result, also those of earlier runs.
   returned: always
   type: dict
 faults:
-  description: The printers that failed or could not be reached.
+  description: The printers of the play that failed or could not be reached.
   returned: always
   type: list
   elements: str

@@ -10,13 +10,15 @@ version_added: 2.3.0
 description:
   - Reads the printer, sends what differs, reads again, and brings back what was when anything is not as it should be.
   - The task has changed something exactly when the printer has.
-  - When the printer is neither as it was nor as wanted (exit code 5) the task fails, says that a person is needed, and
-    names the journal; C(varden recover) goes on from there.
+  - When the printer is neither as it was nor as wanted (exit code 5), or C(varden) was killed in the middle, the task
+    fails, says that a person is needed, and names the journal; C(varden recover) goes on from there.
 options:
   settings:
     description:
       - What the printer is to have, by the names of C(varden list). Numbers are in the units that people see.
-      - A bare C(ON) or C(OFF), which YAML takes for a truth, is the word again. Hexadecimal values want quotation marks.
+      - A bare C(ON) or C(OFF), which YAML takes for a truth, is the word again. Texts and hexadecimal values want
+        quotation marks, and are refused without them where YAML takes them for a number or a truth. A number that begins
+        with 0 is octal for YAML.
     type: dict
   file:
     description:
@@ -137,7 +139,17 @@ person_needed:
   returned: when the task fails
   type: bool
 ansible_facts:
-  description: C(varden_target), the new name of a printer that has moved.
+  description:
+    - C(varden_moved), with I(from), the printer as it was named, and I(to), where it is now. Tasks that name it as
+      I(from) does ask it at I(to).
   returned: when the printer has moved
   type: dict
+diff:
+  description: What differs, as C(--diff) shows it.
+  returned: when the printer was changed, or would be
+  type: dict
+msg:
+  description: What went wrong.
+  returned: when the task fails or the printer is unreachable
+  type: str
 """

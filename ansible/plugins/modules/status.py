@@ -54,4 +54,12 @@ seconds:
   description: How long the printer took to answer.
   returned: when the printer has answered
   type: float
+msg:
+  description: What went wrong.
+  returned: when the task fails or the printer is unreachable
+  type: str
+person_needed:
+  description: Whether the printer is neither as it was nor as wanted, or nobody knows.
+  returned: when the task fails
+  type: bool
 """

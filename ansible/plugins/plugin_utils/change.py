@@ -4,6 +4,8 @@
 from __future__ import (absolute_import, division, print_function)
 __metaclass__ = type
 
+import tempfile
+
 from ansible_collections.varden.printer.plugins.plugin_utils import varden
 
 # What a printer whose earlier change was not ended may hold of each setting, so that going on is safe.
@@ -26,25 +28,41 @@ def write(action, args):
     """Changes settings, or with check mode looks what would be changed; an Outcome."""
     options = options_of(args) + (["--check"] if action.check_mode() else [])
     words = varden.setting_words(args.get("settings") or {})
-    outcome = action.varden(args, "write", options, words)
-    if outcome.stands and args.get("resume") and not action.check_mode():
-        if _took_up(action, args):
-            outcome = action.varden(args, "write", options, words)
+    outcome = _write_once(action, args, options, words)
+    if outcome.stands and args.get("resume") and _is_safe(action, args):
+        if action.check_mode():
+            return _look_past(action, args, options, words)
+        if action.varden(args, "recover", ["--keep"]).code == varden.DONE:
+            outcome = _write_once(action, args, options, words)
     return outcome
 
 
-def _took_up(action, args):
-    """Ends an earlier change of which nothing is left in doubt: its journal goes, the printer stays.
+def _look_past(action, args, options, words):
+    """What a change would do once the journal that stands is taken up; a look needs no journals."""
+    with tempfile.TemporaryDirectory(prefix="varden-") as nowhere:
+        return action.varden(dict(args, state_folder=nowhere), "write", options, words)
 
-    Done when the printer holds of each setting what it held before or what was wanted then; what is
+
+def _write_once(action, args, options, words):
+    """A process that was killed may have done anything; one that only looks has done nothing."""
+    try:
+        return action.varden(args, "write", options, words)
+    except varden.Killed as error:
+        if action.check_mode():
+            raise
+        return varden.Outcome(varden.PERSON_NEEDED, {"error": {"what": str(error)}, "end": "person-needed"}, error.code)
+
+
+def _is_safe(action, args):
+    """Whether of an earlier change nothing is left in doubt, so that its journal may go and the printer stay.
+
+    It is when the printer holds of each setting what it held before or what was wanted then; what is
     still to be sent, the change that follows finds out.
     """
     seen = action.varden(args, "recover")
     if seen.code != varden.DIFFERS or not set(seen.data.get("results", {}).values()) <= HARMLESS:
         return False
-    if not _stop_bit_is_safe(seen.data, args):
-        return False
-    return action.varden(args, "recover", ["--keep"]).code == varden.DONE
+    return _stop_bit_is_safe(seen.data, args)
 
 
 def _stop_bit_is_safe(data, args):
@@ -55,25 +73,42 @@ def _stop_bit_is_safe(data, args):
     return sent <= {vouched} or bool(vouched and "stop-bit" in (args.get("settings") or {}))
 
 
+def left_as_it_was(outcome):
+    """Whether the printer holds what it held before varden write."""
+    return (outcome.stands or outcome.code in (varden.WRONG, varden.NOT_REACHABLE)
+            or (outcome.code == varden.INTERRUPTED and not outcome.person_needed)
+            or outcome.data.get("end") in ("unchanged", "not-begun", "undone"))
+
+
 def _text(settings, names):
     return "".join("%s: %s\n" % (name, "(not known)" if settings.get(name) is None else settings[name])
                    for name in names)
 
 
-def differing(data, args):
-    """The names of what is, or would be, different afterwards.
+def sides(data):
+    """What was before and what is, or would be, afterwards, by names.
 
-    A stop bit that was only vouched for travels along, and is no difference.
+    The stop bit, which no printer reports, is what the plan says, and left out where it only travels along.
     """
-    before, after = data.get("before") or {}, data.get("after") or {}
-    return [name for name in after if before.get(name) != after[name]
-            and not (name == "stop-bit" and args.get("stop_bit_is"))]
+    before, after = dict(data.get("before") or {}), dict(data.get("after") or {})
+    for side in (before, after):
+        side.pop("stop-bit", None)
+    for step in data.get("plan") or []:
+        if "stop-bit" in step["settings"]:
+            before["stop-bit"], after["stop-bit"] = (step["settings"]["stop-bit"][key] for key in ("from", "to"))
+    return before, after
+
+
+def differing(data):
+    """The names of what is, or would be, different afterwards."""
+    before, after = sides(data)
+    return [name for name in after if before.get(name) != after[name]]
 
 
 def result_of(outcome, args):
     """A task's result of a change."""
     data, result, target = outcome.data, outcome.result(), args["target"]
-    names = differing(data, args)
+    names, (before, after) = differing(data), sides(data)
     result["changed"] = outcome.code == varden.DIFFERS or bool(data.get("changed"))
     for key, default in (("before", {}), ("after", {}), ("results", {}), ("plan", []), ("left_out", []),
                          ("end", None), ("moved_to", None), ("problems", [])):
@@ -81,8 +116,8 @@ def result_of(outcome, args):
     result["target"] = data.get("moved_to") or target
     if result["changed"]:
         result["diff"] = {"before_header": target, "after_header": result["target"],
-                          "before": _text(result["before"], names),
-                          "after": _text(result["after"], names)}
+                          "before": _text(before, names),
+                          "after": _text(after, names)}
     if data.get("moved_to"):
-        result["ansible_facts"] = {"varden_target": data["moved_to"]}
+        result["ansible_facts"] = {"varden_moved": {"from": args["named"], "to": data["moved_to"]}}
     return result

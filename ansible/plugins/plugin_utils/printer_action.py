@@ -39,18 +39,29 @@ class PrinterAction(ActionBase):
     def run(self, tmp=None, task_vars=None):
         self._vars = task_vars or {}
         result = super().run(tmp, self._vars)
+        try:
+            result.update(self.attempt())
+        except varden.CannotRun as error:
+            result.update(failed=True, msg=str(error))
+        return result
+
+    def attempt(self):
+        """All that can fail of a task."""
+        return self.do(self._arguments())
+
+    def _arguments(self):
         args = self.validate_argument_spec(argument_spec=dict(COMMON, **self.SPEC))[1]
         for name, variable in VARIABLES.items():
             if name in self.SPEC or name in COMMON:
                 if args.get(name) is None:
                     args[name] = self._variable(variable)
-        args["target"] = args.get("target") or self._target()
+        for name in ("dest", "folder", "state_folder"):
+            if args.get(name):  # as Ansible takes paths: from the playbook's folder on
+                args[name] = self._loader.path_dwim(str(args[name]))
+        args["named"] = args.get("target") or self._target()
+        args["target"] = self._where_it_is(args["named"])
         args["executable"] = args["executable"] or "varden"
-        try:
-            result.update(self.do(args))
-        except varden.CannotRun as error:
-            result.update(failed=True, msg=str(error))
-        return result
+        return args
 
     def do(self, args):
         """The task's own part: takes complete arguments and returns a result."""
@@ -74,12 +85,20 @@ class PrinterAction(ActionBase):
         value = self._vars.get(name)
         return None if value is None else self._templar.template(value)
 
+    def _where_it_is(self, named):
+        """A printer that was sent elsewhere is there, as long as it is named as it was then.
+
+        Facts may be kept from run to run; an inventory that says something else since counts more.
+        """
+        moved = (self._vars.get("ansible_facts") or {}).get("varden_moved") or {}
+        return moved["to"] if moved.get("from") == named and moved.get("to") else named
+
     def _target(self):
-        # A printer that has moved in this run is where the fact says.
-        facts = self._vars.get("ansible_facts") or {}
-        target = facts.get("varden_target") or self._variable("varden_target")
+        target = self._variable("varden_target")
         if target:
             return str(target)
         host = self._variable("ansible_host") or self.host()
         port = self._variable("ansible_port")
+        if str(host).count(":") > 1 and not str(host).startswith("["):
+            host = "[%s]" % host
         return "lan:%s:%s" % (host, port) if port else "lan:%s" % host

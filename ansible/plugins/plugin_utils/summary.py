@@ -9,7 +9,7 @@ import html
 import io
 import os
 
-from ansible_collections.varden.printer.plugins.plugin_utils import records
+from ansible_collections.varden.printer.plugins.plugin_utils import records, varden
 
 COLUMNS = ("printer", "target", "result", "settings", "changed_at", "time", "message", "journal", "backup")
 WORDS = {
@@ -29,8 +29,11 @@ def _value(value):
 
 
 def row(host, record, run, backup):
-    """A printer's row. What this run has not come to is not begun, whatever an earlier run has done."""
-    now = record.get("run") == run
+    """A printer's row. What this run has not come to is not begun, whatever an earlier run has done.
+
+    Without a run it is what the last one has done.
+    """
+    now = run is None or record.get("run") == run
     result = record.get("result") if now else None
     before, after = record.get("before") or {}, record.get("after") or {}
     changes = ["%s: %s -> %s" % (name, _value(before.get(name)), _value(after.get(name)))
@@ -48,6 +51,26 @@ def row(host, record, run, backup):
     }
 
 
+def _with_fault(entry, over):
+    """The row of a printer that Ansible goes on without, or that nobody works on any more."""
+    if entry["result"] == "begun" and over:
+        entry.update(result="person-needed", message="its task has ended in the middle of the change; "
+                     "varden recover tells how it stands")
+    elif entry["result"] not in records.FAULTS + ("begun",):
+        entry.update(result="failed", message="a task has failed that has told nothing here; what Ansible has "
+                     "printed tells why")
+    return entry
+
+
+def _row_of(folder, host, run, backup):
+    """A printer's row; of one whose record cannot be read it says so, which is a fault once it is come to."""
+    try:
+        return row(host, folder.read(host), run, backup)
+    except varden.CannotRun as error:
+        result = "failed" if host in folder.faulty(run) else "not-begun"
+        return row(host, {"run": run, "result": result, "message": str(error)}, run, backup)
+
+
 def line(entry):
     """One line for a terminal."""
     text = "%s: %s" % (entry["printer"], WORDS[entry["result"]])
@@ -62,11 +85,16 @@ def counts(rows):
             for result in WORDS if any(each["result"] == result for each in rows)}
 
 
+def _inert(value):
+    """A cell that no spreadsheet takes for a formula."""
+    return "'" + value if value[:1] in ("=", "+", "-", "@", "\t", "\r") else value
+
+
 def as_csv(rows):
     text = io.StringIO()
     table = csv.DictWriter(text, COLUMNS, lineterminator="\r\n")
     table.writeheader()
-    table.writerows(rows)
+    table.writerows({name: _inert(value) for name, value in each.items()} for each in rows)
     return text.getvalue()
 
 
@@ -90,13 +118,21 @@ def as_html(rows, title):
             % (escape(title), STYLE, escape(title), len(rows), numbers, records.now(), head, body))
 
 
-def write(folder, hosts, run, title):
-    """Writes both files from the records as they are now; the rows."""
+def write(folder, task_vars, run, title, over):
+    """Writes both files from the records as they are now; the rows. It is over when no printer is under way.
+
+    Behind the printers of the play stand those of earlier runs, with what had become of them.
+    """
+    lost = records.lost_hosts(task_vars)
     with folder.locked():
         rows = []
-        for host in hosts:
+        for host in task_vars["ansible_play_hosts_all"]:
             backup = folder.backup(host)
-            rows.append(row(host, folder.read(host), run, backup if os.path.exists(backup) else ""))
+            entry = _row_of(folder, host, run, backup if os.path.exists(backup) else "")
+            rows.append(_with_fault(entry, over) if host in lost or entry["result"] == "begun" else entry)
+        for host in sorted(set(folder.hosts()) - {each["printer"] for each in rows}):
+            backup = folder.backup(host)
+            rows.append(_row_of(folder, host, None, backup if os.path.exists(backup) else ""))
         records.write_whole(folder.summary("csv"), as_csv(rows))
         records.write_whole(folder.summary("html"), as_html(rows, title))
     return rows
