@@ -21,8 +21,8 @@ from pathlib import Path
 
 # More do not gain much, and one that does not compile costs more.
 MOST_AT_ONCE = 10
-# What it says of a batch because it is one.
-OF_BATCHES = "-bugprone-suspicious-include"
+# What would be said of a batch because it is one: that it includes sources, and takes them for headers.
+OF_BATCHES = "-bugprone-suspicious-include,-google-global-names-in-headers"
 # What begins a line and is, or may be, a source's own: a type, a constant, a function.
 OWN = re.compile(r"^(?:using (\w+) =|(?:struct|class|enum(?: class)?) (\w+)"
                  r"|(?:constexpr|const) [^=({]*?(\w+)(?:\[\w*\])?\s*[={(]"

@@ -61,7 +61,7 @@ TEST_F(FmMainIdleTest, WaitingForAConnectionCostsNextToNothing) {
         m_objWindow.Form().findChild<QToolButton*>("btnStop")->click();
     });
     ConnectToPrinter();
-    ExpectLoad(MostWaiting, 3.9);
+    ExpectLoad(MostWaiting, 2);
 }
 
 TEST_F(FmMainIdleTest, AnOpenWindowAtRestCostsNothing) {
