@@ -4,10 +4,12 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/time.h>
 #include <unistd.h>
 #endif
@@ -27,8 +29,10 @@ std::atomic<const std::string*> g_strLastWords{nullptr};
 std::atomic<const std::string*> g_strLastNote{nullptr};
 std::atomic<bool> g_bHeld{false};
 std::atomic<bool> g_bPending{false};
+std::atomic<int> g_iWake{-1};  // the end of the pipe that is written to
 static_assert(std::atomic<const std::string*>::is_always_lock_free);
 static_assert(std::atomic<bool>::is_always_lock_free);
+static_assert(std::atomic<int>::is_always_lock_free);
 
 #ifndef _WIN32
 void Put(int p_iStream, const std::string* p_strBytes) {
@@ -36,6 +40,19 @@ void Put(int p_iStream, const std::string* p_strBytes) {
         [[maybe_unused]] const auto iWritten =
             ::write(p_iStream, p_strBytes->data(), p_strBytes->size());
     }
+}
+
+/// A pipe that wakes who waits for its first end; no program that is started has it. Ends of -1
+/// when there is none to be had.
+std::array<int, 2> MakePipe() {
+    std::array iEnds{-1, -1};
+    if (::pipe(iEnds.data()) == 0) {
+        for (const int iEnd : iEnds) {
+            ::fcntl(iEnd, F_SETFD, FD_CLOEXEC);
+            ::fcntl(iEnd, F_SETFL, O_NONBLOCK);
+        }
+    }
+    return iEnds;
 }
 #endif
 
@@ -51,8 +68,12 @@ void OnInterrupt(int p_iSignal) {
     const bool bFirst = !g_bPending.exchange(true);
 #ifndef _WIN32
     if (bFirst && g_bHeld) {
+        const int iError = errno;
+        const int iWake = g_iWake;
+        [[maybe_unused]] const auto iWritten = ::write(iWake, "", 1);
         const itimerval objGrace{{0, 0}, {0, CInterrupt::GraceMilliseconds * 1000}};
         ::setitimer(ITIMER_REAL, &objGrace, nullptr);
+        errno = iError;
         return;
     }
 #endif
@@ -62,6 +83,11 @@ void OnInterrupt(int p_iSignal) {
 }  // namespace
 
 CInterrupt::CInterrupt() {
+#ifndef _WIN32
+    const auto [iRead, iWritten] = MakePipe();
+    m_iWake = iRead;
+    g_iWake = iWritten;
+#endif
     // A program in the background of a script does not hear Ctrl-C, one under nohup not that its
     // terminal is gone, and both go on so.
     for (const int iSignal : Signals) {
@@ -80,6 +106,8 @@ CInterrupt::~CInterrupt() {
     }
 #ifndef _WIN32
     std::signal(SIGALRM, SIG_DFL);
+    ::close(g_iWake.exchange(-1));
+    ::close(m_iWake);
 #endif
     g_bPending = false;
     g_strLastWords = nullptr;

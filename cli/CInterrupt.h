@@ -22,7 +22,9 @@ public:
     void SetLastNote(const std::string& p_strBytes) override;
     void RunHeld(const std::function<void()>& p_fnWork) override;
     [[nodiscard]] bool IsPending() const override;
+    [[nodiscard]] int WakeHandle() const override { return m_iWake; }
 
 private:
+    int m_iWake = -1;                   // the end that is read; owned, as is the one written to
     std::list<std::string> m_strWords;  // all that were set: a signal may be reading the one before
 };

@@ -7,6 +7,7 @@
 #include "platform/qt/MSerialPortName.h"
 
 #include <QCoreApplication>
+#include <QSocketNotifier>
 
 #include <filesystem>
 #include <system_error>
@@ -51,6 +52,10 @@ const char* LinkName(CTarget::Link p_iLink) {
     return "usb";
 }
 
+/// How long a wait sleeps at most when an interrupt wakes it: a person is told each second of a
+/// wait, and nothing else has to be looked at meanwhile.
+constexpr int SleepMilliseconds = 250;
+
 /// Hears of a session and tells nobody.
 class CNobody : public ISessionEvents {
 public:
@@ -69,6 +74,16 @@ public:
 /// The toolkit's part of waiting. A program has one application; whoever has made it already keeps
 /// it.
 struct CPrinterConnector::Toolkit {
+    explicit Toolkit(int p_iWakeHandle)
+        : m_objEventLoop(p_iWakeHandle < 0 ? CQtEventLoop::ShortMilliseconds : SleepMilliseconds) {
+        if (p_iWakeHandle >= 0) {
+            m_objWake = std::make_unique<QSocketNotifier>(p_iWakeHandle, QSocketNotifier::Read);
+            // It stays readable: once is enough, for from then on nothing waits.
+            QObject::connect(m_objWake.get(), &QSocketNotifier::activated, m_objWake.get(),
+                             [this] { m_objWake->setEnabled(false); });
+        }
+    }
+
     int m_iArguments = 1;
     std::string m_strName = "varden";
     char* m_strArguments[2] = {m_strName.data(), nullptr};  // NOLINT(modernize-avoid-c-arrays)
@@ -76,6 +91,7 @@ struct CPrinterConnector::Toolkit {
         QCoreApplication::instance() == nullptr
             ? std::make_unique<QCoreApplication>(m_iArguments, m_strArguments)
             : nullptr;
+    std::unique_ptr<QSocketNotifier> m_objWake;
     CQtEventLoop m_objEventLoop;
     CSteadyClock m_objClock;
 };
@@ -90,7 +106,7 @@ CPrinterConnector::~CPrinterConnector() = default;
 
 CPrinterConnector::Toolkit& CPrinterConnector::Life() {
     if (!m_objToolkit) {
-        m_objToolkit = std::make_unique<Toolkit>();
+        m_objToolkit = std::make_unique<Toolkit>(m_objInterrupt.WakeHandle());
     }
     return *m_objToolkit;
 }

@@ -22,4 +22,9 @@ public:
 
     /// True from the moment that Ctrl-C has come.
     [[nodiscard]] virtual bool IsPending() const = 0;
+
+    /// A file descriptor that can be read from that moment on, so that a program that sleeps
+    /// wakes; -1 when there is none, and who waits has to look at IsPending now and then. Nobody
+    /// reads it but by asking whether it can be read.
+    [[nodiscard]] virtual int WakeHandle() const = 0;
 };

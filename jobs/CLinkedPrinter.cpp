@@ -82,9 +82,11 @@ public:
         CWaiter& objWaiter = m_objSession.Waiter();
         const double dPause = m_objPrinter.m_objLimits.m_dPause;
         const double dStart = objWaiter.Now();
+        constexpr double dQuiet = CCommandExchange::QuietSeconds;
+        CAnswerRouter& objRouter = m_objSession.Router();
         const auto dLeft = [&] { return dPause - (objWaiter.Now() - dStart); };
-        while (dLeft() > 0 && objWaiter.YieldFor(dLeft())) {
-            m_objSession.Router().SettleQuiet(objWaiter.Now(), CCommandExchange::QuietSeconds);
+        while (dLeft() > 0 && objWaiter.YieldFor(objRouter.SleepBeforeSettling(dLeft(), dQuiet))) {
+            objRouter.SettleQuiet(objWaiter.Now(), dQuiet);
         }
     }
 

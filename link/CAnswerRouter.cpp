@@ -95,13 +95,23 @@ bool CAnswerRouter::SettleQuiet(double p_dNow, double p_dQuietSeconds) {
         m_iSeen = m_iTaken;
         m_dSeenAt = p_dNow;
     }
-    const bool bDoubtful = m_objAssembler.IsDoubtful() || m_objReceiver.IsDoubtful();
-    if (!bDoubtful || !bNothingNew || p_dNow - m_dSeenAt < p_dQuietSeconds) {
+    if (!IsInDoubt() || !bNothingNew || p_dNow - m_dSeenAt < p_dQuietSeconds) {
         return false;
     }
     SettleStream();
     SettleSerial();
     return true;
+}
+
+double CAnswerRouter::SleepBeforeSettling(double p_dLeft, double p_dQuietSeconds) const {
+    // Quiet is measured in a few looks rather than in one: bytes that wait in front of a busy
+    // machine must have had the time to come in.
+    constexpr double dLooks = 8;
+    return IsInDoubt() ? std::min(p_dLeft, p_dQuietSeconds / dLooks) : p_dLeft;
+}
+
+bool CAnswerRouter::IsInDoubt() const {
+    return m_objAssembler.IsDoubtful() || m_objReceiver.IsDoubtful();
 }
 
 void CAnswerRouter::Route(CAnswerAssembler::Result p_iResult) {

@@ -61,6 +61,10 @@ public:
     /// @return true when it has taken some.
     bool SettleQuiet(double p_dNow, double p_dQuietSeconds);
 
+    /// How long a wait may sleep until SettleQuiet is to be called again, when nothing comes: no
+    /// longer than p_dLeft seconds, which the wait has left itself.
+    [[nodiscard]] double SleepBeforeSettling(double p_dLeft, double p_dQuietSeconds) const;
+
     /// True for settings from USB that show to be another group's than the one that was asked for,
     /// by their end or by the number of their bytes.
     /// @param p_objReceived as TakeUsbAnswer takes it.
@@ -100,6 +104,8 @@ public:
     [[nodiscard]] bool HasUsbFilledGroup() const { return m_bUsbFilled; }
 
 private:
+    /// True while an answer is kept that shows no end.
+    [[nodiscard]] bool IsInDoubt() const;
     void Route(CAnswerAssembler::Result p_iResult);
     void RouteSerial(CSerialReceiver::Result p_iResult);
     void RouteStatus(std::span<const std::uint8_t> p_objAnswer);

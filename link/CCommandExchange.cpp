@@ -84,7 +84,8 @@ bool CCommandExchange::WaitUntil(const std::function<bool()>& p_fnIsThere, std::
     CWaiter::Stopwatch objWaited(m_objWaiter);
     CWaitTold objTold(m_objEvents);
     double dLeft = p_iSeconds;
-    while (m_objWaiter.YieldFor(dLeft) && !IsGone(objLan)) {
+    while (m_objWaiter.YieldFor(m_objRouter.SleepBeforeSettling(dLeft, QuietSeconds)) &&
+           !IsGone(objLan)) {
         const double dElapsed = objWaited.Elapsed();
         dLeft = p_iSeconds - dElapsed;
         const bool bOver = dElapsed > p_iSeconds;
@@ -115,7 +116,7 @@ void CCommandExchange::Pause(std::int16_t p_iSeconds) {
         if (dLeft <= 0) {
             return;
         }
-        m_objWaiter.YieldFor(dLeft);
+        m_objWaiter.YieldFor(m_objRouter.SleepBeforeSettling(dLeft, QuietSeconds));
         m_objRouter.SettleQuiet(m_objWaiter.Now(), QuietSeconds);
     }
 }

@@ -12,10 +12,6 @@ namespace {
 /// looking at the clock costs nothing.
 constexpr int SleepMilliseconds = 8;
 
-/// The same of a yield that knows when its wait is over. Nothing but a signal, which is no event,
-/// is noticed as late as that.
-constexpr int LongestMilliseconds = 32;
-
 }  // namespace
 
 void CQtEventLoop::Yield() {
@@ -25,7 +21,7 @@ void CQtEventLoop::Yield() {
 void CQtEventLoop::YieldFor(double p_dSeconds) {
     constexpr double dMillisecondsPerSecond = 1000;
     const double dLeft = std::ceil(p_dSeconds * dMillisecondsPerSecond);
-    Sleep(static_cast<int>(std::clamp(dLeft, 1.0, double{LongestMilliseconds})));
+    Sleep(static_cast<int>(std::clamp(dLeft, 1.0, static_cast<double>(m_iLongestMilliseconds))));
 }
 
 void CQtEventLoop::Sleep(int p_iMilliseconds) {

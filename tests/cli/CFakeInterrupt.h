@@ -15,4 +15,5 @@ public:
     void SetLastNote(const std::string& p_strBytes) override { m_strNote = p_strBytes; }
     void RunHeld(const std::function<void()>& p_fnWork) override { p_fnWork(); }
     [[nodiscard]] bool IsPending() const override { return m_bPending; }
+    [[nodiscard]] int WakeHandle() const override { return -1; }
 };

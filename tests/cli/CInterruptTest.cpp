@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <poll.h>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -134,6 +135,25 @@ TEST(CInterrupt, WhatIsHeldIsClosedBeforeTheProgramEnds) {
     ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
     EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
     EXPECT_EQ(objEnded.m_strOut, "closed {}\n");
+}
+
+TEST(CInterrupt, WakesWhoSleepsWhileSomethingIsHeld) {
+    const Ended objEnded = InAProcess([] {
+        CInterrupt objInterrupt;
+        const auto fnTell = [&] {
+            pollfd objWake{objInterrupt.WakeHandle(), POLLIN, 0};
+            const char* const strWord = ::poll(&objWake, 1, 0) == 1 ? "awake " : "asleep ";
+            EXPECT_GT(::write(STDOUT_FILENO, strWord, std::string(strWord).size()), 0);
+        };
+        objInterrupt.RunHeld([&] {
+            fnTell();
+            std::raise(SIGTERM);
+            fnTell();
+            std::raise(SIGTERM);
+        });
+    });
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), MExitCode::Interrupted);
+    EXPECT_EQ(objEnded.m_strOut, "asleep awake ");
 }
 
 TEST(CInterrupt, WhatDoesNotCloseInTimeIsNotWaitedFor) {

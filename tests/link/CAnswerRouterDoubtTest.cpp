@@ -222,6 +222,16 @@ TEST_P(CAnswerRouterEndlessTest, EveryByteThatComesBeginsTheQuietTimeAnew) {
     ExpectTaken();
 }
 
+TEST_P(CAnswerRouterEndlessTest, AWaitSleepsLittleWhileItIsInDoubtAndElseAsLongAsItHas) {
+    EXPECT_DOUBLE_EQ(m_objRouter.SleepBeforeSettling(3, Quiet), 3);
+    BeginDoubt();
+    EXPECT_LE(m_objRouter.SleepBeforeSettling(3, Quiet), Quiet / 4);
+    EXPECT_DOUBLE_EQ(m_objRouter.SleepBeforeSettling(0.001, Quiet), 0.001);
+    EXPECT_FALSE(m_objRouter.SettleQuiet(100, Quiet));
+    EXPECT_TRUE(m_objRouter.SettleQuiet(100.25, Quiet));
+    EXPECT_DOUBLE_EQ(m_objRouter.SleepBeforeSettling(3, Quiet), 3);
+}
+
 TEST_P(CAnswerRouterEndlessTest, AtMidnightTheQuietTimeBeginsAnew) {
     BeginDoubt();
     EXPECT_FALSE(m_objRouter.SettleQuiet(86'399.9, Quiet));

@@ -108,8 +108,20 @@ TEST(CQtEventLoopTest, AWaitThatSaysItsLengthWakesSeldomAndNoticesAClosingSoon) 
     EXPECT_GE(iYields, 10);
 }
 
+TEST(CQtEventLoopTest, AProgramThatIsWokenOtherwiseSleepsAsLongAsItSays) {
+    CQtEventLoop objEventLoop(400);
+    objEventLoop.Yield();
+    QElapsedTimer objTimer;
+    objTimer.start();
+    objEventLoop.YieldFor(10);
+    EXPECT_GE(objTimer.elapsed(), 399);
+    objTimer.start();
+    objEventLoop.YieldFor(0.01);
+    EXPECT_LT(objTimer.elapsed(), 390);
+}
+
 TEST(CQtEventLoopTest, AnEventEndsAYieldForATime) {
-    CQtEventLoop objEventLoop;
+    CQtEventLoop objEventLoop(10'000);
     bool bRan = false;
     QTimer::singleShot(5, [&] { bRan = true; });
     QElapsedTimer objTimer;
