@@ -94,7 +94,9 @@ constexpr std::array SocketFailures{
     SystemRow{ETIMEDOUT, "nothing at that address answers", SeeAddress},
     SystemRow{EHOSTUNREACH, "no way leads to that address", SeeAddress},
     SystemRow{ENETUNREACH, "no way leads to that network", SeeAddress},
+#ifdef EHOSTDOWN  // not every system has it
     SystemRow{EHOSTDOWN, "nothing at that address answers", SeeAddress},
+#endif
     SystemRow{ENETDOWN, "this computer's network is down", "connect this computer to the network"},
     SystemRow{EADDRNOTAVAIL, "there is no such address", SeeAddress},
     SystemRow{ECONNRESET, "the printer has dropped the connection", Restart},

@@ -20,6 +20,8 @@
     packages_try=(mmdebstrap binutils appstream desktop-file-utils librsvg2-bin)
     packages_checks=(git clang-format clang-tidy shellcheck)
     packages_sanitizers=(libclang-rt-dev)
+    packages_newer=(clang-16)
+    packages_portable=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 }
 
 # install_packages PACKAGE...: installs those that are missing; fast when none is.

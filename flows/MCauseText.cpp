@@ -58,11 +58,13 @@ constexpr std::array<SystemRow, 8> SerialRows{{
     {EACCES, "no permission"},
 }};
 
-constexpr std::array<SystemRow, 14> SocketRows{{
+constexpr auto SocketRows = std::to_array<SystemRow>({
     {ECONNREFUSED, "refused"},
     {ETIMEDOUT, "timed out"},
     {EHOSTUNREACH, "no route"},
+#ifdef EHOSTDOWN  // not every system has it
     {EHOSTDOWN, "no route"},
+#endif
     {ENETUNREACH, "network unreachable"},
     {ENETDOWN, "network down"},
     {EADDRNOTAVAIL, "no such address"},
@@ -73,7 +75,7 @@ constexpr std::array<SystemRow, 14> SocketRows{{
     {EMFILE, "too many files open"},
     {SocketError::NoSuchHost, "no such name"},
     {SocketError::NotResolved, "nobody to ask for the name"},
-}};
+});
 
 constexpr std::array<SystemRow, 4> UsbRows{{
     {ENODEV, "no printer"},
