@@ -6,6 +6,7 @@
 #include "simulator/CPrinter.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
