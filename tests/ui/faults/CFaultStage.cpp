@@ -141,6 +141,28 @@ Known CFaultStage::After(const char* p_strButton) {
         m_objStage.Play(objCell, [](CScene& p_objScene) { return TextOf(KnownOf(p_objScene)); }));
 }
 
+std::vector<std::string> CFaultStage::SentBehindReading() {
+    const CCell objCell{"", "btnRead", LinkKind::Lan, true, [](CScene& p_objScene) {
+                            p_objScene.Press("btnRead");
+                            p_objScene.Press("btnLanRead");
+                            p_objScene.m_objSocket.m_strSent.clear();
+                            p_objScene.Press("btnSet");
+                            p_objScene.Press("btnLanSet");
+                        }};
+    std::istringstream objSent(m_objStage.Play(objCell, [](CScene& p_objScene) {
+        std::string strLines;
+        for (const std::string& strSent : p_objScene.m_objSocket.m_strSent) {
+            strLines += strSent + "\n";
+        }
+        return strLines;
+    }));
+    std::vector<std::string> strSent;
+    for (std::string strLine; std::getline(objSent, strLine);) {
+        strSent.push_back(strLine);
+    }
+    return strSent;
+}
+
 void CFaultStage::Compare(CScene& p_objScene, CSeen& p_objSeen) const {
     const Known objNow = KnownOf(p_objScene);
     for (int iGroup = 0; iGroup < Groups; ++iGroup) {

@@ -30,6 +30,9 @@ public:
     /// The commands that would give a printer the settings that this one has.
     [[nodiscard]] const std::vector<std::string>& Settings() const { return m_objStage.Settings(); }
 
+    /// What the two SETs send behind the two READs.
+    std::vector<std::string> SentBehindReading();
+
 private:
     Known After(const char* p_strButton);
     void Compare(CScene& p_objScene, CSeen& p_objSeen) const;

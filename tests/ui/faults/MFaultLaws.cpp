@@ -25,9 +25,11 @@ bool Is(const CFaultCell& p_objCell, const char* p_strButton) {
     return std::string(p_objCell.m_objFlow->m_strButton) == p_strButton;
 }
 
-/// The socket's own words come beside the box that the flow has.
-bool IsSocketsOwn(const std::string& p_strTold) {
-    return p_strTold.find(": Number=") != std::string::npos;
+/// What the link tells the moment it happens comes beside the box that the flow has: the socket's
+/// own words, and that the printer on USB is gone when its answer is to be fetched.
+bool IsLinksOwn(const std::string& p_strTold) {
+    return p_strTold.find(": Number=") != std::string::npos ||
+           p_strTold.ends_with("'USB' Open Error !!");
 }
 
 std::int64_t Count(const Texts& p_strTold, bool (*p_fnIs)(const std::string&)) {
@@ -116,13 +118,13 @@ void NothingBehindAFailure(const CFaultCell& p_objCell, const CSeen& p_objSeen,
                            const CSeen& /*p_objSound*/, Broken& p_strBroken) {
     const MFaults::Fault& objFault = *p_objCell.m_objFault;
     const std::int64_t iFailures = Count(p_objSeen.m_strTold, MSeeing::IsFailure);
-    const std::int64_t iOwn = iFailures - Count(p_objSeen.m_strTold, IsSocketsOwn);
+    const std::int64_t iOwn = iFailures - Count(p_objSeen.m_strTold, IsLinksOwn);
     const bool bPaperEnd = Is(p_objCell, "btnPaperEnd");
     const bool bOpens = objFault.m_iStrikes == MFaults::Strikes::Opening;
     // An opening that fails is told by itself, and the flow that finds the link closed tells that.
     const std::int64_t iMost = (bPaperEnd ? 2 : 1) + (bOpens ? 1 : 0);
-    if (iOwn > iMost) {
-        p_strBroken.push_back(std::to_string(iOwn) + " boxes for one failure");
+    if (iOwn > iMost || iFailures - iOwn > 1) {
+        p_strBroken.push_back(std::to_string(iFailures) + " boxes for one failure");
     }
     if (p_objSeen.m_iBehindFailure > 0 && !bPaperEnd) {
         p_strBroken.emplace_back("a command went out behind a failure that was told");

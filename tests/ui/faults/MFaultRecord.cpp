@@ -1,5 +1,6 @@
 #include "tests/ui/faults/MFaultRecord.h"
 
+#include <regex>
 #include <sstream>
 #include <vector>
 
@@ -21,6 +22,27 @@ std::string Joined(const std::vector<std::string>& p_strTexts, const char* p_str
 /// "{Z2;1,0021...|}" is "Z2;1".
 std::string Head(const std::string& p_strCommand) {
     return p_strCommand.substr(1, p_strCommand.find_first_of(",|") - 1);
+}
+
+/// "box, critical, "Failure": Device Time Out !!" without what all boxes have; of the socket's own
+/// words the first line, when the others are there.
+std::string Box(const std::string& p_strTold) {
+    static const std::regex objTitled("^box, (.*), \"Varden Setting Tool\": (.*)$");
+    static const std::regex objBox("^box, (.*: )(.*)$");
+    static const std::regex objSocket(
+        "(Number=[0-9]+  .*)<0D><0A>Scode=[0-9]+<0D><0A>Source=[A-Za-z]*<0D><0A>HelpFile=[a-z.]*"
+        "<0D><0A>HelpContext=[0-9]+<0D><0A>CancelDisplay=(True|False)$");
+    const std::string strBox =
+        std::regex_replace(std::regex_replace(p_strTold, objTitled, "$1: $2"), objBox, "$1$2");
+    return std::regex_replace(strBox, objSocket, "$1 ...");
+}
+
+std::vector<std::string> Boxes(const std::vector<std::string>& p_strTold) {
+    std::vector<std::string> strBoxes;
+    for (const std::string& strTold : p_strTold) {
+        strBoxes.push_back(Box(strTold));
+    }
+    return strBoxes;
 }
 
 std::string Sent(const CFaultCell& p_objCell, const CSeen& p_objSeen) {
@@ -61,7 +83,7 @@ namespace MFaultRecord {
 
 std::string Outcome(const CFaultCell& p_objCell, const CSeen& p_objSeen) {
     std::vector<std::string> strParts{
-        "told " + Joined(p_objSeen.m_strTold, " + "),
+        "told " + Joined(Boxes(p_objSeen.m_strTold), " + "),
         "sent " + Sent(p_objCell, p_objSeen),
         "items " + Items(p_objSeen),
         "page " + Pages(p_objSeen),
@@ -74,7 +96,7 @@ std::string Outcome(const CFaultCell& p_objCell, const CSeen& p_objSeen) {
     strParts.push_back("foot \"" + p_objSeen.m_strPage + '"');
     strParts.push_back("takes " + Seconds(p_objSeen.m_iHalfSeconds));
     if (!p_objSeen.m_strLater.empty()) {
-        strParts.push_back("later " + Joined(p_objSeen.m_strLater, " + "));
+        strParts.push_back("later " + Joined(Boxes(p_objSeen.m_strLater), " + "));
     }
     if (p_objSeen.m_iRefused > 0) {
         strParts.emplace_back("pressed, disabled");

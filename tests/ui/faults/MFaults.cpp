@@ -39,6 +39,7 @@ constexpr std::int64_t BehindTheAnswer = 600;
 constexpr std::int64_t Gap = 600;
 constexpr std::size_t Kilobyte = 1024;
 constexpr std::size_t Megabyte = Kilobyte * Kilobyte;
+constexpr std::int32_t UnknownFailure = -7;
 constexpr std::size_t MoreThanAnybodyOpens = 1000;
 constexpr std::size_t OpeningsOfACommand = 3;  // to ask, to send, to receive
 
@@ -182,7 +183,7 @@ const std::vector<Fault>& All() {
         {"the printer is held by another program", Usb, Asked::Anything, Command, Nothing, None, Openings(1, IUsbLibrary::NotReady, EBUSY)},
         {"the printer does not tell what it is", Usb, Asked::Anything, Command, Nothing, None, Openings(1, IUsbLibrary::NoDeviceId)},
         {"the wrong device", Usb, Asked::Anything, Command, Core, None, Openings(1, IUsbLibrary::Mismatch)},
-        {"the opening fails, nobody knows why", Usb, Asked::Anything, Command, Nothing, None, Openings(1, IUsbLibrary::Failed)},
+        {"the opening fails, nobody knows why", Usb, Asked::Anything, Command, Nothing, None, Openings(1, UnknownFailure)},
 
         // The command does not go out as it should.
         {"pulled out before the command is sent", Usb, Asked::Anything, Command, Core, None, Openings(2, IUsbLibrary::NotReady, ENODEV)},

@@ -6,6 +6,7 @@
 
 #include "tests/ui/faults/CFaultStage.h"
 #include "tests/ui/faults/MFaultLaws.h"
+#include "tests/ui/faults/MFaultPage.h"
 #include "tests/ui/faults/MFaultRecord.h"
 
 #include <QApplication>
@@ -26,6 +27,14 @@ void WriteFile(const std::string& p_strPath, const std::string& p_strText) {
     if (!objFile) {
         throw std::runtime_error("cannot write " + p_strPath);
     }
+}
+
+std::string ReadFile(const std::string& p_strPath) {
+    std::ifstream objFile(p_strPath, std::ios::binary);
+    if (!objFile) {
+        throw std::runtime_error("cannot read " + p_strPath);
+    }
+    return {std::istreambuf_iterator<char>(objFile), {}};
 }
 
 /// Plays the cells in whose key p_strText stands; the broken laws are told on standard error.
@@ -54,6 +63,13 @@ MFaultRecord::Outcomes Play(const std::string& p_strText) {
     return strOutcomes;
 }
 
+int WritePage(const std::string& p_strTable, const std::string& p_strPage) {
+    WriteFile(p_strPage,
+              MFaultPage::Replace(ReadFile(p_strPage),
+                                  MFaultPage::Part(MFaultRecord::FromText(ReadFile(p_strTable)))));
+    return 0;
+}
+
 int Run(const std::string& p_strWhat, const std::string& p_strFirst) {
     if (p_strWhat == "--write") {
         WriteFile(p_strFirst, MFaultRecord::Text(Play("")));
@@ -76,6 +92,9 @@ int main(int p_iCount, char** p_strArguments) {
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     try {
+        if (strWhat == "--page") {
+            return WritePage(p_strArguments[2], p_iCount > 3 ? p_strArguments[3] : "");
+        }
         QApplication objApplication(p_iCount, p_strArguments);
         return Run(strWhat, p_strArguments[2]);
     } catch (const std::exception& objException) {

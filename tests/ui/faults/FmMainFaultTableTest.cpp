@@ -1,0 +1,321 @@
+#include "tests/ui/faults/CFaultStage.h"
+#include "tests/ui/faults/MFaultLaws.h"
+#include "tests/ui/faults/MFaultPage.h"
+#include "tests/ui/faults/MFaultRecord.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::size_t FewestCells = 700;
+constexpr int FewestOfAFlow = 15;
+constexpr int MostTold = 5;  // of the cells that differ
+
+std::string File(const std::string& p_strPath) {
+    std::ifstream objFile(p_strPath, std::ios::binary);
+    EXPECT_TRUE(objFile) << "no file " << p_strPath;
+    return {std::istreambuf_iterator<char>(objFile), {}};
+}
+
+MFaultRecord::Outcomes Recorded() {
+    return MFaultRecord::FromText(File(VARDEN_FAULT_TABLE));
+}
+
+bool IsOfSettings(const MFlows::Flow& p_objFlow) {
+    const std::string strButton = p_objFlow.m_strButton;
+    return strButton.ends_with("Read") || strButton.ends_with("Set");
+}
+
+/// A part of the table: the flows of settings on a link, or the others.
+struct Part {
+    LinkKind m_iLink;
+    bool m_bSettings;
+};
+
+class FmMainFaultTableTest : public ::testing::TestWithParam<Part> {};
+
+TEST_P(FmMainFaultTableTest, EachCellKeepsTheLawsAndEndsAsTheTableSays) {
+    const MFaultRecord::Outcomes strRecorded = Recorded();
+    CFaultStage objStage;
+    int iWrong = 0;
+    for (const MFlows::Flow& objFlow : MFlows::Talking()) {
+        if (IsOfSettings(objFlow) != GetParam().m_bSettings) {
+            continue;
+        }
+        CSeen objSound;
+        for (const CFaultCell& objCell : MFaultCells::Of(objFlow, GetParam().m_iLink)) {
+            const CSeen objSeen = objStage.Play(objCell);
+            objSound = objCell.m_objFault == &MFaults::All().front() ? objSeen : objSound;
+            const std::string strKey = MFaultRecord::Key(objCell);
+            const auto strBroken = MFaultLaws::Broken(objCell, objSeen, objSound);
+            const auto objRecorded = strRecorded.find(strKey);
+            const std::string strBefore =
+                objRecorded != strRecorded.end() ? objRecorded->second : "no such cell";
+            const std::string strNow = MFaultRecord::Outcome(objCell, objSeen);
+            if ((!strBroken.empty() || strNow != strBefore) && ++iWrong <= MostTold) {
+                EXPECT_THAT(strBroken, IsEmpty()) << strKey;
+                EXPECT_EQ(strNow, strBefore) << strKey;
+            }
+        }
+    }
+    EXPECT_EQ(iWrong, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(, FmMainFaultTableTest,
+                         ::testing::Values(Part{LinkKind::Com, true}, Part{LinkKind::Com, false},
+                                           Part{LinkKind::Lan, true}, Part{LinkKind::Lan, false},
+                                           Part{LinkKind::Usb, true}, Part{LinkKind::Usb, false}),
+                         [](const auto& p_objInfo) {
+                             return std::string(MFlows::NameOf(p_objInfo.param.m_iLink)) +
+                                    (p_objInfo.param.m_bSettings ? "Settings" : "Others");
+                         });
+
+TEST(FaultTableTest, HoldsEachCellOnceAndAllOfThem) {
+    std::set<std::string> strKeys;
+    std::map<std::pair<std::string, LinkKind>, int> iOfFlow;
+    for (const CFaultCell& objCell : MFaultCells::All()) {
+        EXPECT_TRUE(strKeys.insert(MFaultRecord::Key(objCell)).second)
+            << MFaultRecord::Key(objCell);
+        ++iOfFlow[{objCell.m_objFlow->m_strButton, objCell.m_iLink}];
+    }
+    EXPECT_GE(strKeys.size(), FewestCells);
+    EXPECT_EQ(iOfFlow.size(), MFlows::Talking().size() * std::size(MFlows::AllLinks));
+    for (const auto& [objFlow, iCells] : iOfFlow) {
+        EXPECT_GE(iCells, FewestOfAFlow) << objFlow.first;
+    }
+    std::set<std::string> strRecorded;
+    for (const auto& [strKey, strOutcome] : Recorded()) {
+        strRecorded.insert(strKey);
+    }
+    EXPECT_EQ(strRecorded, strKeys);
+}
+
+TEST(FaultTableTest, IsATextThatIsReadAsItWasWritten) {
+    const std::string strText = File(VARDEN_FAULT_TABLE);
+    EXPECT_EQ(MFaultRecord::Text(MFaultRecord::FromText(strText)), strText);
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS | closed", "sent"), "1 of 1, WS");
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS", "told"), "-");
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS", "head"), "");
+}
+
+TEST(FaultTableTest, ThePageIsPrintedFromIt) {
+    const std::string strPage = File(VARDEN_FAULTS_PAGE);
+    EXPECT_EQ(MFaultPage::Replace(strPage, MFaultPage::Part(Recorded())), strPage)
+        << "write-faults prints it anew";
+}
+
+TEST(FaultTableTest, ThePageIsReplacedBetweenItsMarksAlone) {
+    const std::string strPage = "a\n<!-- window: begin -->\nold\n<!-- window: end -->\nb\n<!-- "
+                                "command line: begin -->\nc\n";
+    EXPECT_EQ(MFaultPage::Replace(strPage, "new\n"),
+              "a\n<!-- window: begin -->\nnew\n<!-- window: end -->\nb\n"
+              "<!-- command line: begin -->\nc\n");
+    EXPECT_THROW(MFaultPage::Replace("no marks", "new\n"), std::runtime_error);
+}
+
+TEST(FaultTableTest, WhatCountsAsReadIsWhatThePrinterHas) {
+    CFaultStage objStage;
+    EXPECT_EQ(objStage.SentBehindReading(), objStage.Settings());
+    EXPECT_NE(objStage.New().m_strItems, objStage.Read().m_strItems);
+    EXPECT_NE(objStage.New().m_strFields, objStage.LanRead().m_strFields);
+}
+
+/// A cell, and what was seen of it without a fault: each law is broken in turn.
+class FaultLawsTest : public ::testing::Test {
+protected:
+    static CFaultCell Cell(const char* p_strFault, const char* p_strButton, LinkKind p_iLink,
+                           int p_iCommand = 1) {
+        const auto objFault =
+            std::ranges::find_if(MFaults::All(), [&](const MFaults::Fault& p_objFault) {
+                return p_objFault.m_strName == p_strFault &&
+                       MFlows::Has(p_objFault.m_iLinks, p_iLink);
+            });
+        const auto objFlow =
+            std::ranges::find_if(MFlows::Talking(), [&](const MFlows::Flow& p_objFlow) {
+                return std::string(p_objFlow.m_strButton) == p_strButton;
+            });
+        return {&*objFault, &*objFlow, p_iLink, p_iCommand};
+    }
+
+    /// A READ over the LAN whose first answer does not come.
+    FaultLawsTest() {
+        m_objSeen.m_strTold = {"beep", "box, critical, \"Failure\": Device Time Out !!"};
+        m_objSeen.m_strSent = {"{Z5;0|}"};
+        m_objSeen.m_strPage = "READ ended at group 0: no answer (defaults, never read)";
+        m_objSeen.m_iHalfSeconds = 10;
+    }
+
+    [[nodiscard]] std::vector<std::string> Broken() const {
+        return MFaultLaws::Broken(m_objCell, m_objSeen, m_objSound);
+    }
+
+    void ExpectBroken(const std::string& p_strLaw) const {
+        EXPECT_THAT(Broken(), ElementsAre(HasSubstr(p_strLaw)));
+    }
+
+    CFaultCell m_objCell = Cell("silent", "btnRead", LinkKind::Lan);
+    CSeen m_objSeen;
+    CSeen m_objSound;
+};
+
+TEST_F(FaultLawsTest, HoldOfAReadThatEndsAsItMust) {
+    EXPECT_THAT(Broken(), IsEmpty());
+}
+
+TEST_F(FaultLawsTest, NoHandlerIsLeftAndNoBox) {
+    m_objSeen.m_iRunning = 1;
+    ExpectBroken("a handler is not back");
+    m_objSeen.m_iRunning = 0;
+    m_objSeen.m_strHeld = "a box stands";
+    ExpectBroken("a box stands");
+    m_objSeen.m_strHeld.clear();
+    m_objSeen.m_strFailure = "the process has come down";
+    ExpectBroken("the process has come down");
+}
+
+TEST_F(FaultLawsTest, ButtonsAreEnabledAtRestAndTheLineSaysThatNothingIsDone) {
+    m_objSeen.m_strDisabled = "btnRead";
+    ExpectBroken("disabled at rest: btnRead");
+    m_objSeen.m_strDisabled.clear();
+    m_objSeen.m_strDoing = "READ 1 of 3";
+    ExpectBroken("the line says that something is done");
+}
+
+TEST_F(FaultLawsTest, TheButtonWorksAgain) {
+    m_objSeen.m_strAgain = "sent 0";
+    ExpectBroken("pressed again on the sound link: sent 0");
+}
+
+TEST_F(FaultLawsTest, NothingIsSentOrToldWhenAllIsOver) {
+    m_objSeen.m_strBehind = {"LAN sends {Z5;1|}"};
+    ExpectBroken("sent or told when all was over");
+    m_objSeen.m_strBehind.clear();
+    m_objSeen.m_strLater = {"box, critical, \"Failure\": Device Time Out !!"};
+    ExpectBroken("told when all was over");
+}
+
+TEST_F(FaultLawsTest, AWindowThatWasClosedHasClosedAndNoOther) {
+    m_objSeen.m_bClosed = true;
+    ExpectBroken("the window has closed");
+    m_objSeen.m_bClosed = false;
+    m_objCell = Cell("the window closed before the answer", "btnRead", LinkKind::Lan);
+    ExpectBroken("the window has not closed");
+}
+
+TEST_F(FaultLawsTest, OnlyItsOwnCommandsGoOutInTheirOrder) {
+    m_objSeen.m_strSent = {"{Z5;3|}"};
+    ExpectBroken("sent what is none of its commands: {Z5;3|}");
+    m_objSeen.m_strSent = {"{Z5;1|}"};
+    ExpectBroken("sent out of turn: {Z5;1|}");
+    m_objSeen.m_strSent = {"{Z5;0|}"};
+    m_objSeen.m_strPartly = "{Z4";
+    ExpectBroken("sent a part of none of its commands: {Z4");
+}
+
+TEST_F(FaultLawsTest, SettingsGoOutByteByByteAsTheyStandInTheFields) {
+    m_objCell = Cell("silent", "btnSet", LinkKind::Lan);
+    m_objSeen.m_strSent = {"{Z2;1,00210121+0001B0A00000B0000000000101|}"};
+    ExpectBroken("sent what is none of its commands");
+}
+
+TEST_F(FaultLawsTest, NoCommandGoesOutBehindAFailureThatWasTold) {
+    m_objSeen.m_iBehindFailure = 1;
+    ExpectBroken("a command went out behind a failure");
+    m_objCell = Cell("silent", "btnPaperEnd", LinkKind::Lan);
+    m_objSeen.m_strSent = {"{Z6;01|}", "{Z6;11|}"};
+    EXPECT_THAT(Broken(), IsEmpty());
+}
+
+TEST_F(FaultLawsTest, OneFailureIsToldInOneBox) {
+    m_objSeen.m_strTold.push_back("box, exclamation, \"Varden Setting Tool\": 'LAN' Send Error !!");
+    ExpectBroken("2 boxes for one failure");
+    m_objSeen.m_strTold.back() = "box, no icon, \"Varden Setting Tool\": Number=10054  Reset";
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strTold.push_back(m_objSeen.m_strTold.back());
+    ExpectBroken("3 boxes for one failure");
+}
+
+TEST_F(FaultLawsTest, WhatDidNotGoOutIsTold) {
+    m_objSeen.m_strTold.clear();
+    ExpectBroken("no box tells of it");
+    m_objCell.m_iLink = LinkKind::Com;
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strPage = "defaults, never read";
+    ExpectBroken("the line says: defaults, never read");
+}
+
+TEST_F(FaultLawsTest, ItemsComeFromWholeAnswersToWhatWasAsked) {
+    m_objSeen.m_strRead = {"3"};
+    ExpectBroken("items of a group that was not asked for: 3");
+    m_objSeen.m_strRead = {"0"};
+    ExpectBroken("items without a whole answer, of group 0");
+    m_objSeen.m_strRead.clear();
+    m_objSeen.m_strOther = {"0"};
+    ExpectBroken("items that no answer brought, of group 0");
+    m_objCell = Cell("values out of range", "btnRead", LinkKind::Lan);
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strOther = {"2"};
+    ExpectBroken("items that no answer brought, of group 2");
+}
+
+TEST_F(FaultLawsTest, APageChangesByItsOwnReadingAlone) {
+    m_objSeen.m_strLanPage = "read";
+    ExpectBroken("a page has changed that nobody read");
+    m_objSeen.m_strLanPage = "-";
+    m_objSeen.m_strParameterPage = "read";
+    ExpectBroken("the page shows a whole reading");
+    m_objSeen.m_strParameterPage = "other";
+    ExpectBroken("the page shows what no answer brought");
+    m_objSeen.m_strParameterPage = "-";
+    m_objSeen.m_strPage = "as read from the printer";
+    m_objSeen.m_strSent = {"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"};
+    ExpectBroken("the line says that the page is as read");
+}
+
+TEST_F(FaultLawsTest, WhatIsClaimedToBeHarmlessEndsAsWithoutAFault) {
+    m_objCell = Cell("three seconds late", "btnGetStatus", LinkKind::Lan);
+    m_objSeen = {};
+    m_objSeen.m_strSent = {"{WS|}"};
+    m_objSound = m_objSeen;
+    m_objSeen.m_iHalfSeconds = 6;
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSound.m_strStatus = "ON LINE";
+    ExpectBroken("harmless, and yet other than without a fault");
+}
+
+TEST_F(FaultLawsTest, AFlowEndsInTime) {
+    m_objSeen.m_iHalfSeconds = 120;
+    ExpectBroken("took 60 s");
+}
+
+TEST(CSeenTest, IsReadAsItWasWritten) {
+    CSeen objSeen;
+    objSeen.m_strTold = {"beep", "box, critical, \"Failure\": Device: Time Out !!"};
+    objSeen.m_strSent = {"{WS|}"};
+    objSeen.m_strLater = {"box"};
+    objSeen.m_strStatus = "  Save Mode";
+    objSeen.m_iHalfSeconds = 7;
+    objSeen.m_bClosed = true;
+    const CSeen objRead = CSeen::FromText(objSeen.Text());
+    EXPECT_EQ(objRead.Text(), objSeen.Text());
+    EXPECT_EQ(objRead.m_strTold, objSeen.m_strTold);
+    EXPECT_EQ(objRead.m_strStatus, objSeen.m_strStatus);
+    EXPECT_TRUE(objRead.m_bClosed);
+    EXPECT_EQ(CSeen::FromText("FAILED: the process has come down").m_strFailure,
+              "the process has come down");
+}
+
+}  // namespace
