@@ -123,7 +123,7 @@ void NothingBehindAFailure(const CFaultCell& p_objCell, const CSeen& p_objSeen,
     const bool bOpens = objFault.m_iStrikes == MFaults::Strikes::Opening;
     // An opening that fails is told by itself, and the flow that finds the link closed tells that.
     const std::int64_t iMost = (bPaperEnd ? 2 : 1) + (bOpens ? 1 : 0);
-    if (iOwn > iMost || iFailures - iOwn > 1) {
+    if (iOwn > iMost || iFailures - iOwn > (bPaperEnd ? 2 : 1)) {
         p_strBroken.push_back(std::to_string(iFailures) + " boxes for one failure");
     }
     if (p_objSeen.m_iBehindFailure > 0 && !bPaperEnd) {

@@ -1,6 +1,7 @@
 #include "tests/ui/faults/MFaultPage.h"
 
 #include "tests/ui/faults/MFaultRow.h"
+#include "tests/ui/faults/MRealBytes.h"
 
 #include <algorithm>
 #include <map>
@@ -130,7 +131,15 @@ namespace MFaultPage {
 
 std::string Part(const MFaultRecord::Outcomes& p_strOutcomes) {
     std::string strPart =
-        std::to_string(MFaultCells::All().size()) + " cells, each a fault that meets a flow.\n";
+        std::to_string(MFaultCells::All().size()) +
+        " cells, each a fault that meets a flow. Some are played with real bytes, too: over TCP " +
+        MRealBytes::InWords(LinkKind::Lan) + "; on a pseudo-terminal " +
+        MRealBytes::InWords(LinkKind::Com) +
+        " (`FmMainFaultBytesTest`). On an emulated USB, with the real library, every flow meets a "
+        "printer that is not there, not permitted, held, of another maker or without "
+        "identification, that is silent, slow, late, in pieces, cut short or full of junk, that "
+        "takes nothing, and that is pulled out at each moment (`FmMainUsbFaultsTest`, "
+        "`FmMainUsbUnplugTest`).\n";
     for (const LinkKind iLink : {LinkKind::Lan, LinkKind::Com, LinkKind::Usb}) {
         strPart += std::string("\n### ") + MFlows::NameOf(iLink) + " (" + Count(iLink) +
                    " cells)\n\n" + Table(iLink, p_strOutcomes);

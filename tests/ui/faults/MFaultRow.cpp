@@ -1,7 +1,7 @@
 #include "tests/ui/faults/MFaultRow.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
 #include <regex>
 #include <utility>
 
@@ -29,7 +29,13 @@ bool Contains(const Texts& p_strTexts, const std::string& p_strText) {
 }
 
 std::string Replaced(const std::string& p_strText, const char* p_strPattern, const char* p_strNew) {
-    return std::regex_replace(p_strText, std::regex(p_strPattern), p_strNew);
+    static std::map<std::string, std::regex>
+        objPatterns;  // to make one takes longer than to use it
+    auto objPattern = objPatterns.find(p_strPattern);
+    if (objPattern == objPatterns.end()) {
+        objPattern = objPatterns.emplace(p_strPattern, std::regex(p_strPattern)).first;
+    }
+    return std::regex_replace(p_strText, objPattern->second, p_strNew);
 }
 
 std::string Told(const std::string& p_strOutcome) {

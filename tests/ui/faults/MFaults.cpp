@@ -176,7 +176,6 @@ const std::vector<Fault>& All() {
         {"connecting: no route", Lan, Asked::Anything, Opening, Nothing, None, Connecting(EHOSTUNREACH, "No route to host")},
         {"connecting: the network is down", Lan, Asked::Anything, Opening, Nothing, None, Connecting(ENETDOWN, "Network is down")},
         {"connecting: not permitted", Lan, Asked::Anything, Opening, Nothing, None, Connecting(EACCES, "Permission denied")},
-        {"connecting: reset", Lan, Asked::Anything, Opening, Nothing, None, Connecting(ECONNRESET, "Connection reset by peer")},
         {"connecting: closed as soon as it is connected", Lan, Asked::Anything, Opening, Nothing, None, [](CScene& p_objScene, int) { p_objScene.m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Never; p_objScene.Later(Gap, [&p_objScene] { p_objScene.m_objSocket.ConnectNow(); p_objScene.PrinterCloses(); }); }},
         {"no printer", Usb, Asked::Anything, Command, Core, None, Openings(1, IUsbLibrary::NotReady, ENODEV)},
         {"the printer is not permitted", Usb, Asked::Anything, Command, Core, None, Openings(1, IUsbLibrary::NotReady, EACCES)},
@@ -196,8 +195,8 @@ const std::vector<Fault>& All() {
         {"the sending never ends", Lan, Asked::Anything, Command, Core, None, As("the sending never ends")},
         {"the sending takes a second", Lan, Asked::Anything, Command, Nothing, Lan, As("the sending takes a second")},
         {"the sending takes three seconds", Lan, Asked::Anything, Command, Nothing, None, As("the sending takes three seconds")},
-        {"closed in the sending", Lan, Asked::Anything, Command, Nothing, None, As("closed in the sending")},
-        {"reset in the sending", Lan, Asked::Anything, Command, Nothing, None, As("an error in the sending")},
+        {"closed or reset in the sending", Lan, Asked::Anything, Command, Nothing, None, As("closed in the sending")},
+        {"the socket fails in the sending", Lan, Asked::Anything, Command, Nothing, None, As("an error in the sending")},
 
         // No answer, or not in time, or not in one piece.
         {"silent", Any, Asked::Anything, Command, Core | NotWhole, None, As("no answer")},
@@ -244,13 +243,13 @@ const std::vector<Fault>& All() {
         {"an endless stream of another group's answers", Any, Asked::Settings, Command, Many | NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, p_objScene.m_objWire.SettingsAnswer(2)); })},
         {"an endless stream of the status 15", Any, Asked::Anything, Command, Many, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, p_objScene.m_objWire.StatusAnswer("15")); })},
 
-        // The link goes away around the answer.
-        {"closed before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("closed before the answer")},
-        {"closed inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("closed in the answer")},
-        {"closed behind the answer", Lan, Asked::Anything, Command, Nothing, None, As("closed behind the answer")},
-        {"reset before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("an error before the answer")},
-        {"reset inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("an error in the answer")},
-        {"reset behind the answer", Lan, Asked::Anything, Command, ByItself, None, As("an error behind the answer")},
+        // The link goes away around the answer. A reset is told by the socket as a close.
+        {"closed or reset before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("closed before the answer")},
+        {"closed or reset inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("closed in the answer")},
+        {"closed or reset behind the answer", Lan, Asked::Anything, Command, Nothing, None, As("closed behind the answer")},
+        {"the socket fails before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("an error before the answer")},
+        {"the socket fails inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("an error in the answer")},
+        {"the socket fails behind the answer", Lan, Asked::Anything, Command, ByItself, None, As("an error behind the answer")},
         {"pulled out between sending and receiving", Usb, Asked::Anything, Command, Core | NotWhole, None, Openings(3, IUsbLibrary::NotReady, ENODEV)},
         {"pulled out behind the answer", Usb, Asked::Anything, Command, Nothing, None, As("unplugged behind the answer")},
         {"pulled out before the answer", Com, Asked::Anything, Command, Core | NotWhole, None, Instead(PullOut)},
