@@ -23,6 +23,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <optional>
 #include <regex>
@@ -167,44 +168,70 @@ protected:
             p_objEnd.Write(strAnswer);
             return;
         }
-        Strike(p_objEnd, GetParam().m_strFault, strAnswer);
+        (this->*StruckBy(GetParam().m_strFault))(p_objEnd, strAnswer);
     }
 
-    void Strike(CEnd& p_objEnd, const std::string& p_strFault, std::string p_strAnswer) {
-        const std::size_t iHalf = p_strAnswer.size() / 2;
-        if (p_strFault == "none") {
-            p_objEnd.Write(p_strAnswer);
-        } else if (p_strFault == "single bytes") {
-            WriteSlowly(p_objEnd, p_strAnswer);
-        } else if (p_strFault == "cut short: half of it") {
-            p_objEnd.Write(p_strAnswer.substr(0, iHalf));
-        } else if (p_strFault == "two answers at once") {
-            p_objEnd.Write(p_strAnswer + p_strAnswer);
-        } else if (p_strFault == "another group's answer") {
-            p_objEnd.Write(m_objPrinter.SettingsAnswer(1));
-        } else if (p_strFault == "the status 99, which nobody knows") {
-            p_objEnd.Write(CPrinter::StatusAnswer("99"));
-        } else if (p_strFault == "fields that are no numbers") {
-            std::fill(p_strAnswer.begin() + 2, p_strAnswer.end() - 2, 'X');
-            p_objEnd.Write(p_strAnswer);
-        } else if (p_strFault == "junk of 1 KB") {
-            p_objEnd.Write(MFloods::Junk(Kilobyte));
-        } else if (p_strFault == "junk of 1 MB") {
-            p_objEnd.Write(MFloods::Junk(Kilobyte * Kilobyte));
-        } else if (p_strFault == "an endless stream of junk") {
-            QObject::connect(&m_objFlood, &QTimer::timeout, &m_objFlood,
-                             [&p_objEnd] { p_objEnd.Write(MFloods::Junk(Kilobyte)); });
-            m_objFlood.start(1);
-        } else if (p_strFault == "closed or reset before the answer") {
-            p_objEnd.Reset();
-        } else if (p_strFault == "closed or reset inside of the answer") {
-            p_objEnd.Write(p_strAnswer.substr(0, iHalf));
-            p_objEnd.Close();
-        } else if (p_strFault == "pulled out before the answer") {
-            QTimer::singleShot(WhileMs, [&p_objEnd] { p_objEnd.Close(); });
-        } else {
-            ASSERT_EQ(p_strFault, "silent");
-        }
+    using Struck = void (FmMainFaultBytesTest::*)(CEnd& p_objEnd, const std::string& p_strAnswer);
+
+    /// What the printer does in place of answering.
+    static Struck StruckBy(const std::string& p_strFault) {
+        using Test = FmMainFaultBytesTest;
+        static const std::map<std::string, Struck> objFaults{
+            {"none", &Test::Right},
+            {"silent", &Test::Silent},
+            {"single bytes", &Test::WriteSlowly},
+            {"cut short: half of it", &Test::Half},
+            {"two answers at once", &Test::Twice},
+            {"another group's answer", &Test::OtherGroup},
+            {"the status 99, which nobody knows", &Test::UnknownStatus},
+            {"fields that are no numbers", &Test::NoNumbers},
+            {"junk of 1 KB", &Test::SomeJunk},
+            {"junk of 1 MB", &Test::MuchJunk},
+            {"an endless stream of junk", &Test::EndlessJunk},
+            {"closed or reset before the answer", &Test::Reset},
+            {"closed or reset inside of the answer", &Test::CloseInside},
+            {"pulled out before the answer", &Test::PullOut},
+        };
+        return objFaults.at(p_strFault);
+    }
+
+    void Right(CEnd& p_objEnd, const std::string& p_strAnswer) { p_objEnd.Write(p_strAnswer); }
+    void Silent(CEnd& /*p_objEnd*/, const std::string& /*p_strAnswer*/) {}
+    void Half(CEnd& p_objEnd, const std::string& p_strAnswer) {
+        p_objEnd.Write(p_strAnswer.substr(0, p_strAnswer.size() / 2));
+    }
+    void Twice(CEnd& p_objEnd, const std::string& p_strAnswer) {
+        p_objEnd.Write(p_strAnswer + p_strAnswer);
+    }
+    void OtherGroup(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        p_objEnd.Write(m_objPrinter.SettingsAnswer(1));
+    }
+    void UnknownStatus(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        p_objEnd.Write(CPrinter::StatusAnswer("99"));
+    }
+    void NoNumbers(CEnd& p_objEnd, const std::string& p_strAnswer) {
+        std::string strAnswer = p_strAnswer;
+        std::fill(strAnswer.begin() + 2, strAnswer.end() - 2, 'X');
+        p_objEnd.Write(strAnswer);
+    }
+    void SomeJunk(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        p_objEnd.Write(MFloods::Junk(Kilobyte));
+    }
+    void MuchJunk(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        p_objEnd.Write(MFloods::Junk(Kilobyte * Kilobyte));
+    }
+    void EndlessJunk(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        QObject::connect(&m_objFlood, &QTimer::timeout, &m_objFlood,
+                         [&p_objEnd] { p_objEnd.Write(MFloods::Junk(Kilobyte)); });
+        m_objFlood.start(1);
+    }
+    void Reset(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) { p_objEnd.Reset(); }
+    void CloseInside(CEnd& p_objEnd, const std::string& p_strAnswer) {
+        Half(p_objEnd, p_strAnswer);
+        p_objEnd.Close();
+    }
+    void PullOut(CEnd& p_objEnd, const std::string& /*p_strAnswer*/) {
+        QTimer::singleShot(WhileMs, [&p_objEnd] { p_objEnd.Close(); });
     }
 
     void WriteSlowly(CEnd& p_objEnd, const std::string& p_strRest) {

@@ -132,14 +132,14 @@ namespace MFaultPage {
 std::string Part(const MFaultRecord::Outcomes& p_strOutcomes) {
     std::string strPart =
         std::to_string(MFaultCells::All().size()) +
-        " cells, each a fault that meets a flow. Some are played with real bytes, too: over TCP " +
-        MRealBytes::InWords(LinkKind::Lan) + "; on a pseudo-terminal " +
-        MRealBytes::InWords(LinkKind::Com) +
-        " (`FmMainFaultBytesTest`). On an emulated USB, with the real library, every flow meets a "
-        "printer that is not there, not permitted, held, of another maker or without "
-        "identification, that is silent, slow, late, in pieces, cut short or full of junk, that "
-        "takes nothing, and that is pulled out at each moment (`FmMainUsbFaultsTest`, "
-        "`FmMainUsbUnplugTest`).\n";
+        " cells, each a fault that meets a flow. Some are played with real bytes, too:\n\n"
+        "- over TCP (`FmMainFaultBytesTest`): " +
+        MRealBytes::InWords(LinkKind::Lan) +
+        "\n- on a pseudo-terminal (the same test): " + MRealBytes::InWords(LinkKind::Com) +
+        "\n- on an emulated USB, with the real library (`FmMainUsbFaultsTest`, "
+        "`FmMainUsbUnplugTest`): every flow and a printer that is not there, held, of another "
+        "maker or without identification; that is silent, slow, late, in pieces, cut short or full "
+        "of junk; that takes nothing; that is pulled out at each moment\n";
     for (const LinkKind iLink : {LinkKind::Lan, LinkKind::Com, LinkKind::Usb}) {
         strPart += std::string("\n### ") + MFlows::NameOf(iLink) + " (" + Count(iLink) +
                    " cells)\n\n" + Table(iLink, p_strOutcomes);

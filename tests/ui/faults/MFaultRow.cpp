@@ -11,6 +11,7 @@ using MFaultRow::Row;
 using Texts = std::vector<std::string>;
 
 constexpr const char* Nothing = "\u2013";
+constexpr const char* AsEver = "as without a fault";
 
 /// Flows that often end alike, and what they are called together.
 const std::vector<std::pair<std::string, Texts>>& Sets() {
@@ -86,15 +87,19 @@ Texts Values(const CFaultCell& p_objCell, const std::string& p_strOutcome,
              const std::string& p_strSound) {
     const std::string strItems = MFaultRecord::Part(p_strOutcome, "items");
     const std::string strPage = MFaultRecord::Part(p_strOutcome, "page");
+    const bool bReads = p_objCell.m_objFlow->m_bReads;
+    if (bReads && strItems == MFaultRecord::Part(p_strSound, "items") &&
+        strPage == MFaultRecord::Part(p_strSound, "page")) {
+        return {AsEver};
+    }
     // The groups that the first commands of a READ have brought.
-    const bool bFormer = p_objCell.IsLast() && p_objCell.m_objFlow->m_bReads && strItems == "0 1";
+    const bool bFormer = p_objCell.IsLast() && bReads && strItems == "0 1";
     if (strPage == "-" && (strItems == "-" || bFormer)) {
         const std::string strFormer = "as before, but for items that came before it";
-        return bFormer ? Texts{strFormer} : Texts{"as before", strFormer};
-    }
-    if (strItems == MFaultRecord::Part(p_strSound, "items") &&
-        strPage == MFaultRecord::Part(p_strSound, "page")) {
-        return {"as read"};
+        if (bFormer) {
+            return {strFormer};
+        }
+        return bReads ? Texts{"as before", strFormer} : Texts{"as before", strFormer, AsEver};
     }
     return {"page " + Replaced(strPage, "^-$", "as before") + ", items of " +
             Replaced(Replaced(strItems, "-, ", ""), "otherwise", "another kind:")};

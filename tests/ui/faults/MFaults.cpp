@@ -27,6 +27,7 @@ using MFaults::NotWhole;
 using MFaults::OneMore;
 using MFaults::Presses;
 using Prepare = std::function<void(CScene&, int)>;
+using Faults = std::vector<MFaults::Fault>;
 
 constexpr Links None = 0;
 constexpr MFaults::Claims Nothing = 0;
@@ -155,16 +156,10 @@ Prepare PressAfter(std::int64_t p_iMilliseconds) {
     };
 }
 
-}  // namespace
-
-namespace MFaults {
-
-const std::vector<Fault>& All() {
+/// The link does not come to be.
+Faults OpeningFaults() {
     // clang-format off
-    static const std::vector<Fault> objFaults{
-        {"none", Any, Asked::Anything, Command, Core, Any, [](CScene&, int) {}},
-
-        // The link does not come to be.
+    return {
         {"no such port", Com, Asked::Anything, Opening, Core, None, Port(ENOENT)},
         {"the port is held by another program", Com, Asked::Anything, Opening, Nothing, None, Port(ISerialPort::AlreadyOpen)},
         {"the port is not permitted", Com, Asked::Anything, Opening, Nothing, None, Port(EACCES, "dialout")},
@@ -183,8 +178,14 @@ const std::vector<Fault>& All() {
         {"the printer does not tell what it is", Usb, Asked::Anything, Command, Nothing, None, Openings(1, IUsbLibrary::NoDeviceId)},
         {"the wrong device", Usb, Asked::Anything, Command, Core, None, Openings(1, IUsbLibrary::Mismatch)},
         {"the opening fails, nobody knows why", Usb, Asked::Anything, Command, Nothing, None, Openings(1, UnknownFailure)},
+    };
+    // clang-format on
+}
 
-        // The command does not go out as it should.
+/// The command does not go out as it should.
+Faults SendingFaults() {
+    // clang-format off
+    return {
         {"pulled out before the command is sent", Usb, Asked::Anything, Command, Core, None, Openings(2, IUsbLibrary::NotReady, ENODEV)},
         {"pulled out before the command is sent, back at once", Usb, Asked::Anything, Command, Nothing, None, Openings(2, IUsbLibrary::NotReady, ENODEV, 1)},
         {"pulled out before the command is sent", Com, Asked::Anything, Command, Core, None, Before(PullOut)},
@@ -197,8 +198,14 @@ const std::vector<Fault>& All() {
         {"the sending takes three seconds", Lan, Asked::Anything, Command, Nothing, None, As("the sending takes three seconds")},
         {"closed or reset in the sending", Lan, Asked::Anything, Command, Nothing, None, As("closed in the sending")},
         {"the socket fails in the sending", Lan, Asked::Anything, Command, Nothing, None, As("an error in the sending")},
+    };
+    // clang-format on
+}
 
-        // No answer, or not in time, or not in one piece.
+/// No answer, or not in time, or not in one piece.
+Faults TimingFaults() {
+    // clang-format off
+    return {
         {"silent", Any, Asked::Anything, Command, Core | NotWhole, None, As("no answer")},
         {"late, in time", Any, Asked::Anything, Command, Nothing, Any, Answer([](const Hand& p_objHand) { p_objHand.m_objSteps.front().m_iAt = JustInTime; })},
         {"three seconds late", Any, Asked::Anything, Command, Nothing, Lan, As("the answer takes three seconds")},
@@ -210,8 +217,14 @@ const std::vector<Fault>& All() {
         {"cut short: without its last byte", Any, Asked::Anything, Command, NotWhole, None, As("the answer lacks its last byte")},
         {"two answers at once", Any, Asked::Anything, Command, Core | OneMore, Any, As("the answer comes twice, in one piece")},
         {"two answers, one behind the other", Lan | Com, Asked::Anything, Command, OneMore, Lan | Com, As("the answer comes twice")},
+    };
+    // clang-format on
+}
 
-        // Another answer.
+/// Another answer.
+Faults OtherAnswersFaults() {
+    // clang-format off
+    return {
         {"another group's answer", Any, Asked::Settings, Command, Core | NotWhole, None, As("the next group's settings")},
         {"another group's answer, then the right one", Any, Asked::Settings, Command, Nothing, Any, As("the next group's settings, then the right ones")},
         {"a status, then the settings", Lan | Com, Asked::Settings, Command, Nothing, None, As("a status, then the settings")},
@@ -227,8 +240,14 @@ const std::vector<Fault>& All() {
         {"fields of blanks", Any, Asked::Settings, Command, Alters, None, As("blanks in all fields")},
         {"XOFF and XON around the answer", Com, Asked::Anything, Command, Nothing, Com, As("XOFF and XON around the answer")},
         {"a byte above 128 in the answer", Com, Asked::Anything, Command, Nothing, Com, As("a byte above 128 in the answer")},
+    };
+    // clang-format on
+}
 
-        // Bytes that are no answer.
+/// Bytes that are no answer.
+Faults JunkFaults() {
+    // clang-format off
+    return {
         {"junk of 1 byte", Any, Asked::Anything, Command, NotWhole, None, Answer([](const Hand& p_objHand) { MAnswerChanges::Replace(p_objHand, "x"); })},
         {"junk of 3 bytes", Any, Asked::Anything, Command, Core | NotWhole, None, As("junk in place of the answer")},
         {"junk of 1 KB", Any, Asked::Anything, Command, NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Pour(p_objScene, MFloods::Junk(Kilobyte)); })},
@@ -242,8 +261,14 @@ const std::vector<Fault>& All() {
         {"an endless stream of heads of settings", Any, Asked::Anything, Command, Many | Alters, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, "{{{{"); })},
         {"an endless stream of another group's answers", Any, Asked::Settings, Command, Many | NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, p_objScene.m_objWire.SettingsAnswer(2)); })},
         {"an endless stream of the status 15", Any, Asked::Anything, Command, Many, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, p_objScene.m_objWire.StatusAnswer("15")); })},
+    };
+    // clang-format on
+}
 
-        // The link goes away around the answer. A reset is told by the socket as a close.
+/// The link goes away around the answer. A reset is told by the socket as a close.
+Faults LeavingFaults() {
+    // clang-format off
+    return {
         {"closed or reset before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("closed before the answer")},
         {"closed or reset inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("closed in the answer")},
         {"closed or reset behind the answer", Lan, Asked::Anything, Command, Nothing, None, As("closed behind the answer")},
@@ -259,8 +284,14 @@ const std::vector<Fault>& All() {
         {"CTS off before the answer, on behind it", Com, Asked::Anything, Command, Nothing, None, As("CTS off before the answer, on behind it")},
         {"the receiving fails", Usb, Asked::Anything, Command, Core | NotWhole, None, As("the receiving fails")},
         {"the receiving ends at once, without a byte", Usb, Asked::Anything, Command, NotWhole, None, As("the receiving ends at once, without a byte")},
+    };
+    // clang-format on
+}
 
-        // A person does something at that moment.
+/// A person does something at that moment.
+Faults PersonsFaults() {
+    // clang-format off
+    return {
         {"the window closed in the sending", Com | Lan, Asked::Anything, Command, Closes, None, As("the window closed in the sending")},
         {"the window closed before the answer", Any, Asked::Anything, Command, Core | Closes | NotWhole, None, As("the window closed before the answer")},
         {"the window closed inside of the answer", Any, Asked::Anything, Command, Closes | NotWhole, None, Answer([](const Hand& p_objHand) { MAnswerChanges::DoInside(p_objHand, [](CScene& p_objScene) { p_objScene.Close(); }); })},
@@ -272,7 +303,23 @@ const std::vector<Fault>& All() {
         {"the same button again behind the answer", Any, Asked::Anything, Command, Presses, None, PressAfter(BehindTheAnswer)},
     };
     // clang-format on
-    return objFaults;
+}
+
+}  // namespace
+
+namespace MFaults {
+
+const std::vector<Fault>& All() {
+    static const Faults objAll = [] {
+        Faults objFaults{{"none", Any, Asked::Anything, Command, Core, Any, [](CScene&, int) {}}};
+        for (Faults (*fnPart)() : {OpeningFaults, SendingFaults, TimingFaults, OtherAnswersFaults,
+                                   JunkFaults, LeavingFaults, PersonsFaults}) {
+            const Faults objPart = fnPart();
+            objFaults.insert(objFaults.end(), objPart.begin(), objPart.end());
+        }
+        return objFaults;
+    }();
+    return objAll;
 }
 
 }  // namespace MFaults
