@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(, FmMainFaultTableTest,
                                     (p_objInfo.param.m_bSettings ? "Settings" : "Others");
                          });
 
-TEST(FaultTableTest, HoldsEachCellOnceAndAllOfThem) {
+TEST(WindowFaultTableTest, HoldsEachCellOnceAndAllOfThem) {
     std::set<std::string> strKeys;
     std::map<std::pair<std::string, LinkKind>, int> iOfFlow;
     for (const CFaultCell& objCell : MFaultCells::All()) {
@@ -105,7 +105,7 @@ TEST(FaultTableTest, HoldsEachCellOnceAndAllOfThem) {
     EXPECT_EQ(strRecorded, strKeys);
 }
 
-TEST(FaultTableTest, IsATextThatIsReadAsItWasWritten) {
+TEST(WindowFaultTableTest, IsATextThatIsReadAsItWasWritten) {
     const std::string strText = File(VARDEN_FAULT_TABLE);
     EXPECT_EQ(MFaultRecord::Text(MFaultRecord::FromText(strText)), strText);
     EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS | closed", "sent"), "1 of 1, WS");
@@ -113,13 +113,13 @@ TEST(FaultTableTest, IsATextThatIsReadAsItWasWritten) {
     EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS", "head"), "");
 }
 
-TEST(FaultTableTest, ThePageIsPrintedFromIt) {
+TEST(WindowFaultTableTest, ThePageIsPrintedFromIt) {
     const std::string strPage = File(VARDEN_FAULTS_PAGE);
     EXPECT_EQ(MFaultPage::Replace(strPage, MFaultPage::Part(Recorded())), strPage)
         << "write-faults prints it anew";
 }
 
-TEST(FaultTableTest, ThePageIsReplacedBetweenItsMarksAlone) {
+TEST(WindowFaultTableTest, ThePageIsReplacedBetweenItsMarksAlone) {
     const std::string strPage = "a\n<!-- window: begin -->\nold\n<!-- window: end -->\nb\n<!-- "
                                 "command line: begin -->\nc\n";
     EXPECT_EQ(MFaultPage::Replace(strPage, "new\n"),
@@ -159,7 +159,7 @@ std::string WithoutFilling(std::string p_strCommand) {
     return p_strCommand;
 }
 
-TEST(FaultTableTest, WhatCountsAsReadIsWhatThePrinterHas) {
+TEST(WindowFaultTableTest, WhatCountsAsReadIsWhatThePrinterHas) {
     CFaultStage objStage;
     const std::vector<std::string> strSent = objStage.SentBehindReading();
     const std::vector<std::string>& strSet = objStage.Settings();
@@ -177,7 +177,7 @@ TEST(FaultTableTest, WhatCountsAsReadIsWhatThePrinterHas) {
 }
 
 /// A cell, and what was seen of it without a fault: each law is broken in turn.
-class FaultLawsTest : public ::testing::Test {
+class WindowFaultLawsTest : public ::testing::Test {
 protected:
     static CFaultCell Cell(const char* p_strFault, const char* p_strButton, LinkKind p_iLink,
                            int p_iCommand = 1) {
@@ -194,7 +194,7 @@ protected:
     }
 
     /// A READ over the LAN whose first answer does not come.
-    FaultLawsTest() {
+    WindowFaultLawsTest() {
         m_objSeen.m_strTold = {"beep", "box, critical, \"Failure\": Device Time Out !!"};
         m_objSeen.m_strSent = {"{Z5;0|}"};
         m_objSeen.m_strPage = "READ ended at group 0: no answer (defaults, never read)";
@@ -214,11 +214,11 @@ protected:
     CSeen m_objSound;
 };
 
-TEST_F(FaultLawsTest, HoldOfAReadThatEndsAsItMust) {
+TEST_F(WindowFaultLawsTest, HoldOfAReadThatEndsAsItMust) {
     EXPECT_THAT(Broken(), IsEmpty());
 }
 
-TEST_F(FaultLawsTest, NoHandlerIsLeftAndNoBox) {
+TEST_F(WindowFaultLawsTest, NoHandlerIsLeftAndNoBox) {
     m_objSeen.m_iRunning = 1;
     ExpectBroken("a handler is not back");
     m_objSeen.m_iRunning = 0;
@@ -229,7 +229,7 @@ TEST_F(FaultLawsTest, NoHandlerIsLeftAndNoBox) {
     ExpectBroken("the process has come down");
 }
 
-TEST_F(FaultLawsTest, ButtonsAreEnabledAtRestAndTheLineSaysThatNothingIsDone) {
+TEST_F(WindowFaultLawsTest, ButtonsAreEnabledAtRestAndTheLineSaysThatNothingIsDone) {
     m_objSeen.m_strDisabled = "btnRead";
     ExpectBroken("disabled at rest: btnRead");
     m_objSeen.m_strDisabled.clear();
@@ -237,12 +237,12 @@ TEST_F(FaultLawsTest, ButtonsAreEnabledAtRestAndTheLineSaysThatNothingIsDone) {
     ExpectBroken("the line says that something is done");
 }
 
-TEST_F(FaultLawsTest, TheButtonWorksAgain) {
+TEST_F(WindowFaultLawsTest, TheButtonWorksAgain) {
     m_objSeen.m_strAgain = "sent 0";
     ExpectBroken("pressed again on the sound link: sent 0");
 }
 
-TEST_F(FaultLawsTest, NothingIsSentOrToldWhenAllIsOver) {
+TEST_F(WindowFaultLawsTest, NothingIsSentOrToldWhenAllIsOver) {
     m_objSeen.m_strBehind = {"LAN sends {Z5;1|}"};
     ExpectBroken("sent or told when all was over");
     m_objSeen.m_strBehind.clear();
@@ -250,7 +250,7 @@ TEST_F(FaultLawsTest, NothingIsSentOrToldWhenAllIsOver) {
     ExpectBroken("told when all was over");
 }
 
-TEST_F(FaultLawsTest, AWindowThatWasClosedHasClosedAndNoOther) {
+TEST_F(WindowFaultLawsTest, AWindowThatWasClosedHasClosedAndNoOther) {
     m_objSeen.m_bClosed = true;
     ExpectBroken("the window has closed");
     m_objSeen.m_bClosed = false;
@@ -258,7 +258,7 @@ TEST_F(FaultLawsTest, AWindowThatWasClosedHasClosedAndNoOther) {
     ExpectBroken("the window has not closed");
 }
 
-TEST_F(FaultLawsTest, OnlyItsOwnCommandsGoOutInTheirOrder) {
+TEST_F(WindowFaultLawsTest, OnlyItsOwnCommandsGoOutInTheirOrder) {
     m_objSeen.m_strSent = {"{Z5;3|}"};
     ExpectBroken("sent what is none of its commands: {Z5;3|}");
     m_objSeen.m_strSent = {"{Z5;1|}"};
@@ -268,13 +268,13 @@ TEST_F(FaultLawsTest, OnlyItsOwnCommandsGoOutInTheirOrder) {
     ExpectBroken("sent a part of none of its commands: {Z4");
 }
 
-TEST_F(FaultLawsTest, SettingsGoOutByteByByteAsTheyStandInTheFields) {
+TEST_F(WindowFaultLawsTest, SettingsGoOutByteByByteAsTheyStandInTheFields) {
     m_objCell = Cell("silent", "btnSet", LinkKind::Lan);
     m_objSeen.m_strSent = {"{Z2;1,00210121+0001B0A00000B0000000000101|}"};
     ExpectBroken("sent what is none of its commands");
 }
 
-TEST_F(FaultLawsTest, NoCommandGoesOutBehindAFailureThatWasTold) {
+TEST_F(WindowFaultLawsTest, NoCommandGoesOutBehindAFailureThatWasTold) {
     m_objSeen.m_iBehindFailure = 1;
     ExpectBroken("a command went out behind a failure");
     m_objCell = Cell("silent", "btnPaperEnd", LinkKind::Lan);
@@ -282,7 +282,7 @@ TEST_F(FaultLawsTest, NoCommandGoesOutBehindAFailureThatWasTold) {
     EXPECT_THAT(Broken(), IsEmpty());
 }
 
-TEST_F(FaultLawsTest, OneFailureIsToldInOneBox) {
+TEST_F(WindowFaultLawsTest, OneFailureIsToldInOneBox) {
     m_objSeen.m_strTold.push_back("box, exclamation, \"Varden Setting Tool\": 'LAN' Send Error !!");
     ExpectBroken("2 boxes for one failure");
     m_objSeen.m_strTold.back() = "box, no icon, \"Varden Setting Tool\": Number=10054  Reset";
@@ -291,7 +291,7 @@ TEST_F(FaultLawsTest, OneFailureIsToldInOneBox) {
     ExpectBroken("3 boxes for one failure");
 }
 
-TEST_F(FaultLawsTest, WhatDidNotGoOutIsTold) {
+TEST_F(WindowFaultLawsTest, WhatDidNotGoOutIsTold) {
     m_objSeen.m_strTold.clear();
     ExpectBroken("no box tells of it");
     m_objCell.m_iLink = LinkKind::Com;
@@ -300,7 +300,7 @@ TEST_F(FaultLawsTest, WhatDidNotGoOutIsTold) {
     ExpectBroken("the line says: defaults, never read");
 }
 
-TEST_F(FaultLawsTest, ItemsComeFromWholeAnswersToWhatWasAsked) {
+TEST_F(WindowFaultLawsTest, ItemsComeFromWholeAnswersToWhatWasAsked) {
     m_objSeen.m_strRead = {"3"};
     ExpectBroken("items of a group that was not asked for: 3");
     m_objSeen.m_strRead = {"0"};
@@ -314,7 +314,7 @@ TEST_F(FaultLawsTest, ItemsComeFromWholeAnswersToWhatWasAsked) {
     ExpectBroken("items that no answer brought, of group 2");
 }
 
-TEST_F(FaultLawsTest, APageChangesByItsOwnReadingAlone) {
+TEST_F(WindowFaultLawsTest, APageChangesByItsOwnReadingAlone) {
     m_objSeen.m_strLanPage = "read";
     ExpectBroken("a page has changed that nobody read");
     m_objSeen.m_strLanPage = "-";
@@ -328,7 +328,7 @@ TEST_F(FaultLawsTest, APageChangesByItsOwnReadingAlone) {
     ExpectBroken("the line says that the page is as read");
 }
 
-TEST_F(FaultLawsTest, WhatIsClaimedToBeHarmlessEndsAsWithoutAFault) {
+TEST_F(WindowFaultLawsTest, WhatIsClaimedToBeHarmlessEndsAsWithoutAFault) {
     m_objCell = Cell("three seconds late", "btnGetStatus", LinkKind::Lan);
     m_objSeen = {};
     m_objSeen.m_strSent = {"{WS|}"};
@@ -339,7 +339,7 @@ TEST_F(FaultLawsTest, WhatIsClaimedToBeHarmlessEndsAsWithoutAFault) {
     ExpectBroken("harmless, and yet other than without a fault");
 }
 
-TEST_F(FaultLawsTest, AFlowEndsInTime) {
+TEST_F(WindowFaultLawsTest, AFlowEndsInTime) {
     m_objSeen.m_iHalfSeconds = 120;
     ExpectBroken("took 60 s");
 }
