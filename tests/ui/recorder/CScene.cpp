@@ -137,6 +137,7 @@ void CScene::LookAtLabels() {
 
 void CScene::Press(const std::string& p_strButton) {
     const QString strButton = QString::fromStdString(p_strButton);
+    m_strPressed = p_strButton;
     if (!std::exchange(m_bPressed, true)) {
         KeepFields();
     }
@@ -147,7 +148,9 @@ void CScene::Press(const std::string& p_strButton) {
         objPerson.emplace("FmInterfaceSetup",
                           [this](QWidget& p_objDialog) { DealWithSetup(p_objDialog); });
     }
+    ++m_iHandlers;
     m_objWindow.Click(strButton);
+    --m_iHandlers;
     if (bEnabled) {
         m_objTranscript.Add("done " + p_strButton);
     }
@@ -346,6 +349,10 @@ void CScene::TellStatus() {
 
 void CScene::MakeSound() {
     m_objWire.Forget();
+    m_bFlood = false;
+    m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Connects;
+    m_objPort.m_iOpenResult = ISerialPort::Opened;
+    m_objPort.m_bGoesAtOnce = false;
     m_objSocket.m_bCompletesSends = true;
     m_objSocket.m_bRefusesSends = false;
     m_objPort.m_bRefusesOutput = false;

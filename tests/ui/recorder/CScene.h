@@ -31,6 +31,10 @@ public:
     };
     Setup m_objSetup;
 
+    bool m_bFlood = false;     ///< bytes that nobody asked for keep coming
+    std::string m_strPressed;  ///< the button that was pressed last
+    int m_iHandlers = 0;       ///< presses whose handlers are not back
+
     [[nodiscard]] LinkKind Link() const { return m_iLink; }
 
     /// A person presses the button, waits until nothing stands in the way, and is back when its
@@ -51,6 +55,9 @@ public:
     void ClearToSend(bool p_bOn);
     /// The device is taken away: from now on nothing goes out, and nothing is found.
     void Unplug();
+
+    /// Whatever was wrong is right from now on: the link, the printer and its answers.
+    void MakeSound();
 
     /// A file that is there from the beginning.
     void AddFile(const std::string& p_strPath, const std::string& p_strBytes);
@@ -92,7 +99,6 @@ private:
     void TellFiles();
     void TellSaved();
     void TellStatus();
-    void MakeSound();
     void DealWithSetup(QWidget& p_objDialog);
 
     LinkKind m_iLink;

@@ -49,10 +49,15 @@ CScene& CStage::Scene(LinkKind p_iLink, bool p_bOpen) {
 }
 
 std::string CStage::Play(const CCell& p_objCell) {
+    return Play(p_objCell, [](CScene& p_objScene) { return p_objScene.End(); });
+}
+
+std::string CStage::Play(const CCell& p_objCell,
+                         const std::function<std::string(CScene&)>& p_fnEnd) {
     CScene& objScene = Scene(p_objCell.m_iLink, p_objCell.m_bOpen);
     objScene.m_objWindow.BringToFront(QString::fromStdString(p_objCell.m_strButton));
     return MCopiedProcess::Run([&] {
         p_objCell.m_fnAct(objScene);
-        return objScene.End();
+        return p_fnEnd(objScene);
     });
 }

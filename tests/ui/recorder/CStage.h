@@ -3,6 +3,7 @@
 #include "tests/ui/recorder/CCell.h"
 #include "tests/ui/recorder/CUnpainted.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -24,6 +25,13 @@ public:
     /// The cell's transcript, a line for each thing. What goes wrong with the playing itself, such
     /// as a wait without an end, stands in a last line that begins with "FAILED".
     std::string Play(const CCell& p_objCell);
+
+    /// The same, with what p_fnEnd makes of the scene in place of the transcript.
+    std::string Play(const CCell& p_objCell, const std::function<std::string(CScene&)>& p_fnEnd);
+
+    /// The commands that have given the printer settings of its own: what the window sends that
+    /// shows those.
+    [[nodiscard]] const std::vector<std::string>& Settings() const { return m_strSettings; }
 
 private:
     CScene& Scene(LinkKind p_iLink, bool p_bOpen);

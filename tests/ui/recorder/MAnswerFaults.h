@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/ui/recorder/CScene.h"
+#include "tests/ui/recorder/MAnswerChanges.h"
 #include "tests/ui/recorder/MFlows.h"
 
 #include <cstdint>
@@ -13,21 +13,12 @@ namespace MAnswerFaults {
 /// To which commands something can happen.
 enum class Asked : std::uint8_t { Anything, Settings, Status };
 
-/// An answer before it is given: what is to come back to a command, on which window's link.
-struct Hand {
-    CScene& m_objScene;
-    CScriptedWire::Steps& m_objSteps;  ///< at first one, the right answer
-    const std::string& m_strCommand;
-
-    [[nodiscard]] std::string& Answer() const { return m_objSteps.front().m_strBytes; }
-};
-
 /// An answer that is not as it should be, or what happens beside it.
 struct Answer {
     std::string m_strName;
     MFlows::Links m_iLinks;
     Asked m_iAsked;
-    void (*m_fnRule)(const Hand&);
+    void (*m_fnRule)(const MAnswerChanges::Hand&);
     bool m_bLaterToo = false;  ///< strikes a later command, too, of a flow that does not read
 };
 

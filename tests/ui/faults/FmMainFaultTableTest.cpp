@@ -1,0 +1,386 @@
+#include "tests/golden/MGolden.h"
+#include "tests/ui/faults/CFaultStage.h"
+#include "tests/ui/faults/MFaultLaws.h"
+#include "tests/ui/faults/MFaultPage.h"
+#include "tests/ui/faults/MFaultRecord.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::size_t FewestCells = 700;
+constexpr int FewestOfAFlow = 15;
+constexpr std::size_t Glimpse = 200;
+constexpr std::size_t MostTold = 5;  // of the cells that differ
+
+std::string File(const std::string& p_strPath) {
+    std::ifstream objFile(p_strPath, std::ios::binary);
+    EXPECT_TRUE(objFile) << "no file " << p_strPath;
+    return {std::istreambuf_iterator<char>(objFile), {}};
+}
+
+MFaultRecord::Outcomes Recorded() {
+    return MFaultRecord::FromText(File(VARDEN_FAULT_TABLE));
+}
+
+bool IsOfSettings(const MFlows::Flow& p_objFlow) {
+    const std::string strButton = p_objFlow.m_strButton;
+    return strButton.ends_with("Read") || strButton.ends_with("Set");
+}
+
+/// A part of the table: the flows of settings on a link, or the others.
+struct Part {
+    LinkKind m_iLink;
+    bool m_bSettings;
+};
+
+class FmMainFaultTableTest : public ::testing::TestWithParam<Part> {};
+
+/// What is wrong with a cell, in words; empty when nothing is.
+std::string Wrong(const CFaultCell& p_objCell, const CSeen& p_objSeen, const CSeen& p_objSound,
+                  const MFaultRecord::Outcomes& p_strRecorded) {
+    const std::string strKey = MFaultRecord::Key(p_objCell);
+    std::string strWrong;
+    for (const std::string& strBroken : MFaultLaws::Broken(p_objCell, p_objSeen, p_objSound)) {
+        strWrong += strKey + ": " + strBroken + "\n";
+    }
+    const auto objRecorded = p_strRecorded.find(strKey);
+    const std::string strBefore =
+        objRecorded != p_strRecorded.end() ? objRecorded->second : "no such cell";
+    const std::string strNow = MFaultRecord::Outcome(p_objCell, p_objSeen);
+    if (strNow != strBefore) {
+        strWrong +=
+            strKey + "\n  in the table: " + strBefore + "\n  now:          " + strNow + "\n";
+    }
+    return strWrong;
+}
+
+TEST_P(FmMainFaultTableTest, EachCellKeepsTheLawsAndEndsAsTheTableSays) {
+    const MFaultRecord::Outcomes strRecorded = Recorded();
+    CFaultStage objStage;
+    std::vector<std::string> strWrong;  // told at the end: the copies would inherit a failure
+    for (const MFlows::Flow& objFlow : MFlows::Talking()) {
+        if (IsOfSettings(objFlow) != GetParam().m_bSettings) {
+            continue;
+        }
+        CSeen objSound;
+        for (const CFaultCell& objCell : MFaultCells::Of(objFlow, GetParam().m_iLink)) {
+            const CSeen objSeen = objStage.Play(objCell);
+            objSound = objCell.m_objFault == &MFaults::All().front() ? objSeen : objSound;
+            const std::string strCell = Wrong(objCell, objSeen, objSound, strRecorded);
+            if (!strCell.empty()) {
+                strWrong.push_back(strCell);
+            }
+        }
+    }
+    EXPECT_EQ(strWrong.size(), 0U);
+    strWrong.resize(std::min(strWrong.size(), MostTold));
+    for (const std::string& strCell : strWrong) {
+        ADD_FAILURE() << strCell;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, FmMainFaultTableTest,
+                         ::testing::Values(Part{LinkKind::Com, true}, Part{LinkKind::Com, false},
+                                           Part{LinkKind::Lan, true}, Part{LinkKind::Lan, false},
+                                           Part{LinkKind::Usb, true}, Part{LinkKind::Usb, false}),
+                         [](const auto& p_objInfo) {
+                             return std::string(MFlows::NameOf(p_objInfo.param.m_iLink)) +
+                                    (p_objInfo.param.m_bSettings ? "Settings" : "Others");
+                         });
+
+TEST(WindowFaultTableTest, HoldsEachCellOnceAndAllOfThem) {
+    std::set<std::string> strKeys;
+    std::map<std::pair<std::string, LinkKind>, int> iOfFlow;
+    for (const CFaultCell& objCell : MFaultCells::All()) {
+        EXPECT_TRUE(strKeys.insert(MFaultRecord::Key(objCell)).second)
+            << MFaultRecord::Key(objCell);
+        ++iOfFlow[{objCell.m_objFlow->m_strButton, objCell.m_iLink}];
+    }
+    EXPECT_GE(strKeys.size(), FewestCells);
+    EXPECT_EQ(iOfFlow.size(), MFlows::Talking().size() * std::size(MFlows::AllLinks));
+    for (const auto& [objFlow, iCells] : iOfFlow) {
+        EXPECT_GE(iCells, FewestOfAFlow) << objFlow.first;
+    }
+    std::set<std::string> strRecorded;
+    for (const auto& [strKey, strOutcome] : Recorded()) {
+        strRecorded.insert(strKey);
+    }
+    EXPECT_EQ(strRecorded, strKeys);
+}
+
+TEST(WindowFaultTableTest, IsATextThatIsReadAsItWasWritten) {
+    const std::string strText = File(VARDEN_FAULT_TABLE);
+    const std::string strAgain = MFaultRecord::Text(MFaultRecord::FromText(strText));
+    EXPECT_EQ(strAgain.size(), strText.size());
+    const auto objDiffer = std::ranges::mismatch(strAgain, strText);
+    EXPECT_TRUE(objDiffer.in1 == strAgain.end() && objDiffer.in2 == strText.end())
+        << "differs at " << std::string(objDiffer.in2, strText.end()).substr(0, Glimpse);
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS | closed", "sent"), "1 of 1, WS");
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS", "told"), "-");
+    EXPECT_EQ(MFaultRecord::Part("told - | sent 1 of 1, WS", "head"), "");
+}
+
+TEST(WindowFaultTableTest, ThePageIsPrintedFromIt) {
+    const std::string strPage = File(VARDEN_FAULTS_PAGE);
+    EXPECT_TRUE(MFaultPage::Replace(strPage, MFaultPage::Part(Recorded())) == strPage)
+        << "write-faults prints it anew, and git diff shows what has changed";
+}
+
+TEST(WindowFaultTableTest, ThePageIsReplacedBetweenItsMarksAlone) {
+    const std::string strPage = "a\n<!-- window: begin -->\nold\n<!-- window: end -->\nb\n<!-- "
+                                "command line: begin -->\nc\n";
+    EXPECT_EQ(MFaultPage::Replace(strPage, "new\n"),
+              "a\n<!-- window: begin -->\nnew\n<!-- window: end -->\nb\n"
+              "<!-- command line: begin -->\nc\n");
+    EXPECT_THROW(MFaultPage::Replace("no marks", "new\n"), std::runtime_error);
+}
+
+/// The items of a command, which is like p_strGolden, whose fields are not the same.
+std::vector<std::string> Unlike(const std::string& p_strGolden, const std::string& p_strSent,
+                                const std::string& p_strSet) {
+    std::vector<std::string> strNames;
+    for (const MGolden::Slot objSlot : MGolden::Carried(p_strGolden)) {
+        const std::size_t iPlace = MGolden::Place(p_strGolden, objSlot);
+        const auto iLength = static_cast<std::size_t>(MGolden::Of(objSlot).m_iLength);
+        if (p_strSent.substr(iPlace, iLength) != p_strSet.substr(iPlace, iLength)) {
+            strNames.emplace_back(MGolden::Of(objSlot).m_strName);
+        }
+    }
+    return strNames;
+}
+
+bool IsAnswered(const std::string& p_strName) {
+    constexpr std::array iGroups{0, 1, 3, 4};
+    return std::ranges::any_of(iGroups, [&](int p_iGroup) {
+        return std::ranges::any_of(
+            MGolden::Answers(p_iGroup), [&](const MGolden::Answered& p_objAnswered) {
+                return MGolden::Of(p_objAnswered.m_objSlot).m_strName == p_strName;
+            });
+    });
+}
+
+/// A text is filled up with blanks when it comes from the printer, and with 0xFF when it goes
+/// there.
+std::string WithoutFilling(std::string p_strCommand) {
+    std::erase_if(p_strCommand, [](char p_c) { return p_c == ' ' || p_c == '\xFF'; });
+    return p_strCommand;
+}
+
+TEST(WindowFaultTableTest, WhatCountsAsReadIsWhatThePrinterHas) {
+    CFaultStage objStage;
+    const std::vector<std::string> strSent = objStage.SentBehindReading();
+    const std::vector<std::string>& strSet = objStage.Settings();
+    const MGolden::Texts strGolden = MGolden::SetCommands();
+    ASSERT_EQ(strSent.size(), strSet.size());
+    for (std::size_t i = 0; i < strGolden.size(); ++i) {
+        for (const std::string& strName : Unlike(strGolden[i], strSent[i], strSet[i])) {
+            EXPECT_FALSE(IsAnswered(strName)) << strName;
+        }
+        EXPECT_NE(strSent[i], strGolden[i]);
+    }
+    for (std::size_t i = strGolden.size(); i < strSent.size(); ++i) {
+        EXPECT_EQ(WithoutFilling(strSent[i]), WithoutFilling(strSet[i]));
+    }
+}
+
+/// A cell, and what was seen of it without a fault: each law is broken in turn.
+class WindowFaultLawsTest : public ::testing::Test {
+protected:
+    static CFaultCell Cell(const char* p_strFault, const char* p_strButton, LinkKind p_iLink,
+                           int p_iCommand = 1) {
+        const auto objFault =
+            std::ranges::find_if(MFaults::All(), [&](const MFaults::Fault& p_objFault) {
+                return p_objFault.m_strName == p_strFault &&
+                       MFlows::Has(p_objFault.m_iLinks, p_iLink);
+            });
+        const auto objFlow =
+            std::ranges::find_if(MFlows::Talking(), [&](const MFlows::Flow& p_objFlow) {
+                return std::string(p_objFlow.m_strButton) == p_strButton;
+            });
+        return {&*objFault, &*objFlow, p_iLink, p_iCommand};
+    }
+
+    /// A READ over the LAN whose first answer does not come.
+    WindowFaultLawsTest() {
+        m_objSeen.m_strTold = {"beep", "box, critical, \"Failure\": Device Time Out !!"};
+        m_objSeen.m_strSent = {"{Z5;0|}"};
+        m_objSeen.m_strPage = "READ ended at group 0: no answer (defaults, never read)";
+        m_objSeen.m_iHalfSeconds = 10;
+    }
+
+    [[nodiscard]] std::vector<std::string> Broken() const {
+        return MFaultLaws::Broken(m_objCell, m_objSeen, m_objSound);
+    }
+
+    void ExpectBroken(const std::string& p_strLaw) const {
+        EXPECT_THAT(Broken(), ElementsAre(HasSubstr(p_strLaw)));
+    }
+
+    CFaultCell m_objCell = Cell("silent", "btnRead", LinkKind::Lan);
+    CSeen m_objSeen;
+    CSeen m_objSound;
+};
+
+TEST_F(WindowFaultLawsTest, HoldOfAReadThatEndsAsItMust) {
+    EXPECT_THAT(Broken(), IsEmpty());
+}
+
+TEST_F(WindowFaultLawsTest, NoHandlerIsLeftAndNoBox) {
+    m_objSeen.m_iRunning = 1;
+    ExpectBroken("a handler is not back");
+    m_objSeen.m_iRunning = 0;
+    m_objSeen.m_strHeld = "a box stands";
+    ExpectBroken("a box stands");
+    m_objSeen.m_strHeld.clear();
+    m_objSeen.m_strFailure = "the process has come down";
+    ExpectBroken("the process has come down");
+}
+
+TEST_F(WindowFaultLawsTest, ButtonsAreEnabledAtRestAndTheLineSaysThatNothingIsDone) {
+    m_objSeen.m_strDisabled = "btnRead";
+    ExpectBroken("disabled at rest: btnRead");
+    m_objSeen.m_strDisabled.clear();
+    m_objSeen.m_strDoing = "READ 1 of 3";
+    ExpectBroken("the line says that something is done");
+}
+
+TEST_F(WindowFaultLawsTest, TheButtonWorksAgain) {
+    m_objSeen.m_strAgain = "sent 0";
+    ExpectBroken("pressed again on the sound link: sent 0");
+}
+
+TEST_F(WindowFaultLawsTest, NothingIsSentOrToldWhenAllIsOver) {
+    m_objSeen.m_strBehind = {"LAN sends {Z5;1|}"};
+    ExpectBroken("sent or told when all was over");
+    m_objSeen.m_strBehind.clear();
+    m_objSeen.m_strLater = {"box, critical, \"Failure\": Device Time Out !!"};
+    ExpectBroken("told when all was over");
+}
+
+TEST_F(WindowFaultLawsTest, AWindowThatWasClosedHasClosedAndNoOther) {
+    m_objSeen.m_bClosed = true;
+    ExpectBroken("the window has closed");
+    m_objSeen.m_bClosed = false;
+    m_objCell = Cell("the window closed before the answer", "btnRead", LinkKind::Lan);
+    ExpectBroken("the window has not closed");
+}
+
+TEST_F(WindowFaultLawsTest, OnlyItsOwnCommandsGoOutInTheirOrder) {
+    m_objSeen.m_strSent = {"{Z5;3|}"};
+    ExpectBroken("sent what is none of its commands: {Z5;3|}");
+    m_objSeen.m_strSent = {"{Z5;1|}"};
+    ExpectBroken("sent out of turn: {Z5;1|}");
+    m_objSeen.m_strSent = {"{Z5;0|}"};
+    m_objSeen.m_strPartly = "{Z4";
+    ExpectBroken("sent a part of none of its commands: {Z4");
+}
+
+TEST_F(WindowFaultLawsTest, SettingsGoOutByteByByteAsTheyStandInTheFields) {
+    m_objCell = Cell("silent", "btnSet", LinkKind::Lan);
+    m_objSeen.m_strSent = {"{Z2;1,00210121+0001B0A00000B0000000000101|}"};
+    ExpectBroken("sent what is none of its commands");
+}
+
+TEST_F(WindowFaultLawsTest, NoCommandGoesOutBehindAFailureThatWasTold) {
+    m_objSeen.m_iBehindFailure = 1;
+    ExpectBroken("a command went out behind a failure");
+    m_objCell = Cell("silent", "btnPaperEnd", LinkKind::Lan);
+    m_objSeen.m_strSent = {"{Z6;01|}", "{Z6;11|}"};
+    EXPECT_THAT(Broken(), IsEmpty());
+}
+
+TEST_F(WindowFaultLawsTest, OneFailureIsToldInOneBox) {
+    m_objSeen.m_strTold.push_back("box, exclamation, \"Varden Setting Tool\": 'LAN' Send Error !!");
+    ExpectBroken("2 boxes for one failure");
+    m_objSeen.m_strTold.back() = "box, no icon, \"Varden Setting Tool\": Number=10054  Reset";
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strTold.push_back(m_objSeen.m_strTold.back());
+    ExpectBroken("3 boxes for one failure");
+}
+
+TEST_F(WindowFaultLawsTest, WhatDidNotGoOutIsTold) {
+    m_objSeen.m_strTold.clear();
+    ExpectBroken("no box tells of it");
+    m_objCell.m_iLink = LinkKind::Com;
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strPage = "defaults, never read";
+    ExpectBroken("the line says: defaults, never read");
+}
+
+TEST_F(WindowFaultLawsTest, ItemsComeFromWholeAnswersToWhatWasAsked) {
+    m_objSeen.m_strRead = {"3"};
+    ExpectBroken("items of a group that was not asked for: 3");
+    m_objSeen.m_strRead = {"0"};
+    ExpectBroken("items without a whole answer, of group 0");
+    m_objSeen.m_strRead.clear();
+    m_objSeen.m_strOther = {"0"};
+    ExpectBroken("items that no answer brought, of group 0");
+    m_objCell = Cell("values out of range", "btnRead", LinkKind::Lan);
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSeen.m_strOther = {"2"};
+    ExpectBroken("items that no answer brought, of group 2");
+}
+
+TEST_F(WindowFaultLawsTest, APageChangesByItsOwnReadingAlone) {
+    m_objSeen.m_strLanPage = "read";
+    ExpectBroken("a page has changed that nobody read");
+    m_objSeen.m_strLanPage = "-";
+    m_objSeen.m_strParameterPage = "read";
+    ExpectBroken("the page shows a whole reading");
+    m_objSeen.m_strParameterPage = "other";
+    ExpectBroken("the page shows what no answer brought");
+    m_objSeen.m_strParameterPage = "-";
+    m_objSeen.m_strPage = "as read from the printer";
+    m_objSeen.m_strSent = {"{Z5;0|}", "{Z5;1|}", "{Z5;4|}"};
+    ExpectBroken("the line says that the page is as read");
+}
+
+TEST_F(WindowFaultLawsTest, WhatIsClaimedToBeHarmlessEndsAsWithoutAFault) {
+    m_objCell = Cell("three seconds late", "btnGetStatus", LinkKind::Lan);
+    m_objSeen = {};
+    m_objSeen.m_strSent = {"{WS|}"};
+    m_objSound = m_objSeen;
+    m_objSeen.m_iHalfSeconds = 6;
+    EXPECT_THAT(Broken(), IsEmpty());
+    m_objSound.m_strStatus = "ON LINE";
+    ExpectBroken("harmless, and yet other than without a fault");
+}
+
+TEST_F(WindowFaultLawsTest, AFlowEndsInTime) {
+    m_objSeen.m_iHalfSeconds = 120;
+    ExpectBroken("took 60 s");
+}
+
+TEST(CSeenTest, IsReadAsItWasWritten) {
+    CSeen objSeen;
+    objSeen.m_strTold = {"beep", "box, critical, \"Failure\": Device: Time Out !!"};
+    objSeen.m_strSent = {"{WS|}"};
+    objSeen.m_strLater = {"box"};
+    objSeen.m_strStatus = "  Save Mode";
+    objSeen.m_iHalfSeconds = 7;
+    objSeen.m_bClosed = true;
+    const CSeen objRead = CSeen::FromText(objSeen.Text());
+    EXPECT_EQ(objRead.Text(), objSeen.Text());
+    EXPECT_EQ(objRead.m_strTold, objSeen.m_strTold);
+    EXPECT_EQ(objRead.m_strStatus, objSeen.m_strStatus);
+    EXPECT_TRUE(objRead.m_bClosed);
+    EXPECT_EQ(CSeen::FromText("FAILED: the process has come down").m_strFailure,
+              "the process has come down");
+}
+
+}  // namespace
