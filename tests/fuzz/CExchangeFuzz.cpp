@@ -160,7 +160,15 @@ std::function<void()> CExchangeFuzz::TakeCommand() {
     case 14:
         return [this, iOther] { m_objInterface.SetActiveInterface(iOther); };
     default:
-        return [this, iArgument] { m_objEventLoop.Idle(Unit * iArgument * iArgument); };
+        return [this, iArgument] { Pause(Unit * iArgument * iArgument); };
+    }
+}
+
+/// Nothing is done for a while, as while a dialog stands, which the closing ends.
+void CExchangeFuzz::Pause(std::int64_t p_iMilliseconds) {
+    const std::int64_t iEnd = m_objEventLoop.Elapsed() + p_iMilliseconds;
+    while (m_objEventLoop.Elapsed() < iEnd && !m_objEventLoop.IsClosing()) {
+        m_objEventLoop.Yield();
     }
 }
 

@@ -56,6 +56,7 @@ private:
     void TakeField();
 
     void RunAlone(const std::function<void()>& p_fnCommand);
+    void Pause(std::int64_t p_iMilliseconds);
     void OpenLink(std::int16_t p_iInterface);
     void RequestClose();
     void RequireRest();
