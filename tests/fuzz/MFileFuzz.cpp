@@ -1,5 +1,6 @@
 #include "cli/MJsonSettings.h"
 #include "cli/MSettingJson.h"
+#include "cli/MUtf8.h"
 #include "files/MLanFile.h"
 #include "files/MParameterFile.h"
 #include "model/MSettingText.h"
@@ -28,6 +29,30 @@ void RequireValues(const CSnapshot& p_objSnapshot) {
     }
 }
 
+/// Without what fills a text's field up, which a file may hold and nobody is shown.
+std::string Unfilled(std::string p_strText) {
+    constexpr std::string_view strFill = "\xFF ";
+    p_strText.erase(p_strText.find_last_not_of(strFill) + 1);
+    return p_strText;
+}
+
+/// In a right file each number and each text is the value that is held.
+void RequireAsWritten(std::string_view p_strBytes, const CSnapshot& p_objSnapshot) {
+    const auto objFile = nlohmann::ordered_json::parse(p_strBytes);
+    for (const auto& [strName, objWritten] : objFile.at("settings").items()) {
+        const MSettings::Row& objRow = MSettings::Get(strName);
+        const auto objHeld = MSettingJson::Value(objRow, p_objSnapshot.Items());
+        Require(p_objSnapshot.IsKnown(objRow), "what a right file holds is known");
+        Require(!objWritten.is_number() || objHeld == objWritten, "a number is held as written");
+        if (objRow.m_iKind == MSettings::Kind::Text) {
+            const auto strWritten = MUtf8::ToLatin1(objWritten.get<std::string>());
+            const auto strHeld = MUtf8::ToLatin1(objHeld.get<std::string>());
+            Require(strWritten && strHeld && Unfilled(*strWritten) == Unfilled(*strHeld),
+                    "a text is held as written");
+        }
+    }
+}
+
 }  // namespace
 
 void MFuzzTargets::ParameterFile(MFuzz::Input p_objInput) {
@@ -52,6 +77,9 @@ void MFuzzTargets::JsonFile(MFuzz::Input p_objInput) {
     MFuzz::RequireRendered(objContent.m_objSnapshot.Items());
     if (!nlohmann::json::accept(strBytes)) {
         Require(!objContent.m_objProblems.empty(), "what is no JSON is refused");
+    }
+    if (objContent.m_objProblems.empty()) {
+        RequireAsWritten(strBytes, objContent.m_objSnapshot);
     }
 
     const std::string strText = MJsonSettings::Text(objContent.m_objSnapshot);
