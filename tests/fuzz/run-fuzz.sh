@@ -47,8 +47,8 @@ run_target() {
     mkdir -p "$corpus" "$build/findings" || return
     VARDEN_FUZZ_TARGET=$1 ASAN_OPTIONS=quarantine_size_mb=16 UBSAN_OPTIONS=print_stacktrace=1 \
         "$build/bin/varden_fuzz" "-max_total_time=$seconds" "-max_len=$longest" -rss_limit_mb=512 \
-        -malloc_limit_mb=16 -timeout=300 "-artifact_prefix=$build/findings/$1-" -print_final_stats=1 \
-        "$corpus" "${folders[@]}" >"$build/$1.log" 2>&1
+        -malloc_limit_mb=16 -timeout=300 -report_slow_units=300 -print_final_stats=1 \
+        "-artifact_prefix=$build/findings/$1-" "$corpus" "${folders[@]}" >"$build/$1.log" 2>&1
 }
 
 # number PATTERN FILE: the last number behind the pattern.
