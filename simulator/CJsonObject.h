@@ -24,6 +24,9 @@ public:
     /// The members of p_objOther behind those that are there.
     CJsonObject& Append(const CJsonObject& p_objOther);
 
+    /// How many characters its members have.
+    [[nodiscard]] std::size_t Size() const { return m_strMembers.size(); }
+
     /// The object in one line, without an end of line.
     [[nodiscard]] std::string Written() const { return '{' + m_strMembers + '}'; }
 

@@ -55,21 +55,26 @@ void CSession::Found(const CCommandReader::Found& p_objFound, std::vector<CWireS
 }
 
 void CSession::LeaveOut(const CCommandReader::Found& p_objFound) {
-    const bool bAll = p_objFound.m_strBytes.size() == p_objFound.m_iCount;
-    Note("! left out " + MPrintable::ByteCount(p_objFound.m_iCount) + " that are no command: " +
-         MPrintable::Printable(p_objFound.m_strBytes) + (bAll ? "" : "..."));
-    Event("left-out",
-          CJsonObject().Text("bytes", p_objFound.m_strBytes).Number("count", p_objFound.m_iCount));
+    m_iLeftOut += p_objFound.m_iCount;
+    if (++m_iLeftOuts < m_iTellLeftOutAt) {
+        return;
+    }
+    m_iTellLeftOutAt = m_iLeftOuts < MostLeftOut ? m_iLeftOuts + 1 : 2 * m_iLeftOuts;
+    const std::size_t iCount = std::exchange(m_iLeftOut, std::size_t{0});
+    const bool bAll = p_objFound.m_strBytes.size() == iCount;
+    Tell("! left out " + MPrintable::ByteCount(iCount) + " that are no command: " +
+             MPrintable::Printable(p_objFound.m_strBytes) + (bAll ? "" : "..."),
+         "left-out", CJsonObject().Text("bytes", p_objFound.m_strBytes).Number("count", iCount));
 }
 
 void CSession::Take(const std::string& p_strCommand, std::vector<CWireStep>& p_objSteps) {
     CPrinter::Reply objReply = m_objPrinter.Handle(p_strCommand);
     const CDecodedCommand& objCommand = objReply.m_objCommand;
-    Note("> " + MPrintable::Printable(p_strCommand) + "   " + objCommand.Describe());
-    Event("received", CJsonObject()
-                          .Text("command", p_strCommand)
-                          .Text("kind", MCommandKind::Name(objCommand.Kind()))
-                          .Flag("accepted", objReply.m_bAccepted));
+    Tell("> " + MPrintable::Printable(p_strCommand) + "   " + objCommand.Describe(), "received",
+         CJsonObject()
+             .Text("command", p_strCommand)
+             .Text("kind", MCommandKind::Name(objCommand.Kind()))
+             .Flag("accepted", objReply.m_bAccepted));
     for (const MStoring::Mishap& objMishap : objReply.m_objMishaps) {
         Mishap(objMishap.m_strWhat, objMishap.m_strText);
     }
@@ -94,10 +99,10 @@ void CSession::Take(const std::string& p_strCommand, std::vector<CWireStep>& p_o
 
 void CSession::Sent(const CWireStep& p_objStep) {
     if (!p_objStep.m_strBytes.empty()) {
-        Note("< " + MPrintable::Printable(p_objStep.m_strBytes) + "   " + p_objStep.m_strNote +
-             ", " + MPrintable::ByteCount(p_objStep.m_strBytes.size()));
-        Event("answered",
-              CJsonObject().Text("bytes", p_objStep.m_strBytes).Text("note", p_objStep.m_strNote));
+        Tell("< " + MPrintable::Printable(p_objStep.m_strBytes) + "   " + p_objStep.m_strNote +
+                 ", " + MPrintable::ByteCount(p_objStep.m_strBytes.size()),
+             "answered",
+             CJsonObject().Text("bytes", p_objStep.m_strBytes).Text("note", p_objStep.m_strNote));
     }
     if (p_objStep.m_bClose) {
         Note("! connection closed on purpose");
@@ -105,8 +110,23 @@ void CSession::Sent(const CWireStep& p_objStep) {
 }
 
 void CSession::Mishap(std::string_view p_strWhat, std::string_view p_strText) {
-    Note("! " + std::string(p_strText));
-    Event("fault", CJsonObject().Text("what", p_strWhat).Text("text", p_strText));
+    Tell("! " + std::string(p_strText), "fault",
+         CJsonObject().Text("what", p_strWhat).Text("text", p_strText));
+}
+
+void CSession::Tell(std::string_view p_strLine, std::string_view p_strName,
+                    const CJsonObject& p_objDetails) {
+    constexpr std::size_t iFrame = 160;  // what else stands in a line and in an event
+    if (m_iTold >= MostTold) {
+        return;
+    }
+    Note(p_strLine);
+    Event(p_strName, p_objDetails);
+    m_iTold += p_strLine.size() + p_objDetails.Size() + iFrame;
+    if (m_iTold >= MostTold) {
+        Note("! the log of this connection is full: what passes from now on is not told");
+        Event("log-full");
+    }
 }
 
 void CSession::Event(std::string_view p_strName, const CJsonObject& p_objDetails) {

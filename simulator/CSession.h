@@ -14,14 +14,21 @@
 /// One connection to the printer: bytes in, steps for the wire out, and a line for each of both.
 ///
 /// Lines begin with "> " for a command received, "< " for bytes sent, "! " for what went wrong;
-/// events say the same for programs. Whoever owns the wire carries the steps out in order and tells
-/// each by Sent; and looks, when bytes have been received, whether the printer still has power and
-/// is where it was.
+/// events say the same for programs. The log of one connection is bounded, whatever comes: bytes
+/// that are no command are told one by one MostLeftOut times, and then together, each time that
+/// they have come as often again; behind MostTold bytes, which it says, nothing passes into the log
+/// any more. Whoever owns the wire carries the steps out in order and tells each by Sent; and
+/// looks, when bytes have been received, whether the printer still has power and is where it was.
 class CSession {
 public:
     /// What the connection runs on. On USB two bytes stand before each settings answer; only on
     /// a network does a printer that moves hang up.
     enum class Wire : std::uint8_t { Network, Serial, Usb };
+
+    /// How often bytes that are no command are told of as they come.
+    static constexpr std::size_t MostLeftOut = 100;
+    /// The bytes of lines and events that a connection's traffic may come to in the log.
+    static constexpr std::size_t MostTold = 16'777'216;
 
     /// @param p_iNumber the connection's number in the log, counted from 1.
     /// The printer and the log are not owned and must outlive the session.
@@ -43,7 +50,7 @@ public:
     /// Tells the log that a step has been carried out.
     void Sent(const CWireStep& p_objStep);
 
-    /// Tells the log anything else about this connection.
+    /// Tells the log anything else about this connection, also when it is full.
     void Note(std::string_view p_strLine);
     void Event(std::string_view p_strName, const CJsonObject& p_objDetails = {});
 
@@ -52,6 +59,8 @@ private:
     void LeaveOut(const CCommandReader::Found& p_objFound);
     void Mishap(std::string_view p_strWhat, std::string_view p_strText);
     void Found(const CCommandReader::Found& p_objFound, std::vector<CWireStep>& p_objSteps);
+    void Tell(std::string_view p_strLine, std::string_view p_strName,
+              const CJsonObject& p_objDetails);
 
     std::size_t m_iNumber;
     CPrinter& m_objPrinter;
@@ -61,4 +70,8 @@ private:
     CCommandReader m_objReader;
     std::size_t m_iCommands = 0;
     bool m_bClosed = false;
+    std::size_t m_iTold = 0;           // bytes
+    std::size_t m_iLeftOut = 0;        // bytes that are no command, of which nothing is told yet
+    std::size_t m_iLeftOuts = 0;       // how often such have come
+    std::size_t m_iTellLeftOutAt = 1;  // how often until they are told
 };

@@ -6,8 +6,9 @@ namespace {
 
 constexpr qint64 MostUnread = 65'536;   // bytes the socket holds for us
 constexpr qint64 MostUnsent = 65'536;   // bytes the socket holds for the other side
-constexpr qint64 ReadBlock = 512;       // bytes whose answers can be held at once
+constexpr qint64 ReadBlock = 128;       // bytes whose answers can be held at once
 constexpr std::size_t MostSteps = 256;  // waiting steps above which nothing more is read
+constexpr int StepsATurn = 16;          // carried out before other connections have their turn
 
 }  // namespace
 
@@ -59,8 +60,8 @@ void CConnection::Abort() {
 
 void CConnection::Work() {
     Read();
-    Run();
-    if (CanTakeMore() && m_objSocket->bytesAvailable() > 0) {
+    const bool bGoesOn = Run();
+    if (bGoesOn || (CanTakeMore() && m_objSocket->bytesAvailable() > 0)) {
         m_objTurn.start(0);
     }
 }
@@ -70,26 +71,29 @@ bool CConnection::CanTakeMore() const {
 }
 
 void CConnection::Read() {
-    while (CanTakeMore() && m_objSocket->bytesAvailable() > 0) {
-        const QByteArray arrBytes = m_objSocket->read(ReadBlock);
-        if (arrBytes.isEmpty()) {
-            return;
-        }
-        m_objSteps.Add(
-            m_objSession.Received({reinterpret_cast<const std::uint8_t*>(arrBytes.constData()),
-                                   static_cast<std::size_t>(arrBytes.size())}));
-        m_fnReceived();
+    // One block a turn: whoever floods waits for all others before more of it is read.
+    if (!CanTakeMore() || m_objSocket->bytesAvailable() == 0) {
+        return;
     }
+    const QByteArray arrBytes = m_objSocket->read(ReadBlock);
+    m_objSteps.Add(
+        m_objSession.Received({reinterpret_cast<const std::uint8_t*>(arrBytes.constData()),
+                               static_cast<std::size_t>(arrBytes.size())}));
+    m_fnReceived();
 }
 
-void CConnection::Run() {
-    while (!m_bClosing && m_objSocket->bytesToWrite() < MostUnsent) {
+bool CConnection::Run() {
+    for (int i = 0; i < StepsATurn; ++i) {
+        if (m_bClosing || m_objSocket->bytesToWrite() >= MostUnsent) {
+            return false;
+        }
         const std::optional<CWireStep> objStep = m_objSteps.TakeDue();
         if (!objStep) {
-            return;
+            return false;
         }
         CarryOut(*objStep);
     }
+    return true;
 }
 
 void CConnection::CarryOut(const CWireStep& p_objStep) {

@@ -33,7 +33,8 @@ private:
     void End();
     void Work();
     void Read();
-    void Run();
+    /// True when there may be more to do at once, and others have their turn first.
+    bool Run();
     void CarryOut(const CWireStep& p_objStep);
     [[nodiscard]] bool CanTakeMore() const;
 

@@ -9,6 +9,8 @@ namespace {
 
 constexpr int MostWaiting = 4096;  // connections that the system keeps until there is room
 
+constexpr int MostATurn = 16;  // connections taken before those that stand have their turn
+
 /// The time after which a connection that could not be taken is tried again.
 constexpr std::chrono::milliseconds AcceptAgain{200};
 
@@ -28,7 +30,12 @@ CTcpServer::CTcpServer(CPrinter& p_objPrinter, CFaultSettings p_objFaults, CPrin
     m_objPowerBack.setSingleShot(true);
     m_objAcceptAgain.setSingleShot(true);
     m_objAcceptAgain.setInterval(AcceptAgain);
+    m_objTurn.setSingleShot(true);
     connect(&m_objServer, &QTcpServer::newConnection, this, &CTcpServer::Accept);
+    connect(&m_objTurn, &QTimer::timeout, this, [this] {
+        m_iTakenThisTurn = 0;
+        Accept();
+    });
     connect(&m_objServer, &QTcpServer::acceptError, this, &CTcpServer::CannotAccept);
     connect(&m_objPowerBack, &QTimer::timeout, this, &CTcpServer::ComeBack);
     connect(&m_objAcceptAgain, &QTimer::timeout, this, &CTcpServer::FollowRoom);
@@ -58,6 +65,10 @@ void CTcpServer::Begin(bool p_bTeach) {
 
 void CTcpServer::Accept() {
     while (!m_objRoom.IsFull() && m_objServer.hasPendingConnections()) {
+        m_objTurn.start(0);
+        if (++m_iTakenThisTurn > MostATurn) {
+            return;  // those who connect without end wait for all others
+        }
         CSession objSession(++m_iConnections, m_objPrinter, m_objFaults, m_objLog);
         auto* const objConnection = new CConnection(
             m_objServer.nextPendingConnection(), std::move(objSession), [this] { Look(); }, this);

@@ -64,6 +64,8 @@ private:
     QTcpServer m_objServer;
     QTimer m_objPowerBack;
     QTimer m_objAcceptAgain;
+    QTimer m_objTurn;  // runs when connections have been taken this turn
+    int m_iTakenThisTurn = 0;
     QHostAddress m_objHost;     // where it was put
     std::uint16_t m_iPort = 0;  // there
     CPlace m_objPlace;          // the printer's, as far as this has followed it

@@ -3,8 +3,6 @@
 #include "model/CConversionError.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,17 +11,12 @@
 #include <utility>
 #include <vector>
 
+using MFuzz::Require;
+
 namespace {
 
 constexpr std::size_t BlockSize = 4096;
 constexpr std::size_t SmallPiece = 7;
-
-void Require(bool p_bHolds, const char* p_strWhat) {
-    if (!p_bHolds) {
-        std::cerr << "does not hold: " << p_strWhat << '\n';
-        std::abort();
-    }
-}
 
 /// A file of the bytes given, which comes in pieces and may fail at its end.
 class CBytesStore : public IFileStore {
@@ -96,14 +89,6 @@ std::optional<std::vector<std::string>> Rendered(const CSettingsFile::Format& p_
     }
 }
 
-void RequireSameItems(const CItemManager& p_objOne, const CItemManager& p_objOther) {
-    for (const CItemManager::Row& objRow : CItemManager::Rows()) {
-        Require((p_objOne.*objRow.m_objSlot)->GetValue() ==
-                    (p_objOther.*objRow.m_objSlot)->GetValue(),
-                "the reader stores what the plainest one stores");
-    }
-}
-
 /// What holds for every file that is read to its end or to its first wrong line.
 void CheckReading(const CSettingsFile::Format& p_objFormat, std::string_view p_strBytes,
                   std::size_t p_iPiece) {
@@ -122,7 +107,7 @@ void CheckReading(const CSettingsFile::Format& p_objFormat, std::string_view p_s
         iUsed += strLine.size() + 2;
     }
     Require(bLoaded == bGood, "a file loads when each of its lines does");
-    RequireSameItems(objItems, objExpected);
+    MFuzz::RequireSame(objItems, objExpected);
     Require(objFileStore.m_iGiven <= iUsed + 2 * BlockSize, "it ends at a wrong line");
 }
 
@@ -152,9 +137,8 @@ void CheckSaving(const CSettingsFile::Format& p_objFormat, std::string_view p_st
 
 }  // namespace
 
-void CSettingsFileFuzz::Run(const CSettingsFile::Format& p_objFormat,
-                            const std::uint8_t* p_arrBytes, std::size_t p_iCount) {
-    const std::string strBytes(p_arrBytes, p_arrBytes + p_iCount);
+void CSettingsFileFuzz::Run(const CSettingsFile::Format& p_objFormat, MFuzz::Input p_objInput) {
+    const std::string strBytes(p_objInput.begin(), p_objInput.end());
     CheckReading(p_objFormat, strBytes, BlockSize);
     CheckReading(p_objFormat, strBytes, SmallPiece);
     CheckFailure(p_objFormat, strBytes);

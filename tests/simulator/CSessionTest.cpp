@@ -18,11 +18,21 @@ using ::testing::ElementsAre;
 
 class CLinesLog : public ISimulatorLog {
 public:
+    void Event(std::size_t /*p_iConnection*/, std::string_view p_strName,
+               const CJsonObject& p_objDetails) override {
+        m_iEventBytes += p_objDetails.Written().size();
+        m_strEvents.emplace_back(p_strName);
+        m_strDetails = p_objDetails.Written();
+    }
+
     void Line(std::size_t p_iConnection, std::string_view p_strLine) override {
         m_strLines.push_back(std::to_string(p_iConnection) + " " + std::string(p_strLine));
     }
 
     std::vector<std::string> m_strLines;
+    std::vector<std::string> m_strEvents;
+    std::string m_strDetails;  // of the latest event
+    std::size_t m_iEventBytes = 0;
 };
 
 class SessionTest : public ::testing::Test {
@@ -96,6 +106,59 @@ TEST_F(SessionTest, ShowsOnlyTheBeginningOfLotsOfJunk) {
     }
     EXPECT_EQ(m_objLog.m_strLines.front(),
               "1 ! left out 1000 bytes that are no command: " + strShown + "...");
+}
+
+TEST_F(SessionTest, TellsOfEndlessJunkTogetherOnceItHasComeAHundredTimes) {
+    CSession objSession = Session();
+    const std::size_t iMost = CSession::MostLeftOut;
+    Exchange(objSession, std::string(iMost, 'x'), 1);
+    EXPECT_EQ(m_objLog.m_strLines.size(), iMost);
+    Exchange(objSession, std::string(iMost - 1, 'x'), 1);
+    EXPECT_EQ(m_objLog.m_strLines.size(), iMost);
+    Exchange(objSession, "yz");
+    ASSERT_EQ(m_objLog.m_strLines.size(), iMost + 1);
+    EXPECT_EQ(m_objLog.m_strLines.back(), "1 ! left out 101 bytes that are no command: yz...");
+    EXPECT_EQ(m_objLog.m_strEvents.back(), "left-out");
+    EXPECT_EQ(m_objLog.m_strDetails, "{\"bytes\": \"yz\", \"count\": 101}");
+
+    Exchange(objSession, std::string(1'000'000, 'x'), 10);
+    EXPECT_EQ(m_objLog.m_strLines.size(), iMost + 1 + 8);  // 400 times, 800, ... up to 51,200
+    EXPECT_EQ(Exchange(objSession, "{WS|}"), CPrinter::StatusAnswer("00"));
+    EXPECT_EQ(m_objLog.m_strLines.size(), iMost + 1 + 8 + 2) << "commands are told all the same";
+}
+
+TEST_F(SessionTest, TellsOnlySoMuchOfOneConnection) {
+    CSession objSession = Session();
+    const std::string strUnknown = "{" + std::string(250, '\xFF') + "|}";
+    const auto fnTold = [this] {
+        std::size_t iBytes = m_objLog.m_iEventBytes;
+        for (const std::string& strLine : m_objLog.m_strLines) {
+            iBytes += strLine.size();
+        }
+        return iBytes;
+    };
+    const auto fnIsFull = [this] {
+        return !m_objLog.m_strEvents.empty() && m_objLog.m_strEvents.back() == "log-full";
+    };
+    std::size_t iCommands = 0;
+    for (; !fnIsFull() && iCommands < 100'000; ++iCommands) {
+        Exchange(objSession, strUnknown);
+    }
+    EXPECT_GT(fnTold(), CSession::MostTold / 4 * 3);
+    EXPECT_LE(fnTold(), CSession::MostTold);
+    EXPECT_EQ(m_objLog.m_strLines.back(),
+              "1 ! the log of this connection is full: what passes from now on is not told");
+
+    const std::size_t iLines = m_objLog.m_strLines.size();
+    EXPECT_EQ(Exchange(objSession, strUnknown + "junk{WS|}").size(), 26U);
+    EXPECT_EQ(m_objPrinter.Commands(Kind::Unknown).m_iRefused, iCommands + 1);
+    EXPECT_EQ(m_objLog.m_strLines.size(), iLines);
+    objSession.Note("connection ended");
+    EXPECT_EQ(m_objLog.m_strLines.back(), "1 connection ended");
+
+    CSession objNext = Session();
+    Exchange(objNext, "{WS|}");
+    EXPECT_EQ(m_objLog.m_strLines.size(), iLines + 3) << "the log of another connection is its own";
 }
 
 TEST_F(SessionTest, SharesThePrinterWithOtherSessions) {

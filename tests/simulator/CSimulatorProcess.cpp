@@ -189,6 +189,15 @@ std::chrono::milliseconds CSimulatorProcess::ProcessorTime() const {
     return std::chrono::milliseconds((iProgram + iSystem) * 1000 / ::sysconf(_SC_CLK_TCK));
 }
 
+std::size_t CSimulatorProcess::Memory() const {
+    // All that it may use, then what of it is there, in pages.
+    std::ifstream objFile("/proc/" + std::to_string(m_objProcess.processId()) + "/statm");
+    std::size_t iAll = 0;
+    std::size_t iThere = 0;
+    objFile >> iAll >> iThere;
+    return iThere * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
 #endif
 
 void CSimulatorProcess::Terminate() {

@@ -82,6 +82,9 @@ public:
     /// How long the program has kept a processor busy so far.
     [[nodiscard]] std::chrono::milliseconds ProcessorTime() const;
 
+    /// The memory that the program holds now, in bytes.
+    [[nodiscard]] std::size_t Memory() const;
+
     /// True from its start to its end.
     [[nodiscard]] bool IsRunning() const { return m_objProcess.state() != QProcess::NotRunning; }
 
