@@ -6,18 +6,29 @@
 #include <QHostAddress>
 #include <QNetworkProxy>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <utility>
 
 namespace {
 
 /// What a socket holds of what has arrived until it is fetched; the system holds the rest back.
-constexpr qint64 ReadBufferBytes = 65536;
+constexpr qint64 ReadBufferBytes = 16384;
+
+/// Eight megabytes a second. The longest answer has less than a hundred bytes, and one that comes
+/// byte by byte is not held back either.
+constexpr CFloodGate::Share FloodShare{2 * ReadBufferBytes, 64};
+
 constexpr std::int32_t HighestPort = 65535;
 
 }  // namespace
 
-CQtTcpClient::CQtTcpClient() {
+CQtTcpClient::CQtTcpClient()
+    : m_objGate(FloodShare) {
+    m_objShut.setSingleShot(true);
+    m_objShut.setTimerType(Qt::PreciseTimer);
+    connect(&m_objShut, &QTimer::timeout, this, &CQtTcpClient::OpenGate);
     m_objSocket.setProxy(QNetworkProxy::NoProxy);
     m_objSocket.setReadBufferSize(ReadBufferBytes);
     connect(&m_objSocket, &QTcpSocket::connected, this, [this] {
@@ -34,11 +45,7 @@ CQtTcpClient::CQtTcpClient() {
             m_objEvents->OnSendComplete();
         }
     });
-    connect(&m_objSocket, &QTcpSocket::readyRead, this, [this] {
-        if (m_objEvents != nullptr) {
-            m_objEvents->OnDataArrival();
-        }
-    });
+    connect(&m_objSocket, &QTcpSocket::readyRead, this, &CQtTcpClient::HandleReadyRead);
 }
 
 CQtTcpClient::~CQtTcpClient() {
@@ -69,6 +76,8 @@ void CQtTcpClient::Close() {
         m_objSocket.abort();
     }
     m_objSocket.close();  // a disconnected socket still holds what was not read
+    m_objShut.stop();
+    m_objSocket.setReadBufferSize(ReadBufferBytes);
     m_bClosing = false;
 }
 
@@ -85,10 +94,47 @@ std::vector<std::uint8_t> CQtTcpClient::GetData() {
         return {};
     }
     const QByteArray objData = m_objSocket.readAll();
+    m_objGate.Take(static_cast<std::size_t>(objData.size()));
     return {objData.begin(), objData.end()};
 }
 
+void CQtTcpClient::HandleReadyRead() {
+    if (!m_objShut.isActive()) {
+        m_objGate.Arrive(std::chrono::steady_clock::now());
+        TellArrival();
+    }
+}
+
+void CQtTcpClient::TellArrival() {
+    const std::uint64_t iConnection = m_iConnection;
+    if (m_objEvents != nullptr) {
+        m_objEvents->OnDataArrival();
+    }
+    if (iConnection == m_iConnection && m_objGate.IsShut()) {
+        // A socket that holds all that it may reads nothing.
+        m_objSocket.setReadBufferSize(std::max<qint64>(m_objSocket.bytesAvailable(), 1));
+        m_objShut.start(m_objGate.Left(std::chrono::steady_clock::now()));
+    }
+}
+
+void CQtTcpClient::OpenGate() {
+    m_objSocket.setReadBufferSize(ReadBufferBytes);
+    if (m_objSocket.bytesAvailable() > 0) {
+        HandleReadyRead();
+    }
+}
+
+void CQtTcpClient::TellHeld() {
+    if (m_objShut.isActive()) {
+        m_objShut.stop();
+        OpenGate();
+    }
+}
+
 void CQtTcpClient::HandleDisconnected() {
+    if (!m_bClosing) {
+        TellHeld();
+    }
     if (!m_bClosing && m_objEvents != nullptr) {
         m_objEvents->OnClose();
     }
@@ -99,7 +145,9 @@ void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError, int p_iSys
     if (m_bClosing || p_iError == QAbstractSocket::RemoteHostClosedError) {
         return;
     }
-    QueueError(MSocketNumber::Of(p_iError, p_iSystem), MText::FromQt(m_objSocket.errorString()));
+    const std::string strDescription = MText::FromQt(m_objSocket.errorString());
+    TellHeld();
+    QueueError(MSocketNumber::Of(p_iError, p_iSystem), strDescription);
 }
 
 void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescription) {

@@ -6,6 +6,7 @@
 #include "tests/platform_qt/CUnreachablePort.h"
 #include "tests/platform_qt/CWordChanger.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -16,12 +17,14 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -29,6 +32,7 @@ namespace {
 constexpr const char* Loopback = "127.0.0.1";
 constexpr int LongEnough = 10'000;
 constexpr int LongEnoughForNothing = 150;
+constexpr std::size_t BlockBytes = 16384;
 
 /// Closes a connection with a reset in place of the usual end.
 void Reset(QTcpSocket& p_objSocket) {
@@ -446,7 +450,7 @@ TEST_F(CQtTcpClientTest, MuchComesInWholeInBoundedBlocks) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
                                 LongEnough));
     EXPECT_TRUE(m_objEvents.m_strData == strSent);
-    EXPECT_LE(m_objEvents.m_iLargestBlock, 65536U);
+    EXPECT_LE(m_objEvents.m_iLargestBlock, BlockBytes);
 }
 
 TEST_F(CQtTcpClientTest, HoldsNoMoreThanABlockOfWhatNobodyFetches) {
@@ -460,11 +464,77 @@ TEST_F(CQtTcpClientTest, HoldsNoMoreThanABlockOfWhatNobodyFetches) {
         iHeld = m_objEvents.m_strData.size();
     }
     EXPECT_GT(iHeld, 0U);
-    EXPECT_LE(iHeld, 65536U);
+    EXPECT_LE(iHeld, BlockBytes);
     m_objEvents.m_bTakesData = true;
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
                                 LongEnough));
     EXPECT_TRUE(m_objEvents.m_strData == strSent);
+}
+
+// A flood.
+
+/// Sends without end, as fast as the other side takes it.
+class CFlood {
+public:
+    explicit CFlood(int p_iSocket)
+        : m_objThread([this, p_iSocket] {
+            const std::string strBlock(65536, '~');
+            while (!m_bEnough) {
+                ::send(p_iSocket, strBlock.data(), strBlock.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+            }
+        }) {}
+    ~CFlood() {
+        m_bEnough = true;
+        m_objThread.join();
+    }
+    CFlood(const CFlood&) = delete;
+    CFlood& operator=(const CFlood&) = delete;
+
+private:
+    std::atomic<bool> m_bEnough = false;
+    std::thread m_objThread;
+};
+
+TEST_F(CQtTcpClientTest, OfAFloodNoMoreIsTakenThanItsShare) {
+    Connect();
+    const CFlood objFlood(static_cast<int>(m_objPeer->socketDescriptor()));
+    QElapsedTimer objTimer;
+    objTimer.start();
+    std::size_t iTaken = 0;
+    m_objEvents.m_fnOnData = [&] {
+        iTaken += m_objEvents.m_strData.size();
+        m_objEvents.m_strData.clear();
+    };
+    QTest::qWait(400);
+    const auto iSlots = static_cast<std::size_t>(objTimer.elapsed() / CFloodGate::Slot.count()) + 2;
+    EXPECT_GT(iTaken, 10 * BlockBytes);
+    // The block that fills the share may begin when nearly all of it is left.
+    EXPECT_LE(iTaken, iSlots * 2 * BlockBytes);
+}
+
+TEST_F(CQtTcpClientTest, AClientThatIsClosedInAFloodHearsNoMoreOfIt) {
+    Connect();
+    const CFlood objFlood(static_cast<int>(m_objPeer->socketDescriptor()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() > 10 * BlockBytes; },
+                                LongEnough));
+    CallClose();
+    const std::size_t iTaken = m_objEvents.m_strData.size();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strData.size(), iTaken);
+    EXPECT_TRUE(m_objClient.GetData().empty());
+}
+
+TEST_F(CQtTcpClientTest, WhatCameBeforeTheEndIsToldBeforeIt) {
+    Connect();
+    const std::string strSent = LongText() + "the end";
+    m_objPeer->write(strSent.data(), static_cast<qint64>(strSent.size()));
+    m_objPeer->disconnectFromHost();
+    std::string strBefore;
+    m_objEvents.m_fnOnData = [&] {
+        strBefore = m_objEvents.Has("close") ? strBefore : m_objEvents.m_strData;
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.Has("close"); }, LongEnough));
+    EXPECT_TRUE(strBefore == strSent) << strBefore.size() << " of " << strSent.size();
 }
 
 }  // namespace
