@@ -25,6 +25,7 @@ class LimitsTest(unittest.TestCase):
     def test_what_leaves_nothing_behind_holds(self):
         self.assertEqual(self.broken(), [])
         self.assertEqual(self.broken(heap_bytes=-5000, descriptors=-1, last_ms=0.1), [])
+        self.assertEqual(self.broken(done=0, may_fail=True), [])
 
     def test_what_grows_breaks_a_limit(self):
         for more, word in (({"heap_bytes": 100 * 1024}, "heap"), ({"resident_kib": 3000}, "memory"),
