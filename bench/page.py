@@ -79,9 +79,10 @@ def pages_behind(figures):
         return []
     return ["## Pages that are not in front", "",
             f"The plain window starts {shown(gain)} ms of processor time sooner when only the page in front has",
-            "controls. It would be worth it for more than 3 ms. The tool would gain less: its window is as large as",
-            "the largest page asks for, a loaded file and a printer's answer fill all of them, and each control of",
-            "its tables is looked for at the start, so all pages are built at the start.", ""]
+            "controls; the tool could gain no more by making its other pages when they are first shown. It makes them",
+            "at the start all the same: its window is as large as the largest of them asks for, its tables are held",
+            "against all controls before anything is shown, and a printer's answer or a file may fill a page that",
+            "nobody has looked at.", ""]
 
 
 def page(measured):
@@ -99,7 +100,9 @@ def page(measured):
              f"({measured['controls']['plain']['spin_boxes']}), labels "
              f"({measured['controls']['plain']['labels']}) and buttons "
              f"({measured['controls']['plain']['buttons']})",
-             "in three tabs, made of the bare toolkit (`bench/plain`); the *empty* one has nothing in it.", ""]
+             "in three tabs and in the same font, made of the bare toolkit (`bench/plain`); the *empty* one has nothing",
+             "in it, the one called *front* only what is in front, and *libraries* is the plain one with the libraries",
+             "loaded that the tool needs for networks, serial ports and USB.", ""]
     lines += ["## All figures", "", *figures_table(figures), ""]
     lines += pages_behind(figures)
     return [line.rstrip() for line in lines]

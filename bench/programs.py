@@ -55,10 +55,16 @@ def instructions(command, probe, platform):
 
 
 def windows(programs):
-    """The windows that are compared; of "front" only the page in front has anything in it."""
+    """The windows that are compared; of "front" only the page in front has anything in it, and "libraries" is the
+    plain one with the tool's libraries loaded."""
     return {"tool": [programs / "varden-setting-tool"], "plain": [programs / "varden-bench-plain"],
+            "libraries": [programs / "varden-bench-plain"],
             "front": [programs / "varden-bench-plain", "--front"],
             "empty": [programs / "varden-bench-plain", "--empty"]}
+
+
+# What the tool stands on besides the toolkit's window; the plain one is also started with it.
+LIBRARIES = {"libraries": "libQt6Network.so.6 libQt6SerialPort.so.6 libusb-1.0.so.0"}
 
 
 def measure_starts(commands, probe, platform, runs):
@@ -66,7 +72,7 @@ def measure_starts(commands, probe, platform, runs):
     reports = {name: [] for name in commands}
     for run in range(runs + 1):  # the first warms up
         for name, command in commands.items():
-            report = first_frame(command, probe, platform)
+            report = first_frame(command, f"{probe} {LIBRARIES.get(name, '')}", platform)
             if run > 0:
                 reports[name].append(report)
     figures, controls = {}, {}
@@ -75,7 +81,7 @@ def measure_starts(commands, probe, platform, runs):
         figures[f"window: {name}, wall"] = Figure([one["wall_ms"] for one in all_of_it], "ms")
         figures[f"window: {name}, memory"] = Figure([one["peak_kib"] / 1024 for one in all_of_it], "MiB")
         controls[name] = {kind: all_of_it[0][kind]
-                          for kind in ("lists", "spin_boxes", "labels", "buttons", "tabs")}
+                          for kind in ("lists", "entries", "spin_boxes", "labels", "buttons", "tabs")}
     return figures, controls
 
 

@@ -47,6 +47,16 @@ int Count() {
     return iCount;
 }
 
+/// Of all lists together.
+int CountEntries() {
+    int iCount = 0;
+    for (const QWidget* const objWidget : QApplication::allWidgets()) {
+        const auto* const cmb = qobject_cast<const QComboBox*>(objWidget);
+        iCount += cmb != nullptr ? cmb->count() : 0;
+    }
+    return iCount;
+}
+
 [[noreturn]] void Report() {
     const double dWall = Milliseconds(CLOCK_MONOTONIC);
     const double dProcessor = Milliseconds(CLOCK_PROCESS_CPUTIME_ID);
@@ -54,7 +64,7 @@ int Count() {
     std::ofstream objFile(qEnvironmentVariable("VARDEN_FIRST_FRAME").toStdString());
     objFile << "{\"wall_ms\": " << dWall - dStarted / NanosecondsPerMillisecond
             << ", \"processor_ms\": " << dProcessor << ", \"peak_kib\": " << PeakMemory()
-            << ", \"lists\": " << Count<QComboBox>()
+            << ", \"lists\": " << Count<QComboBox>() << ", \"entries\": " << CountEntries()
             << ", \"spin_boxes\": " << Count<QAbstractSpinBox>()
             << ", \"labels\": " << Count<QLabel>() << ", \"buttons\": " << Count<QPushButton>()
             << ", \"tabs\": " << Count<QTabWidget>() << "}\n"

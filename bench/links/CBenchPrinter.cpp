@@ -14,6 +14,10 @@ namespace {
 constexpr int LookMilliseconds = 20;
 constexpr std::size_t BlockBytes = 65536;
 
+/// How long a command takes: with none, the answer would be there before the tool has got round to
+/// showing what it does, which no printer manages.
+constexpr std::chrono::milliseconds AnswerTime{5};
+
 /// A descriptor that is closed with this.
 struct Closed {
     int m_iDescriptor;
@@ -102,6 +106,7 @@ void CBenchPrinter::Read(int p_iSocket) {
 
 void CBenchPrinter::Answer(int p_iSocket, const std::string& p_strCommand) {
     const std::string strAnswer = m_objPrinter.Handle(p_strCommand).m_strAnswer;
+    std::this_thread::sleep_for(AnswerTime);
     // Before it goes out: whoever waits for it may run on another processor at once.
     m_objAnswered = std::chrono::steady_clock::now();
     ::send(p_iSocket, strAnswer.data(), strAnswer.size(), MSG_NOSIGNAL);

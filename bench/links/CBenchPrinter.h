@@ -17,7 +17,7 @@
 class CBenchPrinter {
 public:
     enum class Manner : std::uint8_t {
-        Answers,      ///< at once
+        Answers,      ///< in a few milliseconds
         Silent,       ///< takes commands and says nothing
         Junk,         ///< sends without end what begins no answer
         Heads,        ///< sends without end what begins one

@@ -31,8 +31,9 @@ using Values = std::vector<double>;
 
 constexpr double Hundred = 100;
 constexpr double SliceSeconds = 1;
-/// What READ waits on purpose.
+/// What READ waits on purpose, and for the printer's three answers.
 constexpr double ReadPauses = 3000;
+constexpr double ReadAnswers = 15;
 
 double Share(const CBenchWindow::Spent& p_objSpent) {
     return Hundred * p_objSpent.m_dProcessor / p_objSpent.m_dWall;
@@ -120,7 +121,7 @@ public:
     Values Read(int p_iCount) {
         Values dValues;
         for (int i = 0; i < p_iCount; ++i) {
-            dValues.push_back(m_objWindow.Press("btnRead").m_dWall - ReadPauses);
+            dValues.push_back(m_objWindow.Press("btnRead").m_dWall - ReadPauses - ReadAnswers);
         }
         return dValues;
     }

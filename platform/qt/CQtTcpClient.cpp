@@ -17,9 +17,9 @@ namespace {
 /// What a socket holds of what has arrived until it is fetched; the system holds the rest back.
 constexpr qint64 ReadBufferBytes = 16384;
 
-/// Sixteen megabytes a second: more than the network that printers have. The longest answer has less than a hundred bytes, and one that comes
-/// byte by byte is not held back either.
-constexpr CFloodGate::Share FloodShare{4 * ReadBufferBytes, 64};
+/// Twelve megabytes a second, as much as the network brings that printers have. The longest answer
+/// has less than a hundred bytes, and one that comes byte by byte is not held back either.
+constexpr CFloodGate::Share FloodShare{3 * ReadBufferBytes, 64};
 
 constexpr std::int32_t HighestPort = 65535;
 
