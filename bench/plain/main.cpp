@@ -20,15 +20,16 @@ namespace {
 struct Page {
     const char* m_strName;
     int m_iLists;
+    int m_iEntries;  ///< of all lists together
     int m_iSpinBoxes;
     int m_iLabels;
     int m_iButtons;
 };
 
 constexpr std::array<Page, 3> Pages{{
-    {"Parameters", 25, 15, 45, 4},
-    {"Maintenance", 10, 2, 14, 10},
-    {"Network", 2, 13, 15, 4},
+    {"Parameters", 25, 77, 15, 45, 4},
+    {"Maintenance", 10, 30, 2, 14, 10},
+    {"Network", 2, 6, 13, 15, 4},
 }};
 
 constexpr int Columns = 8;
@@ -37,6 +38,7 @@ QWidget* MakePage(const Page& p_objPage) {
     auto* const objPage = new QWidget;
     auto* const objGrid = new QGridLayout(objPage);
     int iPlace = 0;
+    int iEntry = 0;
     const auto fnAdd = [&](QWidget* p_objControl) {
         objGrid->addWidget(p_objControl, iPlace / Columns, iPlace % Columns);
         ++iPlace;
@@ -46,7 +48,9 @@ QWidget* MakePage(const Page& p_objPage) {
     }
     for (int i = 0; i < p_objPage.m_iLists; ++i) {
         auto* const objList = new QComboBox;
-        objList->addItems({"first", "second", "third"});
+        for (; iEntry < p_objPage.m_iEntries * (i + 1) / p_objPage.m_iLists; ++iEntry) {
+            objList->addItem(QString("Entry %1").arg(iEntry));
+        }
         fnAdd(objList);
     }
     for (int i = 0; i < p_objPage.m_iSpinBoxes; ++i) {
