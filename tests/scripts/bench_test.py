@@ -160,7 +160,8 @@ class CommandsTest(unittest.TestCase):
 
     def test_every_aim_is_of_a_figure_that_is_measured(self):
         names = [name for name, _, _ in programs.LINKS.values()]
-        names += [f"window: {kind}, {what}" for kind in ("tool", "plain") for what in ("processor", "wall", "memory", "instructions")]
+        names += [f"window: {kind}, {what}" for kind in ("tool", "plain")
+                  for what in ("processor", "wall", "memory", "instructions")]
         names += ["varden --version, wall", "varden status, own, wall"]
         whole = {name: Figure([1.0], "ms") for name in names}
         self.assertEqual(len(page.aims(whole)), len(page.AIMS))
