@@ -19,6 +19,7 @@
     packages_package=(dpkg-dev lintian man-db)
     packages_try=(mmdebstrap binutils appstream desktop-file-utils librsvg2-bin)
     packages_checks=(git clang-format clang-tidy shellcheck)
+    packages_bench=(python3 git libbenchmark-dev fontconfig fonts-liberation valgrind)
     packages_sanitizers=(libclang-rt-dev)
     packages_newer=(clang-16)
     packages_portable=(g++-mingw-w64-x86-64-posix googletest wine wine64)

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <utility>
@@ -16,6 +17,12 @@
 namespace {
 
 constexpr std::chrono::milliseconds LookInterval{250};
+
+/// What the port holds of what has come until it is fetched.
+constexpr qint64 ReadBufferBytes = 4096;
+
+/// Ten times what the fastest of the lines brings.
+constexpr CFloodGate::Share FloodShare{512, 128};
 
 QSerialPort::Parity ToQt(MSerialSettings::Parity p_iParity) {
     switch (p_iParity) {
@@ -53,14 +60,19 @@ CQtSerialPort::CQtSerialPort(const ILineState& p_objLine, CSerialPlace p_objPlac
 }
 
 CQtSerialPort::CQtSerialPort(const ILineState& p_objLine, std::string p_strDeviceFolder)
-    : m_objWatch(p_objLine)
+    : m_objGate(FloodShare)
+    , m_objWatch(p_objLine)
     , m_strDeviceFolder(std::move(p_strDeviceFolder)) {
+    m_objPort.setReadBufferSize(ReadBufferBytes);
+    m_objShut.setSingleShot(true);
+    m_objShut.setTimerType(Qt::PreciseTimer);
+    connect(&m_objShut, &QTimer::timeout, this, &CQtSerialPort::OpenGate);
     m_objLookTimer.setInterval(LookInterval);
     connect(&m_objLookTimer, &QTimer::timeout, this, &CQtSerialPort::LookAtLine);
     connect(&m_objPort, &QSerialPort::errorOccurred, this, &CQtSerialPort::HandleError);
     // Queued: whoever hears of an event may close the port, wait, or show a box, and the toolkit's
     // port must not be in the middle of something then.
-    connect(&m_objPort, &QSerialPort::readyRead, this, &CQtSerialPort::RaiseReceive,
+    connect(&m_objPort, &QSerialPort::readyRead, this, &CQtSerialPort::HandleReadyRead,
             Qt::QueuedConnection);
     connect(&m_objPort, &QSerialPort::bytesWritten, this, &CQtSerialPort::RaiseSend,
             Qt::QueuedConnection);
@@ -121,9 +133,11 @@ bool CQtSerialPort::SetUp(const QString& p_strDevice) {
 
 void CQtSerialPort::Close() {
     m_objLookTimer.stop();
+    m_objShut.stop();
     if (m_objPort.isOpen()) {
         m_objPort.close();
     }
+    m_objPort.setReadBufferSize(ReadBufferBytes);
     // What was on its way to be told belongs to the port that was.
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     m_bGone = false;
@@ -147,6 +161,7 @@ std::vector<std::uint8_t> CQtSerialPort::Input() {
     }
     const QByteArray objData =
         m_iInputLength == 0 ? m_objPort.readAll() : m_objPort.read(m_iInputLength);
+    m_objGate.Take(static_cast<std::size_t>(objData.size()));
     return {objData.begin(), objData.end()};
 }
 
@@ -159,12 +174,36 @@ void CQtSerialPort::HandleError(QSerialPort::SerialPortError p_iError) {
     QMetaObject::invokeMethod(
         this,
         [this] {
+            while (m_objShut.isActive()) {
+                OpenGate();  // what has come is told before the port has gone
+            }
             Close();
             if (m_objEvents != nullptr) {
                 m_objEvents->OnGone();
             }
         },
         Qt::QueuedConnection);
+}
+
+void CQtSerialPort::HandleReadyRead() {
+    if (!m_objShut.isActive()) {
+        m_objGate.Arrive(std::chrono::steady_clock::now());
+        RaiseReceive();
+    }
+}
+
+void CQtSerialPort::ShutGate() {
+    // A port that holds all that it may reads nothing.
+    m_objPort.setReadBufferSize(std::max<qint64>(m_objPort.bytesAvailable(), 1));
+    m_objShut.start(m_objGate.Left(std::chrono::steady_clock::now()));
+}
+
+void CQtSerialPort::OpenGate() {
+    m_objShut.stop();
+    m_objPort.setReadBufferSize(ReadBufferBytes);
+    if (m_objPort.isOpen() && m_objPort.bytesAvailable() > 0) {
+        HandleReadyRead();
+    }
 }
 
 void CQtSerialPort::RaiseReceive() {
@@ -175,6 +214,10 @@ void CQtSerialPort::RaiseReceive() {
         Raise(SerialReceive);
         if (m_objPort.isOpen() && m_objPort.bytesAvailable() >= iBefore) {
             return;  // nobody takes them; the next character tells again
+        }
+        if (m_objPort.isOpen() && m_objGate.IsShut()) {
+            ShutGate();
+            return;
         }
     }
 }

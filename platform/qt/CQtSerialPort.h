@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ISerialPort.h"
+#include "platform/qt/CFloodGate.h"
 #include "platform/qt/CSerialLineWatch.h"
 #include "platform/qt/CSerialPlace.h"
 #include "platform/qt/MSerialPortName.h"
@@ -18,6 +19,9 @@
 ///
 /// A failure of Open other than AlreadyOpen is the system's error number (errno), ENOENT for a port
 /// that is not there and ENOTTY for what is no serial port at all.
+///
+/// Of a flood that no serial line brings, but a pseudo-terminal or an adapter may, it takes so much
+/// in a time that the processor is left to others.
 ///
 /// One that is made for a certain place stays there: SetSettings and SetPortNumber change nothing.
 class CQtSerialPort : public QObject, public ISerialPort {
@@ -62,13 +66,19 @@ private:
     /// Finds out why the device does not open, and gives it as Open does.
     std::int32_t Refused(const QString& p_strDevice);
     void HandleError(QSerialPort::SerialPortError p_iError);
+    void HandleReadyRead();
+    /// Tells each character, until there is none or the gate is shut.
     void RaiseReceive();
+    void ShutGate();
+    void OpenGate();
     void RaiseSend();
     void LookAtLine();
     void Raise(std::int16_t p_iEvent);
 
     QSerialPort m_objPort;
     QTimer m_objLookTimer;
+    CFloodGate m_objGate;
+    QTimer m_objShut;  // runs while the gate is shut
     CSerialLineWatch m_objWatch;
     ISerialPortEvents* m_objEvents = nullptr;
     std::string m_strDeviceFolder;

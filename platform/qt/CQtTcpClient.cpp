@@ -5,19 +5,31 @@
 
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QScopedValueRollback>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <utility>
 
 namespace {
 
 /// What a socket holds of what has arrived until it is fetched; the system holds the rest back.
-constexpr qint64 ReadBufferBytes = 65536;
+constexpr qint64 ReadBufferBytes = 16384;
+
+/// Twelve megabytes a second, as much as the network brings that printers have. The longest answer
+/// has less than a hundred bytes, and one that comes byte by byte is not held back either.
+constexpr CFloodGate::Share FloodShare{3 * ReadBufferBytes, 64};
+
 constexpr std::int32_t HighestPort = 65535;
 
 }  // namespace
 
-CQtTcpClient::CQtTcpClient() {
+CQtTcpClient::CQtTcpClient()
+    : m_objGate(FloodShare) {
+    m_objShut.setSingleShot(true);
+    m_objShut.setTimerType(Qt::PreciseTimer);
+    connect(&m_objShut, &QTimer::timeout, this, &CQtTcpClient::OpenGate);
     m_objSocket.setProxy(QNetworkProxy::NoProxy);
     m_objSocket.setReadBufferSize(ReadBufferBytes);
     connect(&m_objSocket, &QTcpSocket::connected, this, [this] {
@@ -29,16 +41,8 @@ CQtTcpClient::CQtTcpClient() {
     connect(&m_objSocket, &QTcpSocket::disconnected, this, [this] { HandleDisconnected(); });
     connect(&m_objSocket, &QTcpSocket::errorOccurred, this,
             [this](QAbstractSocket::SocketError p_iError) { HandleError(p_iError, errno); });
-    connect(&m_objSocket, &QTcpSocket::bytesWritten, this, [this] {
-        if (m_objSocket.bytesToWrite() == 0 && m_objEvents != nullptr) {
-            m_objEvents->OnSendComplete();
-        }
-    });
-    connect(&m_objSocket, &QTcpSocket::readyRead, this, [this] {
-        if (m_objEvents != nullptr) {
-            m_objEvents->OnDataArrival();
-        }
-    });
+    connect(&m_objSocket, &QTcpSocket::bytesWritten, this, &CQtTcpClient::HandleSent);
+    connect(&m_objSocket, &QTcpSocket::readyRead, this, &CQtTcpClient::HandleReadyRead);
 }
 
 CQtTcpClient::~CQtTcpClient() {
@@ -69,6 +73,8 @@ void CQtTcpClient::Close() {
         m_objSocket.abort();
     }
     m_objSocket.close();  // a disconnected socket still holds what was not read
+    m_objShut.stop();
+    m_objSocket.setReadBufferSize(ReadBufferBytes);
     m_bClosing = false;
 }
 
@@ -77,7 +83,12 @@ bool CQtTcpClient::SendData(std::span<const std::uint8_t> p_objBytes) {
         return false;
     }
     const auto iCount = static_cast<qint64>(p_objBytes.size());
-    return m_objSocket.write(reinterpret_cast<const char*>(p_objBytes.data()), iCount) == iCount;
+    const QScopedValueRollback<bool> objSending(m_bSending, true);
+    const bool bTaken =
+        m_objSocket.write(reinterpret_cast<const char*>(p_objBytes.data()), iCount) == iCount;
+    // Not behind whatever else the event loop has to do first, such as painting the window.
+    m_objSocket.flush();
+    return bTaken;
 }
 
 std::vector<std::uint8_t> CQtTcpClient::GetData() {
@@ -85,11 +96,64 @@ std::vector<std::uint8_t> CQtTcpClient::GetData() {
         return {};
     }
     const QByteArray objData = m_objSocket.readAll();
+    m_objGate.Take(static_cast<std::size_t>(objData.size()));
     return {objData.begin(), objData.end()};
 }
 
+void CQtTcpClient::HandleReadyRead() {
+    if (!m_objShut.isActive()) {
+        m_objGate.Arrive(std::chrono::steady_clock::now());
+        TellArrival();
+    }
+}
+
+void CQtTcpClient::TellArrival() {
+    const std::uint64_t iConnection = m_iConnection;
+    if (m_objEvents != nullptr) {
+        m_objEvents->OnDataArrival();
+    }
+    if (iConnection == m_iConnection && m_objGate.IsShut()) {
+        // A socket that holds all that it may reads nothing.
+        m_objSocket.setReadBufferSize(std::max<qint64>(m_objSocket.bytesAvailable(), 1));
+        m_objShut.start(m_objGate.Left(std::chrono::steady_clock::now()));
+    }
+}
+
+void CQtTcpClient::OpenGate() {
+    m_objSocket.setReadBufferSize(ReadBufferBytes);
+    if (m_objSocket.bytesAvailable() > 0) {
+        HandleReadyRead();
+    }
+}
+
+void CQtTcpClient::TellHeld() {
+    if (m_objShut.isActive()) {
+        m_objShut.stop();
+        OpenGate();
+    }
+}
+
+void CQtTcpClient::HandleSent() {
+    if (m_objSocket.bytesToWrite() > 0 || m_objEvents == nullptr) {
+        return;
+    }
+    if (m_bSending) {
+        Queue([](ITcpClientEvents& p_objEvents) { p_objEvents.OnSendComplete(); });
+    } else {
+        m_objEvents->OnSendComplete();
+    }
+}
+
 void CQtTcpClient::HandleDisconnected() {
-    if (!m_bClosing && m_objEvents != nullptr) {
+    if (m_bClosing || m_objEvents == nullptr) {
+        return;
+    }
+    if (m_bSending) {
+        Queue([this](ITcpClientEvents& /*p_objEvents*/) { HandleDisconnected(); });
+        return;
+    }
+    TellHeld();
+    if (m_objEvents != nullptr) {
         m_objEvents->OnClose();
     }
 }
@@ -99,19 +163,27 @@ void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError, int p_iSys
     if (m_bClosing || p_iError == QAbstractSocket::RemoteHostClosedError) {
         return;
     }
-    QueueError(MSocketNumber::Of(p_iError, p_iSystem), MText::FromQt(m_objSocket.errorString()));
+    const std::string strDescription = MText::FromQt(m_objSocket.errorString());
+    if (!m_bSending) {
+        TellHeld();
+    }
+    QueueError(MSocketNumber::Of(p_iError, p_iSystem), strDescription);
 }
 
 void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescription) {
     SocketError objError;
     objError.m_iNumber = p_iNumber;
     objError.m_strDescription = std::move(p_strDescription);
-    // Connecting can fail inside the call that begins it; the event comes from the event loop.
+    // Connecting can fail inside the call that begins it.
+    Queue([objError](ITcpClientEvents& p_objEvents) { p_objEvents.OnError(objError); });
+}
+
+void CQtTcpClient::Queue(std::function<void(ITcpClientEvents&)> p_fnTell) {
     QMetaObject::invokeMethod(
         this,
-        [this, iConnection = m_iConnection, objError] {
+        [this, iConnection = m_iConnection, fnTell = std::move(p_fnTell)] {
             if (iConnection == m_iConnection && m_objEvents != nullptr) {
-                m_objEvents->OnError(objError);
+                fnTell(*m_objEvents);
             }
         },
         Qt::QueuedConnection);

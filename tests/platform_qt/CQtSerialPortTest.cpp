@@ -369,4 +369,47 @@ TEST_F(CQtSerialPortTest, AnOverrunThatIsBeingToldIsNotToldAgainMeanwhile) {
     EXPECT_EQ(m_objEvents.m_iEvents, (Events{1006, 1006}));
 }
 
+// A flood.
+
+TEST_F(CQtSerialPortTest, OfAFloodNoMoreIsTakenThanItsShare) {
+    std::string strSent;
+    std::size_t iTaken = 0;
+    m_objEvents.m_fnOnEvent = [&](std::int16_t p_iEvent) {
+        if (p_iEvent == SerialReceive && ++iTaken % 512 == 0) {
+            m_objLine->Write(std::string(512, '~'));
+        }
+    };
+    QElapsedTimer objTimer;
+    objTimer.start();
+    m_objLine->Write(std::string(2048, '~'));
+    QTest::qWait(400);
+    const auto iSlots = static_cast<std::size_t>(objTimer.elapsed() / CFloodGate::Slot.count()) + 2;
+    EXPECT_GT(iTaken, 4U * 512U);
+    EXPECT_LE(iTaken, iSlots * 512);
+}
+
+TEST_F(CQtSerialPortTest, OfAFloodEverythingComes) {
+    std::string strSent;
+    for (int i = 0; i < 10; ++i) {
+        strSent += EveryByte();
+    }
+    m_objLine->Write(strSent);
+    ASSERT_TRUE(WaitForData(strSent.size()));
+    EXPECT_EQ(m_objEvents.m_strData, strSent);
+}
+
+TEST_F(CQtSerialPortTest, OfAFloodEverythingIsToldBeforeThePortHasGone) {
+    const std::string strSent(2048, 'x');
+    m_objEvents.m_fnOnEvent = [&](std::int16_t p_iEvent) {
+        if (p_iEvent == SerialReceive && m_objEvents.m_iReceived == 600) {
+            m_objLine->PullOut();
+            EXPECT_FALSE(m_objPort.Output(std::vector<std::uint8_t>{'x'}));
+        }
+    };
+    m_objLine->Write(strSent);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_objEvents.m_iGone == 1; }, LongEnough));
+    EXPECT_GT(m_objEvents.m_strData.size(), 600U);
+    EXPECT_EQ(m_objPort.Input().size(), 0U);
+}
+
 }  // namespace

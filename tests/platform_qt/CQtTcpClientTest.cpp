@@ -6,6 +6,7 @@
 #include "tests/platform_qt/CUnreachablePort.h"
 #include "tests/platform_qt/CWordChanger.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -13,15 +14,19 @@
 
 #include <gtest/gtest.h>
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -29,6 +34,7 @@ namespace {
 constexpr const char* Loopback = "127.0.0.1";
 constexpr int LongEnough = 10'000;
 constexpr int LongEnoughForNothing = 150;
+constexpr std::size_t BlockBytes = 16384;
 
 /// Closes a connection with a reset in place of the usual end.
 void Reset(QTcpSocket& p_objSocket) {
@@ -446,7 +452,7 @@ TEST_F(CQtTcpClientTest, MuchComesInWholeInBoundedBlocks) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
                                 LongEnough));
     EXPECT_TRUE(m_objEvents.m_strData == strSent);
-    EXPECT_LE(m_objEvents.m_iLargestBlock, 65536U);
+    EXPECT_LE(m_objEvents.m_iLargestBlock, BlockBytes);
 }
 
 TEST_F(CQtTcpClientTest, HoldsNoMoreThanABlockOfWhatNobodyFetches) {
@@ -460,11 +466,111 @@ TEST_F(CQtTcpClientTest, HoldsNoMoreThanABlockOfWhatNobodyFetches) {
         iHeld = m_objEvents.m_strData.size();
     }
     EXPECT_GT(iHeld, 0U);
-    EXPECT_LE(iHeld, 65536U);
+    EXPECT_LE(iHeld, BlockBytes);
     m_objEvents.m_bTakesData = true;
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() >= strSent.size(); },
                                 LongEnough));
     EXPECT_TRUE(m_objEvents.m_strData == strSent);
+}
+
+// What is sent is the system's at once; what comes of it is told later.
+
+TEST_F(CQtTcpClientTest, BytesAreOutBeforeTheCallReturns) {
+    Connect();
+    ASSERT_TRUE(CallSend("abc"));
+    const int iPeer = static_cast<int>(m_objPeer->socketDescriptor());
+    std::array<char, 4> arrTaken{};
+    pollfd objPoll{iPeer, POLLIN, 0};
+    ASSERT_EQ(::poll(&objPoll, 1, LongEnough), 1);
+    EXPECT_EQ(::recv(iPeer, arrTaken.data(), arrTaken.size(), MSG_DONTWAIT), 3);
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_iSent == 1; }, LongEnough));
+}
+
+TEST_F(CQtTcpClientTest, WhatASendingFindsOutIsToldLaterAndOnce) {
+    Connect();
+    Reset(*m_objPeer);
+    CallSend("abc");  // fails the test for an event inside
+    CallSend("abc");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return m_objEvents.Has("close") || m_objEvents.Has("error"); }, LongEnough));
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_LE(std::ranges::count(m_objEvents.m_strEvents, "close"), 1);
+    EXPECT_LE(std::ranges::count(m_objEvents.m_strEvents, "error"), 1);
+}
+
+TEST_F(CQtTcpClientTest, ASendingThatIsClosedBehindItTellsNothing) {
+    Connect();
+    ASSERT_TRUE(CallSend("abc"));
+    CallClose();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_iSent, 0);
+}
+
+// A flood.
+
+/// Sends without end, as fast as the other side takes it.
+class CFlood {
+public:
+    explicit CFlood(int p_iSocket)
+        : m_objThread([this, p_iSocket] {
+            const std::string strBlock(65536, '~');
+            while (!m_bEnough) {
+                ::send(p_iSocket, strBlock.data(), strBlock.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+            }
+        }) {}
+    ~CFlood() {
+        m_bEnough = true;
+        m_objThread.join();
+    }
+    CFlood(const CFlood&) = delete;
+    CFlood& operator=(const CFlood&) = delete;
+
+private:
+    std::atomic<bool> m_bEnough = false;
+    std::thread m_objThread;
+};
+
+TEST_F(CQtTcpClientTest, OfAFloodNoMoreIsTakenThanItsShare) {
+    Connect();
+    const CFlood objFlood(static_cast<int>(m_objPeer->socketDescriptor()));
+    QElapsedTimer objTimer;
+    objTimer.start();
+    std::size_t iTaken = 0;
+    m_objEvents.m_fnOnData = [&] {
+        iTaken += m_objEvents.m_strData.size();
+        m_objEvents.m_strData.clear();
+    };
+    QTest::qWait(400);
+    const auto iSlots = static_cast<std::size_t>(objTimer.elapsed() / CFloodGate::Slot.count()) + 2;
+    EXPECT_GT(iTaken, 10 * BlockBytes);
+    // The block that fills the share may be larger than what is left of it.
+    EXPECT_LE(iTaken, iSlots * 4 * BlockBytes);
+}
+
+TEST_F(CQtTcpClientTest, AClientThatIsClosedInAFloodHearsNoMoreOfIt) {
+    Connect();
+    const CFlood objFlood(static_cast<int>(m_objPeer->socketDescriptor()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.m_strData.size() > 10 * BlockBytes; },
+                                LongEnough));
+    CallClose();
+    const std::size_t iTaken = m_objEvents.m_strData.size();
+    QTest::qWait(LongEnoughForNothing);
+    EXPECT_EQ(m_objEvents.m_strData.size(), iTaken);
+    EXPECT_TRUE(m_objClient.GetData().empty());
+}
+
+TEST_F(CQtTcpClientTest, WhatCameBeforeTheEndIsToldBeforeIt) {
+    Connect();
+    const std::string strSent = LongText().substr(0, 20 * BlockBytes) + "the end";
+    m_objPeer->write(strSent.data(), static_cast<qint64>(strSent.size()));
+    m_objPeer->disconnectFromHost();
+    std::string strBefore;
+    m_objEvents.m_fnOnData = [&] {
+        strBefore = m_objEvents.Has("close") ? strBefore : m_objEvents.m_strData;
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_objEvents.Has("close"); }, LongEnough));
+    EXPECT_TRUE(strBefore == strSent) << strBefore.size() << " of " << strSent.size();
 }
 
 }  // namespace
