@@ -37,16 +37,36 @@ MFaultRecord::Outcomes Recorded() {
     return MFaultRecord::FromText(File(VARDEN_FAULT_TABLE));
 }
 
-bool IsOfSettings(const MFlows::Flow& p_objFlow) {
+enum class Kind : std::uint8_t { Reads, Sets, Steps, Plain };
+constexpr std::array<const char*, 4> KindNames{"Reads", "Sets", "Steps", "Plain"};
+
+Kind KindOf(const MFlows::Flow& p_objFlow) {
     const std::string strButton = p_objFlow.m_strButton;
-    return strButton.ends_with("Read") || strButton.ends_with("Set");
+    if (strButton.ends_with("Read")) {
+        return Kind::Reads;
+    }
+    if (strButton.ends_with("Set")) {
+        return Kind::Sets;
+    }
+    const std::set<std::string> strSteps{"btnReflect", "btnTrans", "btnPaperEnd", "btnHeadCheck"};
+    return strSteps.contains(strButton) ? Kind::Steps : Kind::Plain;
 }
 
-/// A part of the table: the flows of settings on a link, or the others.
+/// A part of the table: some flows on a link.
 struct Part {
     LinkKind m_iLink;
-    bool m_bSettings;
+    Kind m_iKind;
 };
+
+std::vector<Part> Parts() {
+    std::vector<Part> objParts;
+    for (const LinkKind iLink : MFlows::AllLinks) {
+        for (const Kind iKind : {Kind::Reads, Kind::Sets, Kind::Steps, Kind::Plain}) {
+            objParts.push_back({iLink, iKind});
+        }
+    }
+    return objParts;
+}
 
 class FmMainFaultTableTest : public ::testing::TestWithParam<Part> {};
 
@@ -74,7 +94,7 @@ TEST_P(FmMainFaultTableTest, EachCellKeepsTheLawsAndEndsAsTheTableSays) {
     CFaultStage objStage;
     std::vector<std::string> strWrong;  // told at the end: the copies would inherit a failure
     for (const MFlows::Flow& objFlow : MFlows::Talking()) {
-        if (IsOfSettings(objFlow) != GetParam().m_bSettings) {
+        if (KindOf(objFlow) != GetParam().m_iKind) {
             continue;
         }
         CSeen objSound;
@@ -94,13 +114,11 @@ TEST_P(FmMainFaultTableTest, EachCellKeepsTheLawsAndEndsAsTheTableSays) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, FmMainFaultTableTest,
-                         ::testing::Values(Part{LinkKind::Com, true}, Part{LinkKind::Com, false},
-                                           Part{LinkKind::Lan, true}, Part{LinkKind::Lan, false},
-                                           Part{LinkKind::Usb, true}, Part{LinkKind::Usb, false}),
+INSTANTIATE_TEST_SUITE_P(, FmMainFaultTableTest, ::testing::ValuesIn(Parts()),
                          [](const auto& p_objInfo) {
+                             const auto iKind = static_cast<std::size_t>(p_objInfo.param.m_iKind);
                              return std::string(MFlows::NameOf(p_objInfo.param.m_iLink)) +
-                                    (p_objInfo.param.m_bSettings ? "Settings" : "Others");
+                                    KindNames.at(iKind);
                          });
 
 TEST(WindowFaultTableTest, HoldsEachCellOnceAndAllOfThem) {
