@@ -181,8 +181,10 @@ void CFaultyPrinter::OpenLan(Kind p_iKind) {
     case Kind::NotPermitted:
         return Fail(EACCES);
     case Kind::GoneAtOnce:
-        m_objEventLoop.AtNextYield(
-            [this] { m_objEventLoop.AtNextYield([this] { m_objSocket.PeerCloses(); }); });
+        // Behind the connection's own event, and in the same round.
+        m_objEventLoop.AtNextYield([this] {
+            m_objEventLoop.AtYield(m_objEventLoop.Yields(), [this] { m_objSocket.PeerCloses(); });
+        });
         return;
     case Kind::InterruptedOpening:
         m_objSocket.m_iConnectResult = Result::Never;

@@ -42,8 +42,7 @@ A cell tells the exit code, what `error` says (without one the status, or how a 
 commands the printer has received whole, and whether a journal stands. Faults one below the other with the
 same outcome on every link share a line; "–" is a fault that the link does not know, or that does not meet
 the command there. What a line says of a moment lasts from it on; "once" is what passes: it meets one
-command, and what was pulled out is back three seconds later. "Cannot happen" is left out: what is opened
-once is not refused at the third request.
+command, and what was pulled out is back three seconds later.
 )";
 
 /// The brief lines of a row, by their headings.
