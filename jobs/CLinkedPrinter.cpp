@@ -55,7 +55,13 @@ public:
         }
         const CDeadlineLoop::Limit objLimit(Loop(), m_objPrinter.m_objLimits.m_dOpen);
         const bool bOpen = m_objSession.Links().OpenLink(m_objPrinter.m_iInterface);
-        return bOpen ? CFailure{} : Complete(m_objTap.Last());
+        CFailure objFailure = m_objTap.Last();
+        // A port that opens and is gone at once tells nothing; a wait that was ended neither.
+        if (!bOpen && objFailure.IsNone() && !Loop().IsClosing() &&
+            m_objPrinter.m_iInterface == CInterface::SerialInterface) {
+            objFailure.m_iKind = Kind::SerialNotOpen;
+        }
+        return bOpen ? CFailure{} : Complete(objFailure);
     }
 
     /// Carries out an exchange. Its failure is never None when it is not done.

@@ -202,14 +202,20 @@ Rows LinkChanges(const CWritePlan& p_objPlan, const Ends& p_objEnds) {
 }
 
 bool HoldSameFields(const Row& p_objRow, const CSnapshot& p_objOne, const CSnapshot& p_objOther) {
+    const auto fnAreSame = [&](const CSnapshot& p_objA, const CSnapshot& p_objB) {
+        return std::ranges::all_of(p_objRow.Items(), [&](MSettings::Slot p_objSlot) {
+            return (p_objA.Items().*p_objSlot)->GetValueString() ==
+                   (p_objB.Items().*p_objSlot)->GetValueString();
+        });
+    };
+    if (fnAreSame(p_objOne, p_objOther)) {
+        return true;  // nearly always, and without two catalogues for each setting
+    }
     CSnapshot objOne;
     CSnapshot objOther;
     Take(p_objRow, p_objOne, objOne);
     Take(p_objRow, p_objOther, objOther);
-    return std::ranges::all_of(p_objRow.Items(), [&](MSettings::Slot p_objSlot) {
-        return (objOne.Items().*p_objSlot)->GetValueString() ==
-               (objOther.Items().*p_objSlot)->GetValueString();
-    });
+    return fnAreSame(objOne, objOther);
 }
 
 Rows Unreadable(const CWritePlan& p_objPlan) {

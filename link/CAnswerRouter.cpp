@@ -13,6 +13,17 @@ std::span<const std::uint8_t> BehindUsbHead(std::span<const std::uint8_t> p_objR
     return p_objReceived.subspan(std::min(MAnswer::UsbHeadLength, p_objReceived.size()));
 }
 
+/// Whether it is two digits, as every status code: what only begins like a status is none.
+bool IsCode(const std::string& p_strCode) {
+    return std::ranges::all_of(p_strCode, [](char p_c) { return p_c >= '0' && p_c <= '9'; });
+}
+
+/// The code of a status answer that has one.
+std::string CodeOf(std::span<const std::uint8_t> p_objAnswer) {
+    return {static_cast<char>(p_objAnswer[MAnswer::StatusCodePosition]),
+            static_cast<char>(p_objAnswer[MAnswer::StatusCodePosition + 1])};
+}
+
 }  // namespace
 
 CAnswerRouter::CAnswerRouter(const CItemManager& p_objItemManager, CLinkState& p_objState,
@@ -150,7 +161,8 @@ bool CAnswerRouter::IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived)
     case AwaitedAnswer::Settings:
         return bSettings;
     case AwaitedAnswer::Status:
-        return bStatus;
+        return bStatus && p_objReceived.size() >= MAnswer::StatusCodePosition + 2 &&
+               IsCode(CodeOf(p_objReceived));
     case AwaitedAnswer::Any:
         break;
     }
@@ -209,13 +221,14 @@ bool CAnswerRouter::TakeUsbAnswer(std::span<const std::uint8_t> p_objReceived,
 }
 
 void CAnswerRouter::RouteStatus(std::span<const std::uint8_t> p_objAnswer) {
-    const std::string strCode{static_cast<char>(p_objAnswer[MAnswer::StatusCodePosition]),
-                              static_cast<char>(p_objAnswer[MAnswer::StatusCodePosition + 1])};
+    const std::string strCode = CodeOf(p_objAnswer);
     std::string strText;
     bool bReceived = false;
     MStatus::StatusText(strCode, strText, bReceived);
-    m_objLearned.m_strStatusCode = strCode;
-    m_objLearned.m_strStatusText = bReceived ? strText : std::string();
+    if (IsCode(strCode)) {
+        m_objLearned.m_strStatusCode = strCode;
+        m_objLearned.m_strStatusText = bReceived ? strText : std::string();
+    }
     if (!bReceived) {
         return;  // what is shown stays: an unknown code tells nothing
     }

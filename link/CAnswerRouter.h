@@ -72,7 +72,8 @@ public:
     [[nodiscard]] bool IsAnotherGroups(std::span<const std::uint8_t> p_objReceived,
                                        std::size_t p_iBufferLength) const;
 
-    /// True for an answer from USB of the kind that the command in flight waits for.
+    /// True for an answer from USB of the kind that the command in flight waits for; a status
+    /// without a code is none.
     [[nodiscard]] bool IsOfAwaitedKind(std::span<const std::uint8_t> p_objReceived) const;
 
     /// True for bytes from USB that begin an answer, and are not the rest of one.

@@ -1,6 +1,7 @@
 #include "link/CUsbLink.h"
 
 #include "link/CInterface.h"
+#include "protocol/MAnswer.h"
 
 #include <algorithm>
 #include <utility>
@@ -185,7 +186,9 @@ std::int16_t CUsbLink::JoinPieces(Bytes& p_objPiece, Bytes& p_objAnswer,
                                   std::int16_t p_iCount) const {
     const std::size_t iLength = p_objAnswer.size();
     const auto objReceived = std::span(p_objAnswer).first(static_cast<std::size_t>(p_iCount));
-    if (CAnswerRouter::BeginsUsbAnswer(objReceived)) {
+    // A status that comes byte by byte has second what settings begin with.
+    const bool bSecond = p_objPiece == Bytes{MAnswer::StatusHead} && objReceived.size() == 1;
+    if (!bSecond && CAnswerRouter::BeginsUsbAnswer(objReceived)) {
         p_objPiece.clear();  // the rest of the former one does not come any more
     }
     p_objPiece.insert(p_objPiece.end(), objReceived.begin(), objReceived.end());

@@ -115,7 +115,9 @@ TEST_F(CLinkedPrinterFailureTest, APortThatDoesNotOpenKeepsTheSystemsNumber) {
 
 TEST_F(CLinkedPrinterFailureTest, APortThatIsGoneAtOnceOrRefusesIsToldOf) {
     m_objSerialPort.m_bGoesAtOnce = true;
-    EXPECT_FALSE(ComStatus().m_objFailure.IsNone());
+    const CStatusReport objGone = ComStatus();
+    EXPECT_EQ(objGone.m_objFailure.m_iKind, Kind::SerialNotOpen);
+    EXPECT_FALSE(objGone.m_bSent);
     m_objSerialPort.m_bGoesAtOnce = false;
     m_objSerialPort.m_bRefusesOutput = true;
     const CStatusReport objReport = ComStatus();

@@ -111,10 +111,10 @@ TEST_P(CAwaitedOutcomeTest, TheStatusIsThereOnEveryLink) {
 }
 
 TEST_P(CAwaitedOutcomeTest, AnUnknownCodeIsAnAnswerWithoutWords) {
-    Answer([](const std::string&) { return MWire::Status("7Z"); });
+    Answer([](const std::string&) { return MWire::Status("77"); });
     const COutcome objOutcome = AskStatus();
     EXPECT_TRUE(objOutcome);
-    EXPECT_EQ(objOutcome.m_strStatusCode, "7Z");
+    EXPECT_EQ(objOutcome.m_strStatusCode, "77");
     EXPECT_EQ(objOutcome.m_strStatusText, "");
 }
 
@@ -145,6 +145,16 @@ TEST_P(CAwaitedOutcomeTest, AStatusThatComesToAReadIsLetPass) {
     const COutcome objOutcome = Exchange().ReadGroup(1);
     EXPECT_TRUE(objOutcome);
     EXPECT_EQ(objOutcome.m_iGroup, 1);
+}
+
+TEST_P(CAwaitedOutcomeTest, WhatOnlyBeginsLikeAStatusIsLetPass) {
+    Answer(CScriptedPrinter::KeepSilent);
+    Arrive(300, MWire::Status("\xBD\xE1"));
+    Arrive(600, MWire::Status("2p"));
+    Arrive(1700, MWire::Status("11"));
+    const COutcome objOutcome = AskStatus();
+    EXPECT_TRUE(objOutcome);
+    EXPECT_EQ(objOutcome.m_strStatusCode, "11");
 }
 
 TEST_P(CAwaitedOutcomeTest, SettingsThatComeToAStatusRequestAreLetPassAndFillNothing) {
@@ -227,6 +237,17 @@ TEST_P(CAwaitedUsbPiecesTest, APieceWhoseRestDoesNotComeIsLetPass) {
     ArriveRaw(1900, Framed(MWire::Settings(1)));
     EXPECT_TRUE(Exchange().ReadGroup(1));
     EXPECT_EQ(MWire::StoredFields(m_objItemManager, 1), MWire::Fields(1));
+}
+
+TEST_P(CAwaitedUsbPiecesTest, AStatusMayComeByteByByte) {
+    Answer(CScriptedPrinter::KeepSilent);
+    std::int64_t iTime = 200;
+    for (const char cByte : MWire::Status("11")) {
+        ArriveRaw(iTime += 100, std::string(1, cByte));
+    }
+    const COutcome objOutcome = AskStatus();
+    EXPECT_TRUE(objOutcome);
+    EXPECT_EQ(objOutcome.m_strStatusCode, "11");
 }
 
 TEST_P(CAwaitedUsbPiecesTest, AStatusThatStaysCutIsNoAnswerInTheEnd) {
