@@ -125,4 +125,8 @@ TEST(MCauseTextNumberTest, UsbTellsWhyThePrinterIsNotReady) {
     }
 }
 
+TEST(MCauseTextUnknownTest, AKindThatNobodyKnowsHasNoWords) {
+    EXPECT_EQ(MCauseText::Of(CFailure{static_cast<Kind>(99)}), "");
+}
+
 }  // namespace

@@ -253,4 +253,19 @@ TEST_P(CAwaitedOutcomeTest, TheReplyTimeIsTheCallers) {
     EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 2000, 1100);
 }
 
+class CAwaitedUsbMidnightTest : public CSessionEventsFixture {
+protected:
+    CAwaitedUsbMidnightTest()
+        : CSessionEventsFixture(CExchangeManners::OfAProgram()) {}
+    void SetUp() override { Use(Usb); }
+};
+
+TEST_F(CAwaitedUsbMidnightTest, AWaitOverMidnightEnds) {
+    m_objClock.SetTimeOfDay(86'398.5);
+    Answer(CScriptedPrinter::KeepSilent);
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_EQ(FailureOf(Exchange().RequestStatus()), "UsbNoAnswer");
+    EXPECT_LE(m_objClock.Elapsed() - iBefore, 4000);
+}
+
 }  // namespace

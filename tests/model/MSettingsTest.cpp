@@ -7,6 +7,7 @@
 #include <functional>
 #include <ostream>
 #include <stdexcept>
+#include <utility>
 
 using testing::HasSubstr;
 
@@ -49,6 +50,7 @@ const std::vector<WrongCase> WrongCases{
     {"AddressOfThree", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "ip-address").m_objSlots[3] = nullptr; }},
     {"NumberOfTwo", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[1] = &CItemManager::m_objLanSetting; }},
     {"NoItem", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[0] = nullptr; }},
+    {"ItemInAnothersPlace", "too many items or too few", [](auto& p_objRows) { auto& objRow = RowNamed(p_objRows, "country"); std::swap(objRow.m_objSlots[0], objRow.m_objSlots[1]); }},
     {"ItemTwice", "belongs to another setting", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_objSlots[0] = &CItemManager::m_objLanSetting; }},
     {"ItemMissing", "no setting has the item m_objDhcpSetting", [](auto& p_objRows) { p_objRows.erase(std::ranges::find(p_objRows, "dhcp", &MSettings::Row::m_strName)); }},
 };

@@ -2,11 +2,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 #include <vector>
 
-// Which change is on (VARDEN_MUTANT), and, where VARDEN_MUTANT_REACHED names a file, which ones each test
-// comes to: a line a test with its milliseconds, one of "-" for what comes before the first.
+// Which change is on (VARDEN_MUTANT), and, where VARDEN_MUTANT_REACHED names a file, which ones
+// each test comes to: a line a test with its milliseconds, one of "-" for what comes before the
+// first.
 
 namespace {
 
@@ -19,19 +21,19 @@ struct CSwitch {
     }
     void Tell(const std::string& p_strName, long long p_iMilliseconds) {
         std::fprintf(m_objFile, "%s\t%lld\t", p_strName.c_str(), p_iMilliseconds);
-        for (std::size_t i = 0; i < m_bReached.size(); ++i) {
-            if (m_bReached[i]) {
-                std::fprintf(m_objFile, "%zu ", i);
-            }
+        for (const std::size_t iNumber : m_iReached) {
+            std::fprintf(m_objFile, "%zu ", iNumber);
+            m_bReached[iNumber] = false;
         }
+        m_iReached.clear();
         std::fputc('\n', m_objFile);
         std::fflush(m_objFile);
-        m_bReached.assign(m_bReached.size(), false);
     }
 
     int m_iOn = -1;
     std::FILE* m_objFile = nullptr;
     std::vector<bool> m_bReached;
+    std::vector<std::size_t> m_iReached;
 };
 
 CSwitch& Switch() {
@@ -40,12 +42,15 @@ CSwitch& Switch() {
 }
 
 class CListener : public testing::EmptyTestEventListener {
+    std::clock_t m_iBegun = 0;
+
+    void OnTestStart(const testing::TestInfo& /*p_objTest*/) override { m_iBegun = std::clock(); }
     void OnTestProgramStart(const testing::UnitTest& /*p_objUnit*/) override {
         Switch().Tell("-", 0);
     }
     void OnTestEnd(const testing::TestInfo& p_objTest) override {
         Switch().Tell(std::string(p_objTest.test_suite_name()) + "." + p_objTest.name(),
-                      p_objTest.result()->elapsed_time());
+                      (std::clock() - m_iBegun) * 1000LL / CLOCKS_PER_SEC);
     }
 };
 
@@ -69,7 +74,10 @@ bool On(int p_iNumber) noexcept {
         if (objSwitch.m_bReached.size() <= iNumber) {
             objSwitch.m_bReached.resize(iNumber + 1);
         }
-        objSwitch.m_bReached[iNumber] = true;
+        if (!objSwitch.m_bReached[iNumber]) {
+            objSwitch.m_bReached[iNumber] = true;
+            objSwitch.m_iReached.push_back(iNumber);
+        }
     }
     return objSwitch.m_iOn == p_iNumber;
 }

@@ -12,7 +12,7 @@ import os
 import random
 import sys
 import time
-from concurrent.futures import ThreadPoolExecutor
+from concurrent.futures import FIRST_COMPLETED, ThreadPoolExecutor, wait
 from multiprocessing import Pool
 from pathlib import Path
 
@@ -26,6 +26,7 @@ HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
 # More than are asked for: some of them do not compile, or change nothing.
 SPARE = 30
+MOST_IN_A_SOURCE = 5000
 
 
 def equivalents():
@@ -68,9 +69,12 @@ class Trial:
 
     def prepare(self, sites, constants):
         by_file = {}
-        for number, site in enumerate(sites, 1):
-            site.number = number
+        for site in sites:
             by_file.setdefault(site.path, []).append(site)
+        # Of a source that is as it was the numbers are as they were, and so is what is made of it.
+        for index, path in enumerate(self.project.sources()):
+            for number, site in enumerate(by_file.get(path, [])):
+                site.number = index * MOST_IN_A_SOURCE + number
         with ThreadPoolExecutor(self.workers) as pool:
             def make(path):
                 return path, self.project.switchable(path, by_file[path], constants[path])
@@ -161,20 +165,23 @@ def main():
         print(*(f"{s.key}" for s in sites), sep="\n")
         return 0
     notes = project.out / "unnoticed.txt"
+    total = len(sites)
+    listed = [s for s in sites if s.key in reasons]
+    there = sites
     if arguments.unnoticed:
         last = set(notes.read_text(encoding="utf-8").splitlines())
         sites = [s for s in sites if s.key in last]
-    total = len(sites)
-    listed = [s for s in sites if s.key in reasons]
+        listed = [s for s in listed if s.key in last]
     if arguments.sample:
         print(f"{arguments.sample} of {total} changes by chance; --seed {arguments.seed} repeats them", flush=True)
         rest = [s for s in sites if s.key not in reasons]
         random.Random(arguments.seed).shuffle(rest)
-        sites = rest[:arguments.sample + SPARE]
+        there = sites = rest[:arguments.sample + SPARE]
     else:
+        sites = list(sites)
         random.Random(arguments.seed).shuffle(sites)  # what a run that is cut short tells is true of all
     trial = Trial(project, workers)
-    trial.prepare(sorted(sites, key=lambda s: (s.path, s.start)), constants)
+    trial.prepare(sorted(there, key=lambda s: (s.path, s.start, -s.end, s.how, s.new)), constants)
     print(f"{len(sites)} changes in {len(trial.objects) - 1} sources ready after "
           f"{time.monotonic() - started:.0f} s, {len(trial.alone)} of them to compile one by one", flush=True)
     return verdicts(arguments, trial, sites, reasons, listed, notes, started)
@@ -186,15 +193,15 @@ def verdicts(arguments, trial, sites, reasons, listed, notes, started):
     with open(trial.project.out / "results.tsv", "w", encoding="utf-8") as results, \
             ThreadPoolExecutor(trial.workers) as pool:
         # No more are begun than may be needed.
-        waiting, begun = [], iter(sites)
+        waiting, begun = {}, iter(sites)
         while noticed + len(unnoticed) < most:
             needed = most - noticed - len(unnoticed) - len(waiting)
             for _, site in zip(range(min(needed, 2 * trial.workers - len(waiting))), begun):
-                waiting.append((site, pool.submit(trial.judge, site)))
+                waiting[pool.submit(trial.judge, site)] = site
             if not waiting:
                 break
-            site, future = waiting.pop(0)
-            told = future.result()
+            future = next(iter(wait(waiting, return_when=FIRST_COMPLETED).done))
+            site, told = waiting.pop(future), future.result()
             state = {None: "does not compile", "": "UNNOTICED"}.get(told, f"noticed by {told}")
             print(site.line, site.key, state, sep="\t", file=results, flush=True)
             if told is None:

@@ -2,16 +2,23 @@
 import os
 import resource
 import subprocess
-import time
 
 FIRST = 40  # of the tests that come to a change, those that come to least besides
 SETTINGS = {"VARDEN_RANDOM_WRITES": "60,1", "GTEST_BRIEF": "1", "QT_QPA_PLATFORM": "offscreen",
             "GTEST_FAIL_FAST": "1", "GTEST_CATCH_EXCEPTIONS": "1"}
 
 
-def limits():
-    resource.setrlimit(resource.RLIMIT_AS, (2 << 30, 2 << 30))
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+MOST_MEMORY = 1 << 30
+MOST_SECONDS = 600  # by the clock, for what does not even work
+
+
+def limits(seconds):
+    """What a change makes endless ends: by what it works, and not by the clock of a busy machine."""
+    def limit():
+        resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    return limit
 
 
 class Program:
@@ -25,11 +32,9 @@ class Program:
         self.by_site = {}
 
     def record(self, notes):
-        begun = time.monotonic()
-        done = self.run({"VARDEN_MUTANT_REACHED": str(notes)}, 600)
+        done = self.run({"VARDEN_MUTANT_REACHED": str(notes)}, MOST_SECONDS)
         if done:
             raise RuntimeError(f"{self.path} fails without any change: {done}")
-        self.seconds = time.monotonic() - begun
         for line in open(notes, encoding="utf-8"):
             name, milliseconds, reached = line.rstrip("\n").split("\t")
             numbers = {int(n) for n in reached.split()}
@@ -41,12 +46,12 @@ class Program:
                 self.by_site.setdefault(number, []).append(name)
 
     def run(self, settings, seconds):
-        """Runs it; how it failed, or nothing."""
+        """Runs it for so many seconds of a processor at most; how it failed, or nothing."""
         environment = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
         environment |= SETTINGS | settings
         try:
             done = subprocess.run([str(self.path)], cwd=self.folder, env=environment, capture_output=True,
-                                  timeout=seconds, check=False, preexec_fn=limits, stdin=subprocess.DEVNULL)
+                                  timeout=MOST_SECONDS, check=False, preexec_fn=limits(seconds), stdin=subprocess.DEVNULL)
         except subprocess.TimeoutExpired:
             return "no end"
         if done.returncode == 0:
@@ -67,7 +72,7 @@ class Program:
         settings = {} if number is None else {"VARDEN_MUTANT": str(number)}
         for part in (names[:FIRST], names[FIRST:] if whole else []):
             if part:
-                seconds = 10 + 10 * sum(self.tests[n][0] for n in part)
+                seconds = int(4 + 4 * sum(self.tests[n][0] for n in part))
                 program = self if path is None else Program(path, self.folder)
                 told = program.run(settings | {"GTEST_FILTER": ":".join(part)}, seconds)
                 if told:

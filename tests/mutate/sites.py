@@ -253,17 +253,25 @@ def flat(text):
     return "".join(pieces)
 
 
-def short(text):
-    text = flat(text).strip()
-    return text if len(text) <= 90 else text[:60] + " ... " + text[-25:]
+def short(text, other=""):
+    """A text, or of a long one what is about the place where it is not the other."""
+    text, other = flat(text).strip(), flat(other).strip()
+    if len(text) <= 90:
+        return text
+    if not other:
+        return text[:60] + " ... " + text[-25:]
+    first = next((i for i, (a, b) in enumerate(zip(text, other)) if a != b), 0)
+    last = next((i for i, (a, b) in enumerate(zip(reversed(text), reversed(other))) if a != b), 0)
+    start, end = max(0, first - 40), min(len(text), max(len(text) - last, first) + 40)
+    return ("... " if start else "") + text[start:end] + (" ..." if end < len(text) else "")
 
 
 def tell(site):
-    old = short(site.old)
+    old = short(site.old, site.new if site.how == "value" else "")
     if site.how == "drop" or site.how == "skip":
         return f"{old} => (removed)"
     if site.how == "negate":
         return f"{old} => (negated)"
     if site.how == "row":
         return f"row {old} => {short(site.new)}"
-    return f"{old} => {short(site.new)}"
+    return f"{old} => {short(site.new, site.old)}"
