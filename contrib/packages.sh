@@ -19,7 +19,8 @@
     packages_package=(dpkg-dev lintian man-db)
     packages_try=(mmdebstrap binutils appstream desktop-file-utils librsvg2-bin)
     packages_checks=(git clang-format clang-tidy shellcheck)
-    packages_sanitizers=(libclang-rt-dev)
+    packages_sanitizers=(libclang-rt-dev llvm-14)
+    packages_mutate=(python3-clang-14 ninja-build)
 }
 
 # install_packages PACKAGE...: installs those that are missing; fast when none is.
@@ -73,8 +74,9 @@ build_preset() {
     if [[ $home != "$PWD" ]]; then
         rm -rf "${folder:?}/CMakeCache.txt" "$folder/CMakeFiles" "$folder/build.ninja"
     fi
-    if [[ ! -f $folder/build.ninja ]]; then
-        cmake --preset "$1" || return
+    # Also when what the presets say has changed since.
+    if [[ ! -f $folder/build.ninja || CMakePresets.json -nt $folder/CMakeCache.txt ]]; then
+        cmake --preset "$1" && touch "$folder/CMakeCache.txt" || return
     fi
     cmake --build "$folder" ${2:+--target "${@:2}"}
 }

@@ -243,12 +243,29 @@ TEST_F(CLinkedPrinterFailureTest, ANumberOfUsbIsNoNumberOfAnotherLink) {
     EXPECT_EQ(LanStatus().m_objFailure.m_iNumber, 0);
 }
 
+TEST_F(CLinkedPrinterFailureTest, ANumberOfUsbIsThatOfAnOpeningThatFailsLater) {
+    m_objUsbLibrary.m_iNotReadyNumber = EBUSY;
+    m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::Opened, IUsbLibrary::NotReady};
+    const CFailure objFailure = UsbStatus().m_objFailure;
+    EXPECT_EQ(objFailure.m_iKind, Kind::UsbNotOpened);
+    EXPECT_EQ(objFailure.m_iNumber, EBUSY);
+}
+
+TEST_F(CLinkedPrinterFailureTest, AnAnswerThatIsNoneWasSentForAllThat) {
+    m_fnAnswer = [](const std::string& /*p_strCommand*/) -> std::optional<std::string> {
+        throw std::out_of_range("an answer that ends inside of a field");
+    };
+    EXPECT_TRUE(Printer(CInterface::LanInterface).Read(All()).m_bSent);
+}
+
 TEST_F(CLinkedPrinterFailureTest, AReadingOfWhichNothingWentOutHasSentNothing) {
     m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::NotReady};
     EXPECT_FALSE(Printer(CInterface::UsbInterface).Read(All()).m_bSent);
     m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::Opened};
     m_fnAnswer = CScriptedPrinter::KeepSilent;
-    EXPECT_TRUE(Printer(CInterface::UsbInterface).Read(All()).m_bSent);
+    const CReadReport objReport = Printer(CInterface::UsbInterface).Read(All());
+    EXPECT_TRUE(objReport.m_bSent);
+    EXPECT_EQ(objReport.m_strStatusCode, "");
 }
 
 TEST_F(CLinkedPrinterFailureTest, WhetherALinkOpensIsTriedWithoutACommand) {

@@ -1,3 +1,4 @@
+#include "model/MSettingText.h"
 #include "tests/jobs/CWriteTranscript.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,17 @@ const std::vector<Scenario> Scenarios{
     {"LineChanged", Cuts::Serial, [](CWriteTranscript& w) { w.Want({{"speed", "19200bps"}, {"parity", "ODD"}, {"stop-bit", "1bit"}}); w.m_objRequest.m_bAllowLinkChange = true; w.m_objModel.m_bSomebodyElse = true; return w.Run(); }},
     {"LineChangedAndUndone", Cuts::Serial, [](CWriteTranscript& w) { w.Want({{"speed", "19200bps"}, {"stop-bit", "1bit"}, {"feed-key", "PRINT"}}); w.m_objRequest.m_bAllowLinkChange = true; w.Stick("FeedKeyFunction"); return w.Run(); }},
     {"HostNameFilled", Cuts::Nothing, [](CWriteTranscript& w) { w.m_objModel.m_objPrinter.SetFill('\xFF'); w.Hold({{"dhcp-host-name", "shop 1"}}); w.Want({{"dhcp-client-id", "0123456789ABCDEF0123456789abcdef"}}); return w.Run(); }},
+    {"HostNameBlank", Cuts::Nothing, [](CWriteTranscript& w) { w.Hold({{"dhcp-host-name", "shop 1"}}); w.Want({{"dhcp", "ON"}}); return w.Run(); }},
+    {"ChangedAgainAfterTheUndoing", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::Unanswered; w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls == 7) { w.Change({{"feed-adj", "2"}}); } }; return w.Run(); }},
+    {"AnotherIsUnreadable", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_objPrinter.Items().m_objLanSetting->SetValue(7); return w.Run(); }},
+    {"UnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objCutPosDirection->SetValue(std::string("x")); } }; return w.Run(); }},
+    {"WantedIsUnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}, {"cut-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objCutPosDirection->SetValue(std::string("x")); } }; return w.Run(); }},
+    {"LineChangedLast", Cuts::Serial, [](CWriteTranscript& w) { w.Want({{"speed", "19200bps"}, {"stop-bit", "1bit"}, {"feed-adj", "1"}}); w.m_objRequest.m_bAllowLinkChange = true; return w.Run(); }},
+    {"OtherIsUnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objLanSetting->SetValue(7); } }; return w.Run(); }},
+    {"MovedNothingGoesOut", Cuts::Lan, [](CWriteTranscript& w) { w.Want({{"ip-address", "10.1.2.3"}}); w.m_objRequest.m_bAllowLinkChange = true; From(w, 3, Mishap::Unreached); return w.Run(); }},
+    {"GoneAfterTheUndoing", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::Unanswered; From(w, 7, Mishap::Unreached); return w.Run(); }},
+    {"NotBroughtBackRefusedInPart", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}, {"dhcp", "ON"}}); From(w, 5, Mishap::Unreached); w.Run(); w.m_objModel.m_iMishaps.clear(); w.Refuse("{Z2;2,"); return w.Restore(); }},
+    {"OthersChangedAndAnotherWanted", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}, {"dhcp", "OFF"}, {"socket", "ON"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls == 4) { w.Change({{"dhcp", "ON"}}); } }; return w.Run(); }},
     {"PowerCut", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::LatePowerCut; w.m_objModel.m_dPowerBack = 2; return w.Run(); }},
     {"PowerCutForGood", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::PowerCut; w.m_objModel.m_dPowerBack = 1000; return w.Run(); }},
     {"BroughtBack", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}, {"dhcp", "ON"}}); From(w, 4, Mishap::Unreached); w.Run(); w.m_objModel.m_iMishaps.clear(); return w.Restore(); }},
@@ -120,7 +132,7 @@ const std::vector<Scenario> Scenarios{
 };
 // clang-format on
 
-/// What write-jobs.txt tells below each name.
+/// What written.txt tells below each name.
 std::map<std::string, std::string> Told() {
     std::ifstream objFile(VARDEN_WRITE_JOBS);
     std::map<std::string, std::string> strTold;
@@ -144,6 +156,46 @@ TEST_P(CWriteJobTest, ComesToWhatIsWritten) {
 
 INSTANTIATE_TEST_SUITE_P(Changes, CWriteJobTest, testing::ValuesIn(Scenarios),
                          [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
+
+TEST(CWriteJobReport, WhatIsBroughtBackIsWhatWasBefore) {
+    CWriteTranscript objWrite(Cuts::Nothing);
+    objWrite.Want({{"feed-adj", "1"}});
+    From(objWrite, 4, Mishap::Unreached);
+    objWrite.Run();
+    const MSettings::Row& objOther = MSettings::Get("country");
+    EXPECT_TRUE(objWrite.m_objPlan.m_objBefore.IsKnown(objOther)) << "what is not sent";
+    EXPECT_TRUE(objWrite.m_objPlan.m_objAfter.IsKnown(objOther));
+    objWrite.Restore();
+    const MSettings::Row& objRow = MSettings::Get("feed-adj");
+    EXPECT_TRUE(objWrite.m_objReport.m_objBefore.IsKnown(objRow));
+    EXPECT_TRUE(objWrite.m_objReport.m_objWanted.IsKnown(objRow));
+    EXPECT_FALSE(objWrite.m_objReport.m_objWanted.IsKnown(objOther));
+    EXPECT_EQ(MSettingText::Show(objRow, objWrite.m_objReport.m_objWanted.Items()), "1.0");
+    objWrite.Look();
+    EXPECT_TRUE(objWrite.m_objReport.m_objBefore.IsKnown(objRow));
+}
+
+TEST(CWriteJobReport, FirstOnlyWhatIsNeededIsRead) {
+    CWriteTranscript objWrite(Cuts::Nothing);
+    objWrite.Want({{"feed-adj", "1"}});
+    objWrite.m_objRequest.m_bCheckOnly = true;
+    objWrite.Run();
+    EXPECT_EQ(objWrite.m_objModel.m_strCommands,
+              (std::vector<std::string>{"{Z5;0|}", "{Z5;1|}", "{Z5;0|}", "{Z5;1|}", "{Z5;3|}",
+                                        "{Z5;4|}"}));
+}
+
+// What undoes a change has to carry something for what nobody has told.
+TEST(CWriteJobReport, WhatIsNotReportedIsSentBackAsItWasSent) {
+    CWriteTranscript objWrite(Cuts::Nothing);
+    objWrite.Want({{"feed-key", "PRINT"}, {"stop-bit", "2bits"}});
+    objWrite.Run();
+    const MSettings::Row& objRow = MSettings::Get("stop-bit");
+    const CWritePlan& objPlan = objWrite.m_objReport.m_objPlan;
+    EXPECT_EQ(MSettingText::Show(objRow, objPlan.m_objBefore.Items()), "2bits");
+    EXPECT_FALSE(objPlan.m_objBefore.IsKnown(objRow));
+    EXPECT_TRUE(objPlan.m_objAfter.IsKnown(objRow));
+}
 
 TEST(CWriteJobTold, NothingIsWrittenThatIsNotTried) {
     std::map<std::string, std::string> strTold = Told();

@@ -2,6 +2,7 @@
 
 #include "model/MSettingText.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -133,6 +134,7 @@ void CWriteTranscript::TellEnd(const CWriteReport& p_objReport, std::string& p_s
 
 std::string CWriteTranscript::Tell(const CWriteReport& p_objReport) {
     std::string strText;
+    m_objReport = p_objReport;
     TellEnd(p_objReport, strText);
     for (const auto& [strName, iResult] : p_objReport.m_objResults) {
         const auto objShown =
@@ -145,7 +147,9 @@ std::string CWriteTranscript::Tell(const CWriteReport& p_objReport) {
     AddLine(strText, "stages", Steps(m_objStages.m_strStages));
     const std::vector<std::string> strSets = m_objModel.Sets();
     for (std::size_t i = m_iSetsBefore; i < strSets.size(); ++i) {
-        strText += strSets[i].substr(0, strSets[i].starts_with("{Z2") ? 6 : 24) + "\n";
+        std::string strSet = strSets[i].substr(0, strSets[i].starts_with("{Z2") ? 6 : 64);
+        std::ranges::replace(strSet, CPrinter::Fill, '~');
+        strText += strSet + "\n";
     }
     strText += std::to_string(m_objModel.m_iCalls - m_iCallsBefore) + " calls, " +
                Tenths(m_objModel.Now() - m_dBegun) + " s\n";

@@ -39,6 +39,7 @@ public:
     std::string Restore();
     std::string Look();
     CWritePlan m_objPlan;
+    CWriteReport m_objReport;  ///< the last one
 
 private:
     static void Put(const Values& p_strValues, CSnapshot& p_objSnapshot);

@@ -325,4 +325,16 @@ TEST_F(CAnswerRouterTest, WhatWasLearnedIsToldByItsKind) {
     EXPECT_EQ(Learned(), "");
 }
 
+TEST_F(CAnswerRouterTest, AStatusInABlockIsWholeWithItsCode) {
+    m_objRouter.BeginCommand(AwaitedAnswer::Any);
+    EXPECT_TRUE(m_objRouter.TakeUsbAnswer(MWire::ToBytes("\x01\x02"
+                                                         "1"),
+                                          13));
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{});
+    EXPECT_TRUE(m_objRouter.TakeUsbAnswer(MWire::ToBytes("\x01\x02"
+                                                         "14"),
+                                          13));
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{"NO RIBBON"});
+}
+
 }  // namespace

@@ -77,6 +77,15 @@ TEST_P(CExchangeOutcomeTest, ACommandThatIsCutShortByTheEndHasBeenTouched) {
     EXPECT_EQ(FailureOf(objOutcome), "None");
 }
 
+TEST_P(CExchangeOutcomeTest, ACommandThatIsNotWaitedForTellsWhetherItWasTouched) {
+    const COutcome objOutcome = Exchange().Send("{Z4;1|}");
+    EXPECT_TRUE(objOutcome);
+    EXPECT_TRUE(objOutcome.m_bSent);
+    EXPECT_TRUE(objOutcome.m_bTouched);
+    m_objInterface.SetActiveInterface(7);
+    EXPECT_FALSE(Exchange().Send("{Z4;1|}").m_bTouched);
+}
+
 class CExchangeOutcomeUsbTest : public CSessionEventsFixture {};
 
 TEST_F(CExchangeOutcomeUsbTest, SettingsThatNobodyAskedForAreToldApart) {
@@ -251,6 +260,21 @@ TEST_P(CAwaitedOutcomeTest, TheReplyTimeIsTheCallers) {
     const std::int64_t iBefore = m_objClock.Elapsed();
     EXPECT_FALSE(objQuick.Exchange().ReadGroup(1));
     EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 2000, 1100);
+}
+
+TEST_P(CAwaitedOutcomeTest, TheTimeToSendIsTheCallers) {
+    if (GetParam() != Lan) {
+        return;  // the others hand each byte over, or all at once
+    }
+    CPrinterSession objQuick(
+        m_objItemManager, m_objInterface, m_objEvents,
+        CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary},
+        CExchangeManners::OfAProgram(5, 0.5));
+    ASSERT_TRUE(objQuick.Links().OpenLink(Lan));
+    m_objSocket.m_bCompletesSends = false;
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_EQ(FailureOf(objQuick.Exchange().RequestStatus()), "LanNotSent");
+    EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 500, 100);
 }
 
 class CAwaitedUsbMidnightTest : public CSessionEventsFixture {

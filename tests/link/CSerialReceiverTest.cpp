@@ -257,4 +257,9 @@ TEST_F(CSerialReceiverTest, NoStreamMakesItGrow) {
     }
 }
 
+// Whatever is expected: no answer is that long.
+TEST_F(CSerialReceiverTest, AFrameThatGrowsTooLongIsNone) {
+    TakeQuietly("{" + std::string(300, 'x'), 2 * 257);
+}
+
 }  // namespace

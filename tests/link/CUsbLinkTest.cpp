@@ -359,4 +359,17 @@ TEST_F(CUsbLinkTest, WhatEndsBecauseTheProgramClosesSaysNothing) {
     }
 }
 
+TEST_F(CUsbLinkTest, FewerThanNoBytesAreNone) {
+    AnswerWith(MWire::Status("00"));
+    EXPECT_TRUE(Exchange(-1));
+    EXPECT_TRUE(m_objBuffer.empty());
+}
+
+TEST_F(CUsbLinkTest, NothingIsCountedOfWhatDidNotOpen) {
+    m_objLibrary.m_iOpenResults = {IUsbLibrary::NotReady};
+    m_iCount = 77;
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_iCount, 0);
+}
+
 }  // namespace
