@@ -73,6 +73,8 @@ TEST(CReadWriteFlowUnansweredTest, AReadingTellsTheGroupsThatWereNotAnswered) {
     EXPECT_EQ(objLinks.m_objParameterPage.m_objNotes[0].m_iKind, Kind::Unanswered);
     EXPECT_EQ(objLinks.m_objParameterPage.m_objNotes[0].m_iPlaces, (Places{0, 1, 4}));
     EXPECT_EQ(objLinks.m_objParameterPage.m_iNotedReads, 0);
+    objLinks.m_objFlow.LanSet();
+    objLinks.ExpectButtonsEnabled();
 }
 
 TEST_F(CReadWriteFlowNoteEndTest, ASendingTellsTheCommandThatHasEndedIt) {

@@ -128,6 +128,8 @@ const PageCase Pages[] = {
      "READ ended at group 4 (defaults, never read)"},
     {"Unanswered", Ended({NoteKind::Unanswered, {0, 1, 4}}),
      "READ: no answer for groups 0, 1 and 4 (defaults, never read)"},
+    {"TwoUnanswered", Ended({NoteKind::Unanswered, {0, 4}}),
+     "READ: no answer for groups 0 and 4 (defaults, never read)"},
     {"OneUnanswered", Ended({NoteKind::Unanswered, {4}}),
      "READ: no answer for group 4 (defaults, never read)"},
     {"Unshown", Ended({NoteKind::Unshown, {}, "SPEED has no entry for 9"}),

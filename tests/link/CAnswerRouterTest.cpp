@@ -331,6 +331,7 @@ TEST_F(CAnswerRouterTest, AStatusInABlockIsWholeWithItsCode) {
                                                          "1"),
                                           13));
     EXPECT_EQ(m_objView.m_strStatuses, Texts{});
+    EXPECT_FALSE(m_objRouter.HasLearned(AwaitedAnswer::Status));
     EXPECT_TRUE(m_objRouter.TakeUsbAnswer(MWire::ToBytes("\x01\x02"
                                                          "14"),
                                           13));

@@ -83,7 +83,9 @@ TEST_P(CExchangeOutcomeTest, ACommandThatIsNotWaitedForTellsWhetherItWasTouched)
     EXPECT_TRUE(objOutcome.m_bSent);
     EXPECT_TRUE(objOutcome.m_bTouched);
     m_objInterface.SetActiveInterface(7);
-    EXPECT_FALSE(Exchange().Send("{Z4;1|}").m_bTouched);
+    const COutcome objNowhere = Exchange().Send("{Z4;1|}");
+    EXPECT_FALSE(objNowhere.m_bTouched);
+    EXPECT_EQ(FailureOf(objNowhere), "NoLink");
 }
 
 class CExchangeOutcomeUsbTest : public CSessionEventsFixture {};
@@ -275,6 +277,19 @@ TEST_P(CAwaitedOutcomeTest, TheTimeToSendIsTheCallers) {
     const std::int64_t iBefore = m_objClock.Elapsed();
     EXPECT_EQ(FailureOf(objQuick.Exchange().RequestStatus()), "LanNotSent");
     EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 500, 100);
+}
+
+TEST_P(CAwaitedOutcomeTest, WhyNoAnswerCanComeAnyMoreIsTold) {
+    Answer(CScriptedPrinter::KeepSilent);
+    m_objEventLoop.After(500, [this] {
+        m_objPort.GoAway();
+        m_objSocket.PeerCloses();
+    });
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("failure"),
+              std::vector<std::string>{GetParam() == Com   ? "failure SerialLost"
+                                       : GetParam() == Lan ? "failure LanClosed"
+                                                           : "failure UsbNoAnswer"});
 }
 
 class CAwaitedUsbMidnightTest : public CSessionEventsFixture {

@@ -71,6 +71,27 @@ TEST_F(CLinkTellingTest, WhatFailsOnAConnectionThatWasReplacedIsNotTheStateOfThe
     EXPECT_EQ(m_objEvents.Lines("failure"), Texts{"failure SerialNotSent"});
 }
 
+TEST_F(CLinkTellingTest, AnErrorOfAnEarlierConnectionIsNotThatOfTheNext) {
+    m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Fails;
+    m_objSocket.m_objConnectError.m_iNumber = 111;
+    EXPECT_FALSE(m_objSession.Links().OpenLink(Lan));
+    ASSERT_FALSE(m_objEvents.m_objFailures.empty());
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_objSocket.m_iNumber, 111);
+    m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Connects;
+    Use(Lan);
+    m_objSocket.m_bRefusesSends = true;
+    AskStatus();
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_iKind, CFailure::Kind::LanNotSent);
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_objSocket.m_iNumber, 0);
+}
+
+TEST_F(CLinkTellingTest, APortThatTakesNothingHasFailed) {
+    Use(Com);
+    m_objPort.m_bRefusesOutput = true;
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("link"), Texts{"link 0 failed COM1 9600,E,8,1: SerialNotSent"});
+}
+
 // How long it waits.
 
 TEST_F(CLinkTellingTest, EachSecondOfAWaitIsToldAndItsEndBeforeTheFailure) {

@@ -372,4 +372,12 @@ TEST_F(CUsbLinkTest, NothingIsCountedOfWhatDidNotOpen) {
     EXPECT_EQ(m_iCount, 0);
 }
 
+TEST_F(CUsbLinkTest, NothingIsHandedOutOfAnAnswerThatIsAnothers) {
+    m_objRouter.SetAnswerSelector(MAnswer::Parameter);
+    AnswerWith("\x02 " + MWire::Settings(MAnswer::Adjustment));
+    Exchange(50);
+    EXPECT_EQ(m_objBuffer, Bytes(50, 0));
+    EXPECT_EQ(m_iCount, 0);
+}
+
 }  // namespace

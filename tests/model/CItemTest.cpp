@@ -128,6 +128,7 @@ TEST(CItem, WritesItsFieldByItsDataType) {
         {Decimal, 0, 7, "7"},
         {Decimal, 0, -7, "7"},
         {Decimal, 0, 2.5, "2.5"},
+        {Decimal, 0, 0.5, "0.5"},
         {Decimal, 1, 1e6, "1000000"},
         {Decimal, 1, 2.6, "3"},
         {Hexadecimal, 2, 10, "0A"},

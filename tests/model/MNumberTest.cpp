@@ -143,6 +143,7 @@ TEST(MNumber, TellsTooSmallFromTooLargeHoweverTheNumberIsWritten) {
     EXPECT_FALSE(MNumber::IsNumber("1" + strManyZeros + "e-5"));
     EXPECT_EQ(NumberOf("0." + strManyZeros + "1e+5"), 0);
     EXPECT_FALSE(MNumber::IsNumber("0." + strManyZeros + "1e+800"));
+    EXPECT_FALSE(MNumber::IsNumber("1e+309"));
 }
 
 TEST(MNumber, WritesWholeNumbersInFullAsLongAsTheyAreExact) {
