@@ -121,6 +121,10 @@ class Project:
                 bad |= set(page.at(int(line), int(column)))
         return left - bad, used
 
+    def has(self, room, other):
+        """Whether the test program of a room has another room in it."""
+        return any(w.endswith(f"/libvarden_{other}.a") for w in self.link_lines[room])
+
     def link(self, room, objects, name):
         """The test program of a room with these objects in it."""
         words = list(self.link_lines[room])

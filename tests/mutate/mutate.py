@@ -89,7 +89,9 @@ class Trial:
             self.objects["Switch"] = target
 
             def build(room):
-                path = self.project.link(room, list(self.objects.values()), "all")
+                path = self.project.link(room, [
+                    o for p, o in self.objects.items()
+                    if p == "Switch" or self.project.has(room, self.room(p))], "all")
                 program = running.Program(path, self.project.build)
                 program.record(self.project.out / f"{room}.reached")
                 return room, program
@@ -98,7 +100,7 @@ class Trial:
     def order(self, site):
         """A room's own tests first, all of them; of the others' only the ones nearest to the change."""
         own = self.room(site.path)
-        return [own] + [r for r in building.ROOMS if r != own]
+        return [own] + [r for r in building.ROOMS if r != own and self.project.has(r, own)]
 
     def judge(self, site):
         """What becomes of a change: the test that notices it, "" when none does, None when it is none."""
