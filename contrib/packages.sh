@@ -20,7 +20,8 @@
     packages_try=(mmdebstrap binutils appstream desktop-file-utils librsvg2-bin)
     packages_checks=(git clang-format clang-tidy shellcheck)
     packages_bench=(python3 git libbenchmark-dev fontconfig fonts-liberation valgrind)
-    packages_sanitizers=(libclang-rt-dev)
+    packages_sanitizers=(libclang-rt-dev llvm-14)
+    packages_mutate=(python3-clang-14 ninja-build)
     packages_newer=(clang-16)
     packages_portable=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 }
@@ -76,8 +77,9 @@ build_preset() {
     if [[ $home != "$PWD" ]]; then
         rm -rf "${folder:?}/CMakeCache.txt" "$folder/CMakeFiles" "$folder/build.ninja"
     fi
-    if [[ ! -f $folder/build.ninja ]]; then
-        cmake --preset "$1" || return
+    # Also when what the presets say has changed since.
+    if [[ ! -f $folder/build.ninja || CMakePresets.json -nt $folder/CMakeCache.txt ]]; then
+        cmake --preset "$1" && touch "$folder/CMakeCache.txt" || return
     fi
     cmake --build "$folder" ${2:+--target "${@:2}"}
 }

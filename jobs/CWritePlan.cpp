@@ -16,12 +16,10 @@ bool IsReported(const MSettings::Row& p_objRow) {
     return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
 }
 
-/// No byte of a field may look like the end of the command or the beginning of another.
+/// Of a command as it is built, or of none: no byte of a field may look like its end or like the
+/// beginning of another. The first such byte behind its head is its end's.
 bool IsOneCommand(std::string_view p_strText) {
-    constexpr std::string_view Frame = "{|}";
-    return p_strText.size() > Frame.size() && p_strText.front() == '{' &&
-           p_strText.find_first_of(Frame, 1) == p_strText.size() - 2 &&
-           p_strText.ends_with(MCommand::CommandEnd);
+    return !p_strText.empty() && p_strText.find_first_of("{|}", 1) == p_strText.size() - 2;
 }
 
 }  // namespace

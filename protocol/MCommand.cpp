@@ -127,19 +127,19 @@ std::vector<std::string> LanSetCommands(const CItemManager& p_objItemManager) {
 bool IsSetExact(const CItemManager& p_objItemManager) {
     ItemArray objParameters;
     ItemArray objAdjustments;
-    return p_objItemManager.SetItem_Parameter(objParameters) &&
-           p_objItemManager.SetItem_Adjustment(objAdjustments) && AreExact(objParameters) &&
-           AreExact(objAdjustments);
+    p_objItemManager.SetItem_Parameter(objParameters);
+    p_objItemManager.SetItem_Adjustment(objAdjustments);
+    return AreExact(objParameters) && AreExact(objAdjustments);
 }
 
 bool IsLanSetExact(const CItemManager& p_objItemManager) {
     ItemArray objIpAddress;
     ItemArray objGateway;
     ItemArray objSubnet;
-    return p_objItemManager.SetItem_ExtraIpAddress(objIpAddress) &&
-           p_objItemManager.SetItem_ExtraGateway(objGateway) &&
-           p_objItemManager.SetItem_ExtraSubnet(objSubnet) && AreExact(objIpAddress) &&
-           AreExact(objGateway) && AreExact(objSubnet) &&
+    p_objItemManager.SetItem_ExtraIpAddress(objIpAddress);
+    p_objItemManager.SetItem_ExtraGateway(objGateway);
+    p_objItemManager.SetItem_ExtraSubnet(objSubnet);
+    return AreExact(objIpAddress) && AreExact(objGateway) && AreExact(objSubnet) &&
            IsExact(*p_objItemManager.m_objSocketPortSetting) &&
            IsExact(*p_objItemManager.m_objSocketPortNumber) &&
            IsExact(*p_objItemManager.m_objDhcpSetting) &&

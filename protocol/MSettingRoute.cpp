@@ -42,8 +42,8 @@ ItemArray ItemsOf(Command p_iCommand, const CItemManager& p_objItems) {
     case Command::Dhcp:
         return {p_objItems.m_objDhcpSetting, p_objItems.m_objDhcpClientId,
                 p_objItems.m_objDhcpClientHost};
-    case Command::None:
-        break;
+    case Command::None:  // not reached: only the commands of SendOrder are asked for
+        break;           // not reached: likewise
     }
     return objItemAry;
 }

@@ -169,4 +169,11 @@ INSTANTIATE_TEST_SUITE_P(
                       LineCase{"BlankInFront", " " + Short(Defaults[0])}),
     [](const auto& p_objInfo) { return p_objInfo.param.m_strName; });
 
+TEST(MParameterFileTest, AGroupThatIsNoneHasNoLine) {
+    const CItemManager objItems;
+    EXPECT_FALSE(MParameterFile::StoreLine("{Z2;3,|}", objItems));
+    EXPECT_FALSE(MParameterFile::StoreLine("{Z2;", objItems));
+    EXPECT_FALSE(MParameterFile::StoreLine("", objItems));
+}
+
 }  // namespace

@@ -262,6 +262,9 @@ TEST_P(CFileFlowTest, LoadsAFileAndRefreshesThePage) {
     EXPECT_EQ(m_objPage.m_iRefreshes, 1);
     EXPECT_EQ(m_objPage.m_iStores, 0);
     EXPECT_EQ(m_objFileStore.m_strFiles[Path()], GetParam().m_strChanged);
+    ASSERT_EQ(m_objPage.m_objNotes.size(), 1U);
+    EXPECT_EQ(m_objPage.m_objNotes[0].m_iKind, CPageNote::Kind::Loaded);
+    EXPECT_EQ(m_objPage.m_objNotes[0].m_strText, Path());
 }
 
 TEST_P(CFileFlowTest, AnEmptyFileRefreshesThePageFromTheUnchangedItems) {
@@ -291,6 +294,9 @@ TEST_P(CFileFlowTest, AFileThatCannotBeReadDoesNotRefreshThePage) {
     m_objMessageBox.Expect(Abnormal);
     m_objFlow.Load();
     m_objMessageBox.Verify();
+    ASSERT_EQ(m_objPage.m_objNotes.size(), 1U);
+    EXPECT_EQ(m_objPage.m_objNotes[0].m_iKind, CPageNote::Kind::LoadEnded);
+    EXPECT_EQ(m_objPage.m_objNotes[0].m_strText, "/not/there");
     m_objFileDialog.Choose(Path());
     m_objFileStore.m_strFiles[Path()] = GetParam().m_strDefault;
     for (int i = 1; i <= 3; ++i) {  // opening, the block, the end

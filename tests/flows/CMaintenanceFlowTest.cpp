@@ -43,6 +43,8 @@ const CommandCase Commands[] = {
     {[](Flow& p_objFlow) { p_objFlow.RamClear(0, 2); }, {"{Z4;01|}"}},
     {[](Flow& p_objFlow) { p_objFlow.RamClear(0, 3); }, {"{Z4;02|}"}},
     {[](Flow& p_objFlow) { p_objFlow.RamClear(0, 4); }, {"{Z4;03|}"}},
+    {[](Flow& p_objFlow) { p_objFlow.ThresholdCalib(8); }, {"{WT;1000,9|}"}},
+    {[](Flow& p_objFlow) { p_objFlow.RamClear(0, 10); }, {"{Z4;09|}"}},
     {[](Flow& p_objFlow) { p_objFlow.RamClear(1, -1); }, {"{Z4;1|}"}},
     {[](Flow& p_objFlow) { p_objFlow.RamClear(1, 0); }, {"{Z4;1|}"}},
     {[](Flow& p_objFlow) { p_objFlow.RamClear(1, 1); }, {"{Z4;1|}"}},

@@ -1,4 +1,7 @@
+#include "tests/flows/CLinks.h"
 #include "tests/flows/CReadWriteFlowFixture.h"
+
+#include "model/CConversionError.h"
 
 #include <gtest/gtest.h>
 
@@ -60,6 +63,20 @@ TEST_F(CReadWriteFlowNoteEndTest, AReadingTellsTheGroupThatHasEndedIt) {
     EXPECT_EQ(Last(m_objLanPage).m_iPlaces, Places{3});
 }
 
+// Nobody waits for the answers on the serial port.
+TEST(CReadWriteFlowUnansweredTest, AReadingTellsTheGroupsThatWereNotAnswered) {
+    CLinks objLinks;
+    objLinks.Use(CInterface::SerialInterface);
+    objLinks.m_objPort.m_fnAnswer = CScriptedPrinter::KeepSilent;
+    objLinks.m_objFlow.Read();
+    ASSERT_EQ(objLinks.m_objParameterPage.m_objNotes.size(), 1U);
+    EXPECT_EQ(objLinks.m_objParameterPage.m_objNotes[0].m_iKind, Kind::Unanswered);
+    EXPECT_EQ(objLinks.m_objParameterPage.m_objNotes[0].m_iPlaces, (Places{0, 1, 4}));
+    EXPECT_EQ(objLinks.m_objParameterPage.m_iNotedReads, 0);
+    objLinks.m_objFlow.LanSet();
+    objLinks.ExpectButtonsEnabled();
+}
+
 TEST_F(CReadWriteFlowNoteEndTest, ASendingTellsTheCommandThatHasEndedIt) {
     SilentFrom(2);
     ExpectTimeOut();
@@ -88,6 +105,16 @@ TEST_F(CReadWriteFlowNoteEndTest, WhatThePageCannotShowIsToldInItsWords) {
     }
 }
 
+TEST_F(CReadWriteFlowNoteEndTest, AValueThatThePageCannotReadIsToldInItsWords) {
+    m_objParameterPage.m_fnRefresh = []() -> bool {
+        throw CConversionError("SPEED", CConversionError("x"));
+    };
+    m_objMessageBox.Expect("Error RefreshParameterSettingItem");
+    m_objFlow.Read();
+    EXPECT_EQ(Last(m_objParameterPage).m_iKind, Kind::Unshown);
+    EXPECT_EQ(Last(m_objParameterPage).m_strText, "SPEED: not a number in range: \"x\"");
+}
+
 TEST_F(CReadWriteFlowNoteEndTest, ATextThatIsTooLongIsToldToHaveSentNothing) {
     m_objItemManager.m_objDhcpClientHost->SetValue("longer than sixteen characters");
     m_objFlow.LanSet();
@@ -111,6 +138,28 @@ TEST_F(CReadWriteFlowNoteEndTest, ALanSetThatAnotherTakesOverTellsNothing) {
     m_objFlow.LanSet();
     ASSERT_EQ(m_objLanPage.m_objNotes.size(), 1U);
     EXPECT_EQ(Last(m_objLanPage).m_iKind, Kind::Sent);
+}
+
+TEST_F(CReadWriteFlowNoteEndTest, AFieldThatIsTooWideIsToldToHaveSentNothing) {
+    m_objItemManager.m_objFeedAdjustment->SetValue(1234);
+    m_objFlow.Set();
+    ASSERT_EQ(m_objParameterPage.m_objNotes.size(), 1U);
+    EXPECT_EQ(Last(m_objParameterPage).m_iKind, Kind::Unsendable);
+    EXPECT_TRUE(m_objSocket.m_strSent.empty());
+}
+
+/// A page that does not want to know.
+struct CDeafPage : ISettingsPage {
+    bool Refresh() override { return true; }
+    bool Store() override { return true; }
+};
+
+TEST_F(CReadWriteFlowNoteEndTest, APageNeedNotHearOfIt) {
+    CDeafPage objPage;
+    CReadWriteFlow objFlow(m_objItemManager, m_objSession, m_objMessageBox, objPage, objPage);
+    objFlow.Read();
+    objFlow.LanSet();
+    EXPECT_EQ(m_objSocket.m_strSent.size(), 8U);
 }
 
 }  // namespace

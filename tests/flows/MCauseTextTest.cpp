@@ -77,6 +77,7 @@ TEST(MCauseTextNumberTest, ASerialPortTellsWhyItDoesNotOpen) {
     EXPECT_EQ(MCauseText::Of(Serial(ENODEV)), "no such port");
     EXPECT_EQ(MCauseText::Of(Serial(ENXIO)), "no such port");
     EXPECT_EQ(MCauseText::Of(Serial(ENOTTY)), "no serial port");
+    EXPECT_EQ(MCauseText::Of(Serial(EISDIR)), "no serial port");
     EXPECT_EQ(MCauseText::Of(Serial(EBUSY)), "held by another program");
     EXPECT_EQ(MCauseText::Of(Serial(EIO)), "the device does not react");
     EXPECT_EQ(MCauseText::Of(Serial(1)), "does not open");
@@ -101,9 +102,18 @@ TEST(MCauseTextNumberTest, TheNetworkTellsItsCauseOrHasItsOwnWords) {
     EXPECT_EQ(Of(ECONNREFUSED, "Connection refused"), "refused");
     EXPECT_EQ(Of(ETIMEDOUT), "timed out");
     EXPECT_EQ(Of(EHOSTUNREACH), "no route");
+    EXPECT_EQ(Of(EHOSTDOWN), "no route");
     EXPECT_EQ(Of(ENETUNREACH), "network unreachable");
+    EXPECT_EQ(Of(ENETDOWN), "network down");
+    EXPECT_EQ(Of(EADDRNOTAVAIL), "no such address");
     EXPECT_EQ(Of(ECONNRESET), "connection broken");
+    EXPECT_EQ(Of(ECONNABORTED), "connection broken");
+    EXPECT_EQ(Of(EPIPE), "connection broken");
+    EXPECT_EQ(Of(EACCES), "forbidden by this computer");
+    EXPECT_EQ(Of(EMFILE), "too many files open");
     EXPECT_EQ(Of(SocketError::NoSuchHost), "no such name");
+    EXPECT_EQ(Of(SocketError::NotResolved), "nobody to ask for the name");
+    EXPECT_EQ(Of(0, "\x7F\x80\xBF\xC0\xFF"), "\x7F\xC2\x80\xC2\xBF\xC3\x80\xC3\xBF");
     EXPECT_EQ(Of(0, "The proxy type is invalid"), "The proxy type is invalid");
     EXPECT_EQ(Of(0, "Zeit\xFC"
                     "berschreitung"),
@@ -120,9 +130,14 @@ TEST(MCauseTextNumberTest, UsbTellsWhyThePrinterIsNotReady) {
         };
         EXPECT_EQ(Of(ENODEV), "no printer");
         EXPECT_EQ(Of(EACCES), "no permission for it (group lp)");
+        EXPECT_EQ(Of(EPERM), "no permission for it (group lp)");
         EXPECT_EQ(Of(EBUSY), "held by another program");
         EXPECT_EQ(Of(0), "not ready");
     }
+}
+
+TEST(MCauseTextUnknownTest, AKindThatNobodyKnowsHasNoWords) {
+    EXPECT_EQ(MCauseText::Of(CFailure{static_cast<Kind>(99)}), "");
 }
 
 }  // namespace

@@ -125,4 +125,13 @@ TEST(MFailureBoxTableTest, NoKindIsLeftOut) {
     }
 }
 
+TEST(MFailureBoxUnknownTest, AKindThatNobodyKnowsIsToldNowhere) {
+    CFakeMessageBox objBoxes;  // none is expected
+    const CFailure objFailure{static_cast<Kind>(99)};
+    MFailureBox::ShowAtOnce(objFailure, objBoxes);
+    MFailureBox::ShowByHandler(objFailure, objBoxes);
+    EXPECT_EQ(MFailureBox::HandlerText(objFailure), "");
+    EXPECT_EQ(objBoxes.BeepCount(), 0);
+}
+
 }  // namespace

@@ -90,6 +90,7 @@ TEST(MDoingTextTest, TellsNameStepAndWaiting) {
     EXPECT_EQ(MDoingText::Of({"LAN READ", 1, 1}), "LAN READ");
     EXPECT_EQ(MDoingText::Of({"head check"}), "head check");
     EXPECT_EQ(MDoingText::Of({"READ", 2, 3, 3}), "READ 2 of 3: waiting for the answer (3 s)");
+    EXPECT_EQ(MDoingText::Of({"READ", 0, 0, 1}), "READ: waiting for the answer (1 s)");
     EXPECT_EQ(MDoingText::Of({"", 0, 0, 3}), "waiting for the answer (3 s)");
     EXPECT_EQ(MDoingText::Of({"LAN SET", 3, 5, 1, true}), "connecting");
 }
@@ -127,6 +128,8 @@ const PageCase Pages[] = {
      "READ ended at group 4 (defaults, never read)"},
     {"Unanswered", Ended({NoteKind::Unanswered, {0, 1, 4}}),
      "READ: no answer for groups 0, 1 and 4 (defaults, never read)"},
+    {"TwoUnanswered", Ended({NoteKind::Unanswered, {0, 4}}),
+     "READ: no answer for groups 0 and 4 (defaults, never read)"},
     {"OneUnanswered", Ended({NoteKind::Unanswered, {4}}),
      "READ: no answer for group 4 (defaults, never read)"},
     {"Unshown", Ended({NoteKind::Unshown, {}, "SPEED has no entry for 9"}),

@@ -1,5 +1,7 @@
 #include "tests/jobs/CJobFixture.h"
 
+#include "model/CConversionError.h"
+
 #include <cerrno>
 #include <stdexcept>
 
@@ -216,6 +218,65 @@ TEST_F(CLinkedPrinterFailureTest, NoExceptionOfAnAnswerGetsOut) {
     EXPECT_EQ(objReport.m_objFailure.m_iKind, Kind::NoReply);
     EXPECT_TRUE(objReport.m_bSent);
     EXPECT_TRUE(IsAllClosed());
+}
+
+TEST_F(CLinkedPrinterFailureTest, NoExceptionOfAValueGetsOut) {
+    m_fnAnswer = [](const std::string& /*p_strCommand*/) -> std::optional<std::string> {
+        throw CConversionError("x");
+    };
+    const CStatusReport objReport = LanStatus();
+    EXPECT_EQ(objReport.m_objFailure.m_iKind, Kind::NoReply);
+    EXPECT_TRUE(objReport.m_bSent);
+    EXPECT_EQ(objReport.m_strCode, "");
+}
+
+TEST_F(CLinkedPrinterFailureTest, AProgramThatClosesInAPauseAsksForNothingMore) {
+    m_objEventLoop.After(500, [this] { m_objEventLoop.RequestClose(); });
+    const CReadReport objReport = Printer(CInterface::LanInterface).Read(All());
+    EXPECT_FALSE(objReport.m_objFailure.IsNone());
+    EXPECT_EQ(objReport.m_iAnswered, std::set<std::int16_t>{0});
+    EXPECT_EQ(m_strCommands.size(), 1U);
+    EXPECT_LT(m_objClock.Elapsed(), 600);
+}
+
+TEST_F(CLinkedPrinterFailureTest, ANumberOfUsbIsNoNumberOfAnotherLink) {
+    m_objUsbLibrary.m_iNotReadyNumber = EBUSY;
+    m_fnAnswer = CScriptedPrinter::KeepSilent;
+    EXPECT_EQ(LanStatus().m_objFailure.m_iNumber, 0);
+}
+
+TEST_F(CLinkedPrinterFailureTest, ANumberOfUsbIsThatOfAnOpeningThatFailsLater) {
+    m_objUsbLibrary.m_iNotReadyNumber = EBUSY;
+    m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::Opened, IUsbLibrary::NotReady};
+    const CFailure objFailure = UsbStatus().m_objFailure;
+    EXPECT_EQ(objFailure.m_iKind, Kind::UsbNotOpened);
+    EXPECT_EQ(objFailure.m_iNumber, EBUSY);
+}
+
+TEST_F(CLinkedPrinterFailureTest, AnAnswerThatIsNoneWasSentForAllThat) {
+    m_fnAnswer = [](const std::string& /*p_strCommand*/) -> std::optional<std::string> {
+        throw std::out_of_range("an answer that ends inside of a field");
+    };
+    EXPECT_TRUE(Printer(CInterface::LanInterface).Read(All()).m_bSent);
+}
+
+TEST_F(CLinkedPrinterFailureTest, AReadingOfWhichNothingWentOutHasSentNothing) {
+    m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::NotReady};
+    EXPECT_FALSE(Printer(CInterface::UsbInterface).Read(All()).m_bSent);
+    m_objUsbLibrary.m_iOpenResults = {IUsbLibrary::Opened};
+    m_fnAnswer = CScriptedPrinter::KeepSilent;
+    const CReadReport objReport = Printer(CInterface::UsbInterface).Read(All());
+    EXPECT_TRUE(objReport.m_bSent);
+    EXPECT_EQ(objReport.m_strStatusCode, "");
+}
+
+TEST_F(CLinkedPrinterFailureTest, WhetherALinkOpensIsTriedWithoutACommand) {
+    EXPECT_TRUE(Printer(CInterface::LanInterface).CanOpen());
+    EXPECT_TRUE(Printer(CInterface::SerialInterface).CanOpen());
+    EXPECT_TRUE(IsAllClosed());
+    m_objSerialPort.m_iOpenResult = ISerialPort::AlreadyOpen;
+    EXPECT_FALSE(Printer(CInterface::SerialInterface).CanOpen());
+    EXPECT_TRUE(m_strCommands.empty());
 }
 
 }  // namespace

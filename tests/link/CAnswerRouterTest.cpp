@@ -273,4 +273,69 @@ TEST_F(CAnswerRouterTest, EndlessRunsOfOneByteAreHarmless) {
     }
 }
 
+struct KindCase {
+    AwaitedAnswer m_iAwaited;
+    bool m_bSettings;  // whether it is of that kind
+    bool m_bStatus;
+    bool m_bOther;
+};
+
+TEST_F(CAnswerRouterTest, TheKindOfABlockIsThatOfItsFirstByte) {
+    const std::string strSettings = "\x02 {0|}";
+    for (const KindCase& objCase : {KindCase{AwaitedAnswer::Settings, true, false, false},
+                                    KindCase{AwaitedAnswer::Status, false, true, false},
+                                    KindCase{AwaitedAnswer::Any, true, true, true}}) {
+        SCOPED_TRACE(static_cast<int>(objCase.m_iAwaited));
+        m_objRouter.BeginCommand(objCase.m_iAwaited);
+        const auto Is = [this](const std::string& p_strBytes) {
+            return m_objRouter.IsOfAwaitedKind(MWire::ToBytes(p_strBytes));
+        };
+        EXPECT_EQ(Is(strSettings), objCase.m_bSettings);
+        EXPECT_EQ(Is(MWire::Status("00")), objCase.m_bStatus);
+        EXPECT_EQ(Is("{0|}"), objCase.m_bOther);
+        EXPECT_EQ(Is(""), objCase.m_bOther);
+    }
+}
+
+TEST_F(CAnswerRouterTest, ABlockThatBeginsNoAnswerIsNeverCut) {
+    m_objRouter.SetAnswerSelector(0);
+    EXPECT_FALSE(m_objRouter.IsCut(MWire::ToBytes("{0"), 54));
+    EXPECT_FALSE(m_objRouter.IsCut(MWire::ToBytes(""), 54));
+    EXPECT_TRUE(m_objRouter.IsCut(MWire::ToBytes("\x02 {0"), 54));
+    EXPECT_TRUE(m_objRouter.IsCut(MWire::ToBytes("\x01\x02\x30"), 54));
+    EXPECT_FALSE(m_objRouter.IsCut(MWire::ToBytes("\x01\x02\x30\x30"), 54));
+}
+
+TEST_F(CAnswerRouterTest, WhatWasLearnedIsToldByItsKind) {
+    const auto Learned = [this] {
+        return std::string(m_objRouter.HasLearned(AwaitedAnswer::Settings) ? "settings " : "") +
+               (m_objRouter.HasLearned(AwaitedAnswer::Status) ? "status " : "") +
+               (m_objRouter.HasLearned(AwaitedAnswer::Any) ? "any" : "");
+    };
+    BeginRead(0);
+    EXPECT_EQ(Learned(), "");
+    Take(MWire::Settings(0));
+    EXPECT_EQ(Learned(), "settings any");
+    Take(MWire::Status("00"));
+    EXPECT_EQ(Learned(), "settings status any");
+    BeginRead(0);
+    Take(MWire::Status("00"));
+    EXPECT_EQ(Learned(), "status any");
+    m_objRouter.BeginCommand(AwaitedAnswer::Any);
+    EXPECT_EQ(Learned(), "");
+}
+
+TEST_F(CAnswerRouterTest, AStatusInABlockIsWholeWithItsCode) {
+    m_objRouter.BeginCommand(AwaitedAnswer::Any);
+    EXPECT_TRUE(m_objRouter.TakeUsbAnswer(MWire::ToBytes("\x01\x02"
+                                                         "1"),
+                                          13));
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{});
+    EXPECT_FALSE(m_objRouter.HasLearned(AwaitedAnswer::Status));
+    EXPECT_TRUE(m_objRouter.TakeUsbAnswer(MWire::ToBytes("\x01\x02"
+                                                         "14"),
+                                          13));
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{"NO RIBBON"});
+}
+
 }  // namespace

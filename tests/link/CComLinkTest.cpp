@@ -247,6 +247,16 @@ TEST_F(CComLinkTest, ClearToSendShowsEachChangeOnce) {
     EXPECT_EQ(m_objView.m_strStatuses, (Texts{"OFF LINE", "ON LINE", "OFF LINE"}));
 }
 
+// What comes tells nothing of the line, whatever the line is by then.
+TEST_F(CComLinkTest, OnlyTheLinesOwnEventShowsIt) {
+    OpenQuietly();
+    m_objPort.m_bClearToSend = false;
+    m_objPort.Arrive("x");
+    m_objPort.Raise(1);
+    m_objPort.Raise(99);
+    EXPECT_EQ(m_objView.m_strStatuses, Texts{});
+}
+
 TEST_F(CComLinkTest, ClearToSendIsNoHeadChecksResult) {
     OpenQuietly();
     m_objRouter.ExpectHeadCheck();

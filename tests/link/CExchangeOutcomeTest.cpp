@@ -77,6 +77,17 @@ TEST_P(CExchangeOutcomeTest, ACommandThatIsCutShortByTheEndHasBeenTouched) {
     EXPECT_EQ(FailureOf(objOutcome), "None");
 }
 
+TEST_P(CExchangeOutcomeTest, ACommandThatIsNotWaitedForTellsWhetherItWasTouched) {
+    const COutcome objOutcome = Exchange().Send("{Z4;1|}");
+    EXPECT_TRUE(objOutcome);
+    EXPECT_TRUE(objOutcome.m_bSent);
+    EXPECT_TRUE(objOutcome.m_bTouched);
+    m_objInterface.SetActiveInterface(7);
+    const COutcome objNowhere = Exchange().Send("{Z4;1|}");
+    EXPECT_FALSE(objNowhere.m_bTouched);
+    EXPECT_EQ(FailureOf(objNowhere), "NoLink");
+}
+
 class CExchangeOutcomeUsbTest : public CSessionEventsFixture {};
 
 TEST_F(CExchangeOutcomeUsbTest, SettingsThatNobodyAskedForAreToldApart) {
@@ -272,6 +283,49 @@ TEST_P(CAwaitedOutcomeTest, TheReplyTimeIsTheCallers) {
     const std::int64_t iBefore = m_objClock.Elapsed();
     EXPECT_FALSE(objQuick.Exchange().ReadGroup(1));
     EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 2000, 1100);
+}
+
+TEST_P(CAwaitedOutcomeTest, TheTimeToSendIsTheCallers) {
+    if (GetParam() != Lan) {
+        return;  // the others hand each byte over, or all at once
+    }
+    CPrinterSession objQuick(
+        m_objItemManager, m_objInterface, m_objEvents,
+        CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary},
+        CExchangeManners::OfAProgram(5, 0.5));
+    ASSERT_TRUE(objQuick.Links().OpenLink(Lan));
+    m_objSocket.m_bCompletesSends = false;
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_EQ(FailureOf(objQuick.Exchange().RequestStatus()), "LanNotSent");
+    EXPECT_NEAR(static_cast<double>(m_objClock.Elapsed() - iBefore), 500, 100);
+}
+
+TEST_P(CAwaitedOutcomeTest, WhyNoAnswerCanComeAnyMoreIsTold) {
+    Answer(CScriptedPrinter::KeepSilent);
+    m_objEventLoop.After(500, [this] {
+        m_objPort.GoAway();
+        m_objSocket.PeerCloses();
+    });
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("failure"),
+              std::vector<std::string>{GetParam() == Com   ? "failure SerialLost"
+                                       : GetParam() == Lan ? "failure LanClosed"
+                                                           : "failure UsbNoAnswer"});
+}
+
+class CAwaitedUsbMidnightTest : public CSessionEventsFixture {
+protected:
+    CAwaitedUsbMidnightTest()
+        : CSessionEventsFixture(CExchangeManners::OfAProgram()) {}
+    void SetUp() override { Use(Usb); }
+};
+
+TEST_F(CAwaitedUsbMidnightTest, AWaitOverMidnightEnds) {
+    m_objClock.SetTimeOfDay(86'398.5);
+    Answer(CScriptedPrinter::KeepSilent);
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    EXPECT_EQ(FailureOf(Exchange().RequestStatus()), "UsbNoAnswer");
+    EXPECT_LE(m_objClock.Elapsed() - iBefore, 4000);
 }
 
 }  // namespace

@@ -138,8 +138,8 @@ TEST(CInterfaceTest, TheActiveInterfaceIsStoredUnchecked) {
 
 TEST(CInterfaceTest, TheFirstOctetBecomesTheWholeAddress) {
     CInterface objInterface;
-    EXPECT_EQ(objInterface.SetIpAddress(10, 1, 2, 3), "");
-    EXPECT_EQ(objInterface.GetIpAddress(), "10.10.10.10");
+    EXPECT_EQ(objInterface.SetIpAddress(7, 1, 2, 3), "");
+    EXPECT_EQ(objInterface.GetIpAddress(), "7.7.7.7");
     EXPECT_EQ(objInterface.GetIpAddress(true), "192.168.10.20");
 }
 

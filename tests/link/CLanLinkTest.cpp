@@ -107,6 +107,22 @@ TEST_F(CLanLinkTest, TheWaitForAConnectionSleeps) {
     EXPECT_DOUBLE_EQ(dAsked, 1);
 }
 
+TEST_F(CLanLinkTest, TheWaitForASendSleepsNoLongerThanItMayLast) {
+    Connect();
+    m_objSocket.m_bCompletesSends = false;
+    const std::int64_t iBefore = m_objClock.Elapsed();
+    int iLooks = 0;
+    for (int i = 100; i < 2000; i += 100) {
+        m_objEventLoop.After(i, [&] {
+            const auto iWaited = static_cast<double>(m_objClock.Elapsed() - iBefore);
+            EXPECT_NEAR(m_objEventLoop.Asked() + iWaited / 1000, 2, 0.05);
+            ++iLooks;
+        });
+    }
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(iLooks, 19);
+}
+
 TEST_F(CLanLinkTest, AnEarlierConnectionDoesNotStandForTheNext) {
     Connect();
     m_objSocket.m_iConnectResult = ConnectResult::Never;

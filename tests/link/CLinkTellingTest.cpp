@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -67,6 +69,27 @@ TEST_F(CLinkTellingTest, WhatFailsOnAConnectionThatWasReplacedIsNotTheStateOfThe
     AskStatus();
     EXPECT_EQ(m_objEvents.Lines("link"), Texts{"link 0 open COM1 9600,E,8,1"});
     EXPECT_EQ(m_objEvents.Lines("failure"), Texts{"failure SerialNotSent"});
+}
+
+TEST_F(CLinkTellingTest, AnErrorOfAnEarlierConnectionIsNotThatOfTheNext) {
+    m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Fails;
+    m_objSocket.m_objConnectError.m_iNumber = 111;
+    EXPECT_FALSE(m_objSession.Links().OpenLink(Lan));
+    ASSERT_FALSE(m_objEvents.m_objFailures.empty());
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_objSocket.m_iNumber, 111);
+    m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Connects;
+    Use(Lan);
+    m_objSocket.m_bRefusesSends = true;
+    AskStatus();
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_iKind, CFailure::Kind::LanNotSent);
+    EXPECT_EQ(m_objEvents.m_objFailures.back().m_objSocket.m_iNumber, 0);
+}
+
+TEST_F(CLinkTellingTest, APortThatTakesNothingHasFailed) {
+    Use(Com);
+    m_objPort.m_bRefusesOutput = true;
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("link"), Texts{"link 0 failed COM1 9600,E,8,1: SerialNotSent"});
 }
 
 // How long it waits.
@@ -158,6 +181,45 @@ TEST_F(CStopOpeningTest, TheNextOpeningIsANewOne) {
     EXPECT_FALSE(m_objSession.Links().OpenLink(Lan));
     m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Connects;
     EXPECT_TRUE(m_objSession.Links().OpenLink(Lan));
+}
+
+/// A view that fails when it is told a state.
+class CFailingEvents : public CFakeSessionEvents {
+public:
+    bool m_bFails = false;
+
+    void OnLinkStatus(const CLinkStatus& p_objStatus) override {
+        if (m_bFails) {
+            throw std::runtime_error("no line");
+        }
+        CFakeSessionEvents::OnLinkStatus(p_objStatus);
+    }
+};
+
+class CFailingViewTest : public CLinkTellingTest {
+protected:
+    /// What goes wrong inside the event gets to the turn that waits, and nowhere else.
+    void ExpectThrown(std::int16_t p_iInterface, const std::function<void()>& p_fnEvent) {
+        ASSERT_TRUE(m_objOwn.Links().OpenLink(p_iInterface));
+        m_objFailing.m_bFails = true;
+        const CWaiter::Turn objTurn(m_objOwn.Waiter());
+        EXPECT_NO_THROW(p_fnEvent());
+        EXPECT_THROW(m_objOwn.Waiter().Yield(), std::runtime_error);
+        m_objFailing.m_bFails = false;
+    }
+
+    CFailingEvents m_objFailing;
+    CPrinterSession m_objOwn{
+        m_objItemManager, m_objInterface, m_objFailing,
+        CPrinterPlatform{m_objEventLoop, m_objClock, m_objSocket, m_objPort, m_objLibrary}};
+};
+
+TEST_F(CFailingViewTest, APortThatGoesAwayHandsItToWhoeverWaits) {
+    ExpectThrown(Com, [this] { m_objPort.GoAway(); });
+}
+
+TEST_F(CFailingViewTest, APrinterThatClosesHandsItToWhoeverWaits) {
+    ExpectThrown(Lan, [this] { m_objSocket.PeerCloses(); });
 }
 
 }  // namespace

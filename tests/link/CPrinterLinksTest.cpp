@@ -9,6 +9,8 @@ namespace {
 class CCountingLink : public ILink {
 public:
     bool m_bOpens = true;
+    bool m_bCloses = true;
+    int m_iStops = 0;
     int m_iOpens = 0;
     int m_iCloses = 0;
 
@@ -21,8 +23,10 @@ public:
 
     bool Close() override {
         ++m_iCloses;
-        return true;
+        return m_bCloses;
     }
+
+    void StopOpening() override { ++m_iStops; }
 
     bool Exchange(const Bytes& /*p_objCommand*/, Bytes& /*p_objReceiveBuffer*/,
                   CFailure& /*p_objFailure*/, std::int16_t& /*p_iReceivedCount*/,
@@ -55,6 +59,25 @@ TEST_P(CPrinterLinksTest, TellsWhenALinkDoesNotOpen) {
     m_objLinks.SetLink(GetParam(), m_objLink);
     EXPECT_FALSE(m_objLinks.OpenLink(GetParam()));
     EXPECT_EQ(m_objLink.m_iOpens, 1);
+}
+
+TEST_P(CPrinterLinksTest, TellsWhenALinkDoesNotClose) {
+    m_objLink.m_bCloses = false;
+    m_objLinks.SetLink(GetParam(), m_objLink);
+    EXPECT_FALSE(m_objLinks.CloseLink(GetParam()));
+}
+
+TEST_P(CPrinterLinksTest, StopsTheLinksThatThereAre) {
+    m_objLinks.SetLink(GetParam(), m_objLink);
+    m_objLinks.StopOpening();
+    EXPECT_EQ(m_objLink.m_iStops, 1);
+}
+
+// What a link tells that holds no connection between two commands.
+TEST_P(CPrinterLinksTest, ALinkHasNoConnectionUnlessItSaysSo) {
+    EXPECT_EQ(m_objLink.Connection(), 0);
+    EXPECT_TRUE(m_objLink.WithoutConnection().IsNone());
+    EXPECT_TRUE(m_objLink.Lost().IsNone());
 }
 
 INSTANTIATE_TEST_SUITE_P(, CPrinterLinksTest,

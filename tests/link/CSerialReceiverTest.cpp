@@ -257,4 +257,16 @@ TEST_F(CSerialReceiverTest, NoStreamMakesItGrow) {
     }
 }
 
+// Whatever is expected: no answer is that long.
+TEST_F(CSerialReceiverTest, AFrameThatGrowsTooLongIsNone) {
+    TakeQuietly("{" + std::string(300, 'x'), 2 * 257);
+}
+
+TEST_F(CSerialReceiverTest, NothingBelongsToAnAnswerThatWasAnothers) {
+    TakeQuietly(MWire::Settings(MAnswer::Sensor), MAnswer::ReceiveLength(MAnswer::Parameter));
+    m_objState.m_iPendingAnswers = 1;
+    TakeQuietly("x", MAnswer::ReceiveLength(MAnswer::Parameter));
+    EXPECT_EQ(m_objState.m_iPendingAnswers, 1);
+}
+
 }  // namespace

@@ -73,6 +73,13 @@ TEST_F(CSessionEventsTest, ARefusedConnectionTellsItsCauseBeforeItsFailure) {
     }
 }
 
+TEST_F(CSessionEventsTest, UsbThatIsOpenedByItselfTellsIt) {
+    m_objSession.Links().OpenLink(Usb);
+    EXPECT_EQ(m_objEvents.m_strLines, Texts{"link 2 open"});
+    m_objSession.Links().CloseLink(Usb);
+    EXPECT_EQ(m_objEvents.m_strLines, (Texts{"link 2 open", "link 2 closed"}));
+}
+
 TEST_F(CSessionEventsTest, UsbIsOpenedAroundEachTransfer) {
     Use(Usb);
     Exchange().Request("{WS|}", 13, AwaitedAnswer::Any);

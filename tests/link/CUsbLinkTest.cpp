@@ -359,4 +359,25 @@ TEST_F(CUsbLinkTest, WhatEndsBecauseTheProgramClosesSaysNothing) {
     }
 }
 
+TEST_F(CUsbLinkTest, FewerThanNoBytesAreNone) {
+    AnswerWith(MWire::Status("00"));
+    EXPECT_TRUE(Exchange(-1));
+    EXPECT_TRUE(m_objBuffer.empty());
+}
+
+TEST_F(CUsbLinkTest, NothingIsCountedOfWhatDidNotOpen) {
+    m_objLibrary.m_iOpenResults = {IUsbLibrary::NotReady};
+    m_iCount = 77;
+    EXPECT_FALSE(Exchange());
+    EXPECT_EQ(m_iCount, 0);
+}
+
+TEST_F(CUsbLinkTest, NothingIsHandedOutOfAnAnswerThatIsAnothers) {
+    m_objRouter.SetAnswerSelector(MAnswer::Parameter);
+    AnswerWith("\x02 " + MWire::Settings(MAnswer::Adjustment));
+    Exchange(50);
+    EXPECT_EQ(m_objBuffer, Bytes(50, 0));
+    EXPECT_EQ(m_iCount, 0);
+}
+
 }  // namespace

@@ -215,4 +215,20 @@ TEST_F(CWaiterTest, WhatStandsInFrontOfTheWindowInterruptsADelayedTurnOnly) {
     EXPECT_FALSE(m_objWaiter.MustStop());
 }
 
+TEST_F(CWaiterTest, WhatHappensAsideInterruptsOnlyWhatIsDelayedByIt) {
+    const CWaiter::Stopwatch objOutside(m_objWaiter);
+    m_objWaiter.NoteAside();
+    EXPECT_FALSE(objOutside.IsInterrupted());
+    {
+        const Turn objTurn(m_objWaiter, Later::EndsIt);
+        const CWaiter::Stopwatch objInside(m_objWaiter);
+        m_objWaiter.NoteAside();
+        EXPECT_FALSE(objInside.IsInterrupted());
+    }
+    const Turn objTurn(m_objWaiter, Later::DelaysIt);
+    const CWaiter::Stopwatch objInside(m_objWaiter);
+    m_objWaiter.NoteAside();
+    EXPECT_TRUE(objInside.IsInterrupted());
+}
+
 }  // namespace

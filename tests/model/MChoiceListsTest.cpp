@@ -32,3 +32,12 @@ TEST(MChoiceLists, ATestPrintsNumbersStartInsideOfTheirRanges) {
     }
     EXPECT_THROW(MChoiceLists::GetNumber("SeIssueCount"), std::logic_error);
 }
+
+TEST(MChoiceLists, WhatIsMissingIsNamed) {
+    try {
+        MChoiceLists::Get("cmbDestination");
+        FAIL() << "there is one";
+    } catch (const std::logic_error& objError) {
+        EXPECT_STREQ(objError.what(), "there is no choice \"cmbDestination\"");
+    }
+}

@@ -141,6 +141,27 @@ TEST(MNumber, TellsTooSmallFromTooLargeHoweverTheNumberIsWritten) {
     EXPECT_FALSE(MNumber::IsNumber("1e+99999999999999999999"));
     EXPECT_FALSE(MNumber::IsNumber("1" + strManyZeros));
     EXPECT_FALSE(MNumber::IsNumber("1" + strManyZeros + "e-5"));
+    EXPECT_EQ(NumberOf("0." + strManyZeros + "1e+5"), 0);
+    EXPECT_FALSE(MNumber::IsNumber("0." + strManyZeros + "1e+800"));
+    EXPECT_FALSE(MNumber::IsNumber("1e+309"));
+}
+
+TEST(MNumber, WritesWholeNumbersInFullAsLongAsTheyAreExact) {
+    EXPECT_EQ(MNumber::ToText(999999999999999.0), "999999999999999");
+    EXPECT_EQ(MNumber::ToText(1e15), "1e+15");
+    EXPECT_EQ(MNumber::ToText(-1e15), "-1e+15");
+    EXPECT_EQ(MNumber::ToText(1.5e15), "1.5e+15");
+}
+
+TEST(MNumber, EndsWhereItsTextEnds) {
+    const std::string_view strText = "12345e+67";
+    EXPECT_TRUE(MNumber::IsNumber(strText.substr(0, 2)));
+    EXPECT_TRUE(MNumber::IsNumber(strText.substr(0, 5)));
+    EXPECT_FALSE(MNumber::IsNumber(strText.substr(0, 6)));
+    EXPECT_FALSE(MNumber::IsNumber(strText.substr(0, 7)));
+    EXPECT_TRUE(MNumber::IsNumber(strText.substr(0, 8)));
+    EXPECT_FALSE(MNumber::IsNumber(strText.substr(0, 0)));
+    EXPECT_EQ(MNumber::ReadHex(strText.substr(0, 1)), 1U);
 }
 
 TEST(MNumber, ReadsAndWritesTheSameInACommaDecimalLocale) {

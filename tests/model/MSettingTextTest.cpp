@@ -39,12 +39,15 @@ const std::vector<ValueCase> Values{
     {"threshold-r", "1.4", "1.4", "14"},
     {"threshold-r", ".4", "0.4", "4"},
     {"euro-code", "b0", "B0", "176"},
+    {"euro-code", "0000020", "20", "32"},
     {"code-1", "A", "0A", "10"},
     {"country", "9", "9", "9"},
     {"socket-port", "65535", "65535", "65535"},
+    {"socket-port", "00065535", "65535", "65535"},
     {"ip-address", "10.0.020.255", "10.0.20.255", "10.0.20.255"},
     {"dhcp-host-name", "printer-7", "printer-7", "printer-7"},
     {"dhcp-host-name", "", "", ""},
+    {"dhcp-host-name", "a ~z", "a ~z", "a ~z"},
     {"dhcp-host-name", "0123456789abcdef", "0123456789abcdef", "0123456789abcdef"},
     {"dhcp-client-id", "0123456789ABCDEF0123456789abcdef", "0123456789ABCDEF0123456789abcdef", "0123456789ABCDEF0123456789abcdef"},
 };
@@ -60,12 +63,12 @@ const std::vector<RefusedCase> Refused{
     {"feed-adj", "abc"}, {"feed-adj", ""}, {"feed-adj", " 1"}, {"feed-adj", "1.2.3"},
     {"feed-adj", "123456789"}, {"tone-adj-t", "1.5"}, {"tone-adj-t", "11"},
     {"ribbon-adj-bk", "1"}, {"ribbon-adj-bk", "-16"}, {"threshold-t", "4.1"}, {"threshold-t", "-0.1"},
-    {"euro-code", "1F"}, {"euro-code", "100"}, {"euro-code", "G0"}, {"euro-code", "0x20"}, {"euro-code", ""},
+    {"euro-code", "1F"}, {"euro-code", "100"}, {"euro-code", "G0"}, {"euro-code", "0x20"}, {"euro-code", ""}, {"euro-code", "00000020"}, {"code-1", "G0"}, {"code-1", "-"}, {"euro-code", "123456789ABC"}, {"feed-adj", "99999999999999999999"},
     {"socket-port", "65536"}, {"socket-port", "-1"},
     {"ip-address", "256.0.0.1"}, {"ip-address", "1.2.3"}, {"ip-address", "1.2.3.4.5"}, {"ip-address", "1.2..4"},
     {"ip-address", "1.2.3."}, {"ip-address", "a.b.c.d"}, {"ip-address", "-1.2.3.4"}, {"ip-address", ""},
     {"dhcp-host-name", "0123456789abcdefg"}, {"dhcp-host-name", "a|}b"}, {"dhcp-host-name", "a{b"},
-    {"dhcp-host-name", "a\tb"}, {"dhcp-host-name", "b\xFC" "ro"},
+    {"dhcp-host-name", "a\tb"}, {"dhcp-host-name", "a|b"}, {"dhcp-host-name", "a}b"}, {"dhcp-host-name", "a\x7F"}, {"dhcp-host-name", "b\xFC" "ro"},
     {"dhcp-client-id", "short"}, {"dhcp-client-id", "0123456789ABCDEF0123456789abcdef0"},
 };
 // clang-format on
@@ -89,6 +92,17 @@ TEST_P(MSettingTextValueTest, IsStoredAndShownAgain) {
     EXPECT_EQ(MSettingText::Raw(objRow, objItems), GetParam().m_strRaw);
 }
 
+TEST(MSettingText, WhetherATextIsAlwaysFullIsTheDefaultsToShow) {
+    const MSettings::Row& objRow = MSettings::Get("dhcp-client-id");
+    const CItemManager objItems;
+    objItems.m_objDhcpClientId->SetValue("short");
+    EXPECT_THROW(MSettingText::Set(objRow, objItems, "shorter"), CSettingError);
+    const MSettings::Row& objHost = MSettings::Get("dhcp-host-name");
+    objItems.m_objDhcpClientHost->SetValue("0123456789abcdef");
+    MSettingText::Set(objHost, objItems, "short");
+    EXPECT_EQ(MSettingText::Show(objHost, objItems), "short");
+}
+
 INSTANTIATE_TEST_SUITE_P(Values, MSettingTextValueTest, testing::ValuesIn(Values));
 
 TEST_P(MSettingTextRefusedTest, StoresNothingAndSaysWhatCouldBe) {
@@ -99,8 +113,9 @@ TEST_P(MSettingTextRefusedTest, StoresNothingAndSaysWhatCouldBe) {
         MSettingText::Set(objRow, objItems, GetParam().m_strText);
         FAIL() << "it was accepted";
     } catch (const CSettingError& objError) {
-        EXPECT_THAT(objError.what(), HasSubstr(GetParam().m_strSetting));
-        EXPECT_THAT(objError.what(), HasSubstr(MSettingText::Allowed(objRow)));
+        EXPECT_EQ(std::string(objError.what()),
+                  std::string(GetParam().m_strSetting) + ": \"" + GetParam().m_strText +
+                      "\" is none of its values (" + MSettingText::Allowed(objRow) + ")");
     }
     EXPECT_TRUE(MSettingText::Same(objRow, objItems, CItemManager()));
     EXPECT_EQ(MSettingText::Raw(objRow, objItems), MSettingText::Raw(objRow, CItemManager()));

@@ -7,6 +7,7 @@
 #include <functional>
 #include <ostream>
 #include <stdexcept>
+#include <utility>
 
 using testing::HasSubstr;
 
@@ -33,23 +34,27 @@ void PrintTo(const WrongCase& p_objCase, std::ostream* p_objStream) {
 
 // clang-format off
 const std::vector<WrongCase> WrongCases{
-    {"NoName", "no name or no label", [](auto& p_objRows) { p_objRows.front().m_strName = ""; }},
-    {"NoLabel", "no name or no label", [](auto& p_objRows) { p_objRows.front().m_strLabel = ""; }},
-    {"NameTwice", "stands twice", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strName = "speed"; }},
-    {"ListWithoutEntries", "a list has entries", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.clear(); }},
-    {"NumberWithEntries", "a list has entries", [](auto& p_objRows) { RowNamed(p_objRows, "feed-adj").m_strEntries = {"OFF"}; }},
-    {"ListTooLong", "list does not fit", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strEntries.resize(11, "ON"); }},
-    {"RangeUpsideDown", "upside down", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange = {40, 0, 1}; }},
-    {"NoStep", "no step", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iStep = 0; }},
-    {"RangeTooWide", "does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMax = 100; }},
-    {"RangeTooWideBelow", "does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "tone-adj-t").m_objRange.m_iMin = -100; }},
-    {"NothingHoldsTheSign", "nothing holds its sign", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMin = -1; }},
-    {"DefaultOutsideTheRange", "default", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-t").m_objRange.m_iMax = 13; }},
-    {"DefaultBeyondTheList", "default", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.resize(2); }},
-    {"AddressOfThree", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "ip-address").m_objSlots[3] = nullptr; }},
-    {"NumberOfTwo", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[1] = &CItemManager::m_objLanSetting; }},
-    {"NoItem", "too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[0] = nullptr; }},
-    {"ItemTwice", "belongs to another setting", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_objSlots[0] = &CItemManager::m_objLanSetting; }},
+    {"NoName", "): it has no name or no label", [](auto& p_objRows) { p_objRows.front().m_strName = ""; }},
+    {"NoLabel", "): it has no name or no label", [](auto& p_objRows) { p_objRows.front().m_strLabel = ""; }},
+    {"NameTwice", "): its name stands twice", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strName = "speed"; }},
+    {"ListWithoutEntries", "): a list has entries, and nothing else has", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.clear(); }},
+    {"NumberWithEntries", "): a list has entries, and nothing else has", [](auto& p_objRows) { RowNamed(p_objRows, "feed-adj").m_strEntries = {"OFF"}; }},
+    {"ListTooLong", "): its list does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_strEntries.resize(11, "ON"); }},
+    {"HexadecimalListTooLong", "): its list does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "font-code").m_strEntries.resize(17, "ON"); }},
+    {"RangeUpsideDown", "): its range is upside down", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange = {40, 0, 1}; }},
+    {"RangeOfOne", "): its range is upside down", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange = {10, 10, 1}; }},
+    {"NoStep", "): it has no step", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iStep = 0; }},
+    {"RangeTooWide", "): its range does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMax = 100; }},
+    {"HexadecimalRangeTooWide", "): its range does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "code-1").m_objRange.m_iMax = 256; }},
+    {"RangeTooWideBelow", "): its range does not fit into its field", [](auto& p_objRows) { RowNamed(p_objRows, "tone-adj-t").m_objRange.m_iMin = -100; }},
+    {"NothingHoldsTheSign", "): it can be negative, yet nothing holds its sign", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-r").m_objRange.m_iMin = -1; }},
+    {"DefaultOutsideTheRange", "): its default is none of its values", [](auto& p_objRows) { RowNamed(p_objRows, "threshold-t").m_objRange.m_iMax = 13; }},
+    {"DefaultBeyondTheList", "): its default is none of its values", [](auto& p_objRows) { RowNamed(p_objRows, "speed").m_strEntries.resize(2); }},
+    {"AddressOfThree", "): it has too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "ip-address").m_objSlots[3] = nullptr; }},
+    {"NumberOfTwo", "): it has too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[1] = &CItemManager::m_objLanSetting; }},
+    {"NoItem", "): it has too many items or too few", [](auto& p_objRows) { RowNamed(p_objRows, "country").m_objSlots[0] = nullptr; }},
+    {"ItemInAnothersPlace", "): it has too many items or too few", [](auto& p_objRows) { auto& objRow = RowNamed(p_objRows, "country"); std::swap(objRow.m_objSlots[0], objRow.m_objSlots[1]); }},
+    {"ItemTwice", "): one of its items belongs to another setting, too", [](auto& p_objRows) { RowNamed(p_objRows, "dhcp").m_objSlots[0] = &CItemManager::m_objLanSetting; }},
     {"ItemMissing", "no setting has the item m_objDhcpSetting", [](auto& p_objRows) { p_objRows.erase(std::ranges::find(p_objRows, "dhcp", &MSettings::Row::m_strName)); }},
 };
 // clang-format on
@@ -86,6 +91,15 @@ TEST(MSettings, AWrongRowIsNamed) {
         FAIL() << "nothing was refused";
     } catch (const std::logic_error& objError) {
         EXPECT_STREQ(objError.what(), "setting \"threshold-r\" (THRESHOLD<R>): it has no step");
+    }
+}
+
+TEST(MSettings, OneThatIsMissingIsNamed) {
+    try {
+        MSettings::Get("bogus");
+        FAIL() << "there is one";
+    } catch (const std::logic_error& objError) {
+        EXPECT_STREQ(objError.what(), "there is no setting \"bogus\"");
     }
 }
 

@@ -380,6 +380,11 @@ TEST(MAnswer, ExtractsAFieldWithinTheAnswerOnly) {
     EXPECT_EQ(MAnswer::ExtractField(objAnswer, 2, 2), "c\xFF");
     EXPECT_EQ(MAnswer::ExtractField(objAnswer, 4, 0), "");
     EXPECT_THROW(MAnswer::ExtractField(objAnswer, 3, 2), std::out_of_range);
+    try {
+        MAnswer::ExtractField(objAnswer, 3, 2);
+    } catch (const std::out_of_range& objError) {
+        EXPECT_STREQ(objError.what(), "the answer ends inside a field");
+    }
     EXPECT_THROW(MAnswer::ExtractField(objAnswer, 5, 0), std::out_of_range);
     EXPECT_THROW(MAnswer::ExtractField(objAnswer, 4, 1), std::out_of_range);
 }
