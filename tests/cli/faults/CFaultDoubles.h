@@ -47,6 +47,7 @@ public:
         }
     }
     [[nodiscard]] bool IsPending() const override { return m_iCame.has_value(); }
+    [[nodiscard]] int WakeHandle() const override { return -1; }
 
 private:
     const CFakeEventLoop& m_objEventLoop;
