@@ -5,7 +5,6 @@
 
 #include <QHostAddress>
 #include <QNetworkProxy>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cerrno>
@@ -41,7 +40,11 @@ CQtTcpClient::CQtTcpClient()
     connect(&m_objSocket, &QTcpSocket::disconnected, this, [this] { HandleDisconnected(); });
     connect(&m_objSocket, &QTcpSocket::errorOccurred, this,
             [this](QAbstractSocket::SocketError p_iError) { HandleError(p_iError, errno); });
-    connect(&m_objSocket, &QTcpSocket::bytesWritten, this, &CQtTcpClient::HandleSent);
+    connect(&m_objSocket, &QTcpSocket::bytesWritten, this, [this] {
+        if (m_objSocket.bytesToWrite() == 0 && m_objEvents != nullptr) {
+            m_objEvents->OnSendComplete();
+        }
+    });
     connect(&m_objSocket, &QTcpSocket::readyRead, this, &CQtTcpClient::HandleReadyRead);
 }
 
@@ -83,12 +86,7 @@ bool CQtTcpClient::SendData(std::span<const std::uint8_t> p_objBytes) {
         return false;
     }
     const auto iCount = static_cast<qint64>(p_objBytes.size());
-    const QScopedValueRollback<bool> objSending(m_bSending, true);
-    const bool bTaken =
-        m_objSocket.write(reinterpret_cast<const char*>(p_objBytes.data()), iCount) == iCount;
-    // Not behind whatever else the event loop has to do first, such as painting the window.
-    m_objSocket.flush();
-    return bTaken;
+    return m_objSocket.write(reinterpret_cast<const char*>(p_objBytes.data()), iCount) == iCount;
 }
 
 std::vector<std::uint8_t> CQtTcpClient::GetData() {
@@ -133,27 +131,11 @@ void CQtTcpClient::TellHeld() {
     }
 }
 
-void CQtTcpClient::HandleSent() {
-    if (m_objSocket.bytesToWrite() > 0 || m_objEvents == nullptr) {
-        return;
-    }
-    if (m_bSending) {
-        Queue([](ITcpClientEvents& p_objEvents) { p_objEvents.OnSendComplete(); });
-    } else {
-        m_objEvents->OnSendComplete();
-    }
-}
-
 void CQtTcpClient::HandleDisconnected() {
-    if (m_bClosing || m_objEvents == nullptr) {
-        return;
+    if (!m_bClosing) {
+        TellHeld();
     }
-    if (m_bSending) {
-        Queue([this](ITcpClientEvents& /*p_objEvents*/) { HandleDisconnected(); });
-        return;
-    }
-    TellHeld();
-    if (m_objEvents != nullptr) {
+    if (!m_bClosing && m_objEvents != nullptr) {
         m_objEvents->OnClose();
     }
 }
@@ -164,9 +146,7 @@ void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError, int p_iSys
         return;
     }
     const std::string strDescription = MText::FromQt(m_objSocket.errorString());
-    if (!m_bSending) {
-        TellHeld();
-    }
+    TellHeld();
     QueueError(MSocketNumber::Of(p_iError, p_iSystem), strDescription);
 }
 
@@ -174,16 +154,12 @@ void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescripti
     SocketError objError;
     objError.m_iNumber = p_iNumber;
     objError.m_strDescription = std::move(p_strDescription);
-    // Connecting can fail inside the call that begins it.
-    Queue([objError](ITcpClientEvents& p_objEvents) { p_objEvents.OnError(objError); });
-}
-
-void CQtTcpClient::Queue(std::function<void(ITcpClientEvents&)> p_fnTell) {
+    // Connecting can fail inside the call that begins it; the event comes from the event loop.
     QMetaObject::invokeMethod(
         this,
-        [this, iConnection = m_iConnection, fnTell = std::move(p_fnTell)] {
+        [this, iConnection = m_iConnection, objError] {
             if (iConnection == m_iConnection && m_objEvents != nullptr) {
-                fnTell(*m_objEvents);
+                m_objEvents->OnError(objError);
             }
         },
         Qt::QueuedConnection);

@@ -6,8 +6,6 @@
 #include <QTcpSocket>
 #include <QTimer>
 
-#include <functional>
-
 /// A TCP client socket of the toolkit, always direct: no proxy of the system stands between.
 ///
 /// It holds no more than a block of what has arrived, and of a flood it takes so much in a time
@@ -23,7 +21,6 @@ public:
     void SetRemote(const std::string& p_strHost, std::int32_t p_iPort) override;
     void Connect() override;
     void Close() override;
-    /// The bytes are the system's before this returns, as many as it takes.
     bool SendData(std::span<const std::uint8_t> p_objBytes) override;
     std::vector<std::uint8_t> GetData() override;
 
@@ -34,12 +31,9 @@ private:
     void OpenGate();
     /// Tells of what waits at the gate: something that comes behind it is to be told.
     void TellHeld();
-    void HandleSent();
     void HandleDisconnected();
     void HandleError(QAbstractSocket::SocketError p_iError, int p_iSystem);
     void QueueError(std::int32_t p_iNumber, std::string p_strDescription);
-    /// Has the event loop tell of it, unless the connection is another one by then.
-    void Queue(std::function<void(ITcpClientEvents&)> p_fnTell);
 
     QTcpSocket m_objSocket;
     CFloodGate m_objGate;
@@ -50,5 +44,4 @@ private:
     // Counts connections, so that an error that waits in the queue cannot reach a later one.
     std::uint64_t m_iConnection = 0;
     bool m_bClosing = false;  // this side closes: no event
-    bool m_bSending = false;  // inside of SendData: events are for the event loop
 };
