@@ -47,8 +47,11 @@ void Put(int p_iStream, const std::string* p_strBytes) {
 std::array<int, 2> MakePipe() {
     std::array iEnds{-1, -1};
     if (::pipe(iEnds.data()) == 0) {
-        for (const int iEnd : iEnds) {
-            ::fcntl(iEnd, F_SETFD, FD_CLOEXEC);
+        for (int& iEnd : iEnds) {
+            // Who is started without standard streams must not get an end as one of these.
+            const int iHigh = ::fcntl(iEnd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+            ::close(iEnd);
+            iEnd = iHigh;
             ::fcntl(iEnd, F_SETFL, O_NONBLOCK);
         }
     }

@@ -16,10 +16,11 @@ bool IsReported(const MSettings::Row& p_objRow) {
     return MSettingRoute::ReportedIn(p_objRow) != MAnswer::NoGroup;
 }
 
-/// Of a command as it is built, or of none: no byte of a field may look like its end or like the
-/// beginning of another. The first such byte behind its head is its end's.
+/// No byte of a field may look like the end of the command or the beginning of another: the first
+/// such byte behind its head is its end's.
 bool IsOneCommand(std::string_view p_strText) {
-    return !p_strText.empty() && p_strText.find_first_of("{|}", 1) == p_strText.size() - 2;
+    const std::size_t iEnd = p_strText.find_first_of("{|}", 1);
+    return iEnd != std::string_view::npos && p_strText.substr(iEnd) == MCommand::CommandEnd;
 }
 
 }  // namespace

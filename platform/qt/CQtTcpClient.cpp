@@ -132,10 +132,13 @@ void CQtTcpClient::TellHeld() {
 }
 
 void CQtTcpClient::HandleDisconnected() {
-    if (!m_bClosing) {
-        TellHeld();
+    if (m_bClosing) {
+        return;
     }
-    if (!m_bClosing && m_objEvents != nullptr) {
+    // Whoever hears of what was held may have closed, or connected anew: this is no event then.
+    const std::uint64_t iConnection = m_iConnection;
+    TellHeld();
+    if (iConnection == m_iConnection && m_objEvents != nullptr) {
         m_objEvents->OnClose();
     }
 }
@@ -146,8 +149,11 @@ void CQtTcpClient::HandleError(QAbstractSocket::SocketError p_iError, int p_iSys
         return;
     }
     const std::string strDescription = MText::FromQt(m_objSocket.errorString());
+    const std::uint64_t iConnection = m_iConnection;
     TellHeld();
-    QueueError(MSocketNumber::Of(p_iError, p_iSystem), strDescription);
+    if (iConnection == m_iConnection) {
+        QueueError(MSocketNumber::Of(p_iError, p_iSystem), strDescription);
+    }
 }
 
 void CQtTcpClient::QueueError(std::int32_t p_iNumber, std::string p_strDescription) {

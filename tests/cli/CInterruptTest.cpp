@@ -156,6 +156,21 @@ TEST(CInterrupt, WakesWhoSleepsWhileSomethingIsHeld) {
     EXPECT_EQ(objEnded.m_strOut, "asleep awake ");
 }
 
+TEST(CInterrupt, WhatWakesIsNeverAStandardStream) {
+    const Ended objEnded = InAProcess([] {
+        ::close(STDIN_FILENO);
+        ::close(STDOUT_FILENO);
+        ::close(STDERR_FILENO);
+        const CInterrupt objInterrupt;
+        const bool bIsOne = objInterrupt.WakeHandle() <= STDERR_FILENO ||
+                            ::write(STDOUT_FILENO, "", 1) != -1 ||
+                            ::write(STDERR_FILENO, "", 1) != -1;
+        ::_exit(bIsOne ? 1 : 0);
+    });
+    ASSERT_TRUE(WIFEXITED(objEnded.m_iStatus));
+    EXPECT_EQ(WEXITSTATUS(objEnded.m_iStatus), 0);
+}
+
 TEST(CInterrupt, WhatDoesNotCloseInTimeIsNotWaitedFor) {
     const auto iStart = std::chrono::steady_clock::now();
     const Ended objEnded = InAProcess([] {
