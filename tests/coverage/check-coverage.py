@@ -24,7 +24,7 @@ LIMITS = {
     "flows": (100, 100),
     # 95 of 100 branches is where these two go; until then they do not fall behind this.
     "platform": (None, 81),
-    "ui": (None, 84),
+    "ui": (None, 92),
     "cli": (None, None),
     "simulator": (None, None),
 }

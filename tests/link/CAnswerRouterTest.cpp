@@ -297,6 +297,15 @@ TEST_F(CAnswerRouterTest, TheKindOfABlockIsThatOfItsFirstByte) {
     }
 }
 
+TEST_F(CAnswerRouterTest, AStatusWithoutACodeOfTwoDigitsIsNotOfItsKind) {
+    m_objRouter.BeginCommand(AwaitedAnswer::Status);
+    for (const std::string& strStatus :
+         {MWire::Status("77").substr(0, 3), MWire::Status("7Z"), MWire::Status("/0")}) {
+        EXPECT_FALSE(m_objRouter.IsOfAwaitedKind(MWire::ToBytes(strStatus))) << strStatus;
+    }
+    EXPECT_TRUE(m_objRouter.IsOfAwaitedKind(MWire::ToBytes(MWire::Status("77").substr(0, 4))));
+}
+
 TEST_F(CAnswerRouterTest, ABlockThatBeginsNoAnswerIsNeverCut) {
     m_objRouter.SetAnswerSelector(0);
     EXPECT_FALSE(m_objRouter.IsCut(MWire::ToBytes("{0"), 54));

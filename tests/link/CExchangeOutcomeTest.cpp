@@ -261,6 +261,15 @@ TEST_P(CAwaitedUsbPiecesTest, AStatusMayComeByteByByte) {
     EXPECT_EQ(objOutcome.m_strStatusCode, "11");
 }
 
+TEST_P(CAwaitedUsbPiecesTest, AStatusMayComeWholeBehindTheFirstByteOfAnother) {
+    Answer(CScriptedPrinter::KeepSilent);
+    ArriveRaw(200, MWire::Status("00").substr(0, 1));
+    ArriveRaw(300, MWire::Status("11"));
+    const COutcome objOutcome = AskStatus();
+    EXPECT_TRUE(objOutcome);
+    EXPECT_EQ(objOutcome.m_strStatusCode, "11");
+}
+
 TEST_P(CAwaitedUsbPiecesTest, AStatusThatStaysCutIsNoAnswerInTheEnd) {
     Answer(CScriptedPrinter::KeepSilent);
     ArriveRaw(200, MWire::Status("00").substr(0, 3));
