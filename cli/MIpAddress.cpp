@@ -64,8 +64,14 @@ bool IsV4(std::string_view p_strText) {
 
 bool IsV6(std::string_view p_strText) {
     const std::size_t iZone = p_strText.find('%');
-    if (iZone != std::string_view::npos && iZone + 1 == p_strText.size()) {
-        return false;
+    if (iZone != std::string_view::npos) {
+        // The name of this computer's own link, or its number.
+        constexpr std::string_view Name =
+            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-";
+        const std::string_view strZone = p_strText.substr(iZone + 1);
+        if (strZone.empty() || strZone.find_first_not_of(Name) != std::string_view::npos) {
+            return false;
+        }
     }
     p_strText = p_strText.substr(0, iZone);
     const std::size_t iGap = p_strText.find("::");

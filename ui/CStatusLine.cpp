@@ -82,11 +82,8 @@ void CStatusLine::ShowDoing(const std::string& p_strText, std::int16_t p_iStep,
                             std::int16_t p_iSteps) {
     const bool bCounted = p_iSteps > 1;
     if (bCounted) {
-        // The toolkit's bar paints itself within the call, and the step's command waits behind it.
-        m_barDoing->setUpdatesEnabled(false);
         m_barDoing->setRange(0, p_iSteps);
         m_barDoing->setValue(p_iStep);
-        m_barDoing->setUpdatesEnabled(true);
     }
     m_barDoing->setVisible(bCounted);
     m_lblDoing->Show("Doing", QString::fromStdString(p_strText));
