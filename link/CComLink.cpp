@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace {
 
@@ -72,6 +73,7 @@ void CComLink::CloseComPort() {
     FailSendings();
     m_objPort.Close();
     m_bOpened = false;
+    m_bNotSentTold = false;
 }
 
 bool CComLink::IsComPortOpen() const {
@@ -90,11 +92,15 @@ bool CComLink::Exchange(const Bytes& p_objCommand, Bytes& /*p_objReceiveBuffer*/
     m_objState.m_iPendingAnswers = 1;
     const std::int64_t iConnection = m_iConnection;
     if (WriteComBytes(p_objCommand)) {
+        if (std::exchange(m_bNotSentTold, false)) {
+            TellState(CLinkStatus::State::Open);  // the port takes bytes again
+        }
         return true;
     }
     if (!m_objWaiter.MustStop()) {
         p_objFailure = Failure(CFailure::Kind::SerialNotSent);
         if (iConnection == m_iConnection) {  // else it says nothing of how it stands now
+            m_bNotSentTold = true;
             TellState(CLinkStatus::State::Failed, p_objFailure);
         }
         m_objEvents.OnFailure(p_objFailure);
@@ -157,6 +163,7 @@ void CComLink::OnComm(std::int16_t p_iEvent) {
 }
 
 void CComLink::OnGone() {
+    m_bNotSentTold = false;
     try {
         TellState(CLinkStatus::State::Failed, Failure(CFailure::Kind::SerialLost));
     } catch (...) {

@@ -73,6 +73,7 @@ private:
     std::string m_strPort;                // "COM1", as of the last opening
     std::string m_strLine;                // "9600,E,8,1", likewise
     bool m_bOpened = false;               // opened and not closed since, though it may be gone
+    bool m_bNotSentTold = false;          // the last state told is that a command was not sent
     std::int16_t m_iExpectedLength = 0;
     std::int16_t m_iOfflineShown = 0;  // 1 while "OFF LINE" stands
 };

@@ -45,6 +45,9 @@ public:
     /// Characters that came and were not fetched.
     [[nodiscard]] std::size_t Waiting() const { return m_objArrived.size(); }
 
+    /// The other side has been reset: the part of a command that it has got is gone.
+    void ForgetCommand() { m_strCommand.clear(); }
+
     // What happens on the line. Call these between yields or from a scheduled action.
 
     void Raise(std::int16_t p_iEvent) {

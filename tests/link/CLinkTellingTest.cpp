@@ -92,6 +92,28 @@ TEST_F(CLinkTellingTest, APortThatTakesNothingHasFailed) {
     EXPECT_EQ(m_objEvents.Lines("link"), Texts{"link 0 failed COM1 9600,E,8,1: SerialNotSent"});
 }
 
+TEST_F(CLinkTellingTest, APortThatTakesBytesAgainIsOpenAndThatIsToldOnce) {
+    Use(Com);
+    m_objPort.m_bRefusesOutput = true;
+    AskStatus();
+    m_objPort.m_bRefusesOutput = false;
+    AskStatus();
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("link"), (Texts{"link 0 failed COM1 9600,E,8,1: SerialNotSent",
+                                                "link 0 open COM1 9600,E,8,1"}));
+}
+
+TEST_F(CLinkTellingTest, APortThatGoesAwayBehindAFailureStaysGone) {
+    Use(Com);
+    m_objPort.m_bRefusesOutput = true;
+    AskStatus();
+    m_objPort.m_bRefusesOutput = false;
+    m_objPort.m_bRaisesSendEvents = false;
+    m_objEventLoop.AtYield(m_objEventLoop.Yields() + 5, [this] { m_objPort.GoAway(); });
+    AskStatus();
+    EXPECT_EQ(m_objEvents.Lines("link").back(), "link 0 failed COM1 9600,E,8,1: SerialLost");
+}
+
 // How long it waits.
 
 TEST_F(CLinkTellingTest, EachSecondOfAWaitIsToldAndItsEndBeforeTheFailure) {

@@ -17,6 +17,11 @@ public:
     std::function<void()> m_fnBegins;
     std::function<void()> m_fnByte;
 
+    void ForgetCommand() {
+        m_strBegun.clear();
+        CFakeSerialPort::ForgetCommand();
+    }
+
     void SetSettings(const std::string& p_strSettings) override {
         m_strSettings = p_strSettings;
         CFakeSerialPort::SetSettings(p_strSettings);
@@ -45,7 +50,7 @@ public:
     }
 
     bool Output(std::span<const std::uint8_t> p_objBytes) override {
-        if (m_strCommand.empty() && m_fnBegins) {
+        if (m_strBegun.empty() && m_fnBegins) {
             m_fnBegins();
         }
         if (m_fnByte) {
@@ -54,8 +59,7 @@ public:
         const std::string strBytes(p_objBytes.begin(), p_objBytes.end());
         const bool bTakes = IsOpen() && !m_bRefusesOutput;
         m_objTranscript.Bytes(bTakes ? "COM sends" : "COM refuses", strBytes);
-        m_strCommand =
-            m_strCommand.ends_with('|') && strBytes == "}" ? "" : m_strCommand + strBytes;
+        m_strBegun = m_strBegun.ends_with('|') && strBytes == "}" ? "" : m_strBegun + strBytes;
         return CFakeSerialPort::Output(p_objBytes);
     }
 
@@ -64,5 +68,5 @@ private:
     std::string m_strSettings;
     std::string m_strPort;
     std::string m_strHandshaking;
-    std::string m_strCommand;
+    std::string m_strBegun;
 };
