@@ -15,8 +15,17 @@ constexpr std::array<std::string_view, 5> Alike{"btnTestPrint", "btnDiagPrint", 
 /// Those that wait for no answer.
 constexpr std::array<std::string_view, 3> Unawaited{"btnReflect", "btnTrans", "btnPaperEnd"};
 
-/// Those that meet what takes long to play.
-constexpr std::array<std::string_view, 3> Each{"btnGetStatus", "btnRead", "btnSet"};
+/// Those that meet what takes long to play: one of each kind.
+constexpr std::array<std::string_view, 7> OfEachKind{
+    "btnGetStatus", "btnRead", "btnSet", "btnReflect", "btnHeadCheck", "btnLanRead", "btnLanSet"};
+
+/// Those that pause behind an answer.
+constexpr std::array<std::string_view, 5> Pausing{"btnRead", "btnLanRead", "btnReflect",
+                                                  "btnPaperEnd", "btnHeadCheck"};
+
+/// Those that are over on a serial line before their answer comes.
+constexpr std::array<std::string_view, 5> OverAtOnce{"btnGetStatus", "btnDiagPrint", "btnTestPrint",
+                                                     "btnThresholdCalib", "btnRamClear"};
 
 template <typename Names>
 bool IsOf(const Names& p_strNames, const MFlows::Flow& p_objFlow) {
@@ -28,7 +37,10 @@ bool Meets(const MFaults::Fault& p_objFault, const MFlows::Flow& p_objFlow, Link
     return MFlows::Has(p_objFault.m_iLinks, p_iLink) &&
            (p_objFault.m_iAsked == Asked::Anything ||
             (p_objFault.m_iAsked == Asked::Settings) == p_objFlow.m_bReads) &&
-           (!p_objFault.Has(MFaults::Many) || IsOf(Each, p_objFlow)) &&
+           (!p_objFault.Has(MFaults::Many) || IsOf(OfEachKind, p_objFlow)) &&
+           (!p_objFault.Has(MFaults::InPause) || IsOf(Pausing, p_objFlow)) &&
+           (!p_objFault.Has(MFaults::Presses) || !p_objFault.Has(MFaults::Behind) ||
+            p_iLink != LinkKind::Com || !IsOf(OverAtOnce, p_objFlow)) &&
            (!p_objFault.Has(MFaults::Awaited) || !IsOf(Unawaited, p_objFlow)) &&
            (p_objFault.Has(MFaults::Core) || !IsOf(Alike, p_objFlow));
 }
@@ -37,7 +49,9 @@ bool Meets(const MFaults::Fault& p_objFault, const MFlows::Flow& p_objFlow, Link
 
 std::string CFaultCell::Heading() const {
     return std::string(MFlows::NameOf(m_iLink)) + ": " + m_objFault->m_strName +
-           (IsLast() ? " (last command)" : "");
+           (IsLast()    ? " (last command)"
+            : IsLater() ? " (command " + std::to_string(m_iCommand) + ")"
+                        : "");
 }
 
 namespace MFaultCells {
@@ -54,8 +68,11 @@ std::vector<CFaultCell> Of(const MFlows::Flow& p_objFlow, LinkKind p_iLink) {
         }
         objCells.push_back({&objFault, &p_objFlow, p_iLink, 1});
         const int iLast = objCells.back().Commands();
-        if (iLast > 1 && objFault.Has(MFaults::Core) && &objFault != &MFaults::All().front()) {
-            objCells.push_back({&objFault, &p_objFlow, p_iLink, iLast});
+        const bool bCore = objFault.Has(MFaults::Core) && &objFault != &MFaults::All().front();
+        for (int iCommand = 2; iCommand <= iLast; ++iCommand) {
+            if (objFault.Has(MFaults::Each) || (bCore && iCommand == iLast)) {
+                objCells.push_back({&objFault, &p_objFlow, p_iLink, iCommand});
+            }
         }
     }
     return objCells;

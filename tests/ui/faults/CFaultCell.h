@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// One cell of the fault table: a fault meets a flow on a link, at its first command or its last.
+/// One cell of the fault table: a fault meets a flow on a link, at one of its commands.
 struct CFaultCell {
     const MFaults::Fault* m_objFault = nullptr;
     const MFlows::Flow* m_objFlow = nullptr;
@@ -14,9 +14,10 @@ struct CFaultCell {
     int m_iCommand = 1;  ///< which command it strikes, counted from 1; 0: the opening of the link
 
     [[nodiscard]] int Commands() const { return MFlows::CommandsOf(*m_objFlow, m_iLink); }
-    [[nodiscard]] bool IsLast() const { return m_iCommand > 1; }
+    [[nodiscard]] bool IsLater() const { return m_iCommand > 1; }
+    [[nodiscard]] bool IsLast() const { return IsLater() && m_iCommand == Commands(); }
 
-    /// "LAN: silent", and "at the last command" where the flow has several and it is that.
+    /// "LAN: silent", and which command it is where that is not the first one.
     [[nodiscard]] std::string Heading() const;
 };
 

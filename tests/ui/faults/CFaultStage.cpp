@@ -1,6 +1,7 @@
 #include "tests/ui/faults/CFaultStage.h"
 
 #include "tests/golden/MGolden.h"
+#include "tests/ui/MGoldenPage.h"
 #include "tests/ui/faults/MSeeing.h"
 
 #include <QComboBox>
@@ -15,7 +16,9 @@ constexpr int Groups = 5;
 constexpr int LanGroup = 3;
 constexpr int MaintenancePage = 1;  // whose line tells how GET STATUS has ended
 constexpr std::int64_t LookingOn = 5000;
+constexpr std::int64_t LookingOnLate = 10'000;  // past all answers that are late
 constexpr std::int64_t LookingOnClosed = 500;
+constexpr std::int64_t LookingOnAgain = 300;  // until the answers of a serial line have come
 
 using Known = CFaultStage::Known;
 
@@ -95,9 +98,33 @@ std::string PageWord(const Change& p_objChange) {
     return p_objChange.m_iAsBefore == 0 ? "read" : "part";
 }
 
-/// The link is opened again where it is not, and what a former answer has left is gone.
+int HalfSeconds(std::int64_t p_iMilliseconds) {
+    return static_cast<int>((p_iMilliseconds + 250) / 500);
+}
+
+/// The group whose answer has the item that the field of the parameter page shows; empty: none has.
+std::string GroupOfField(const std::string& p_strField) {
+    static const std::map<std::string, std::string> strGroups = [] {
+        std::map<std::string, std::string> strAll;
+        for (const MGoldenPage::Control& objControl : MGoldenPage::Parameter()) {
+            for (int iGroup = 0; iGroup < Groups; ++iGroup) {
+                for (const MGolden::Answered& objAnswered : MGolden::Answers(iGroup)) {
+                    if (objAnswered.m_objSlot == objControl.m_objItem) {
+                        strAll[objControl.m_strName] = std::to_string(iGroup);
+                    }
+                }
+            }
+        }
+        return strAll;
+    }();
+    const auto objGroup = strGroups.find(p_strField);
+    return objGroup != strGroups.end() ? objGroup->second : "";
+}
+
+/// The link is opened again where it is not, and what a former command or answer has left is gone.
 void Repair(CScene& p_objScene) {
     p_objScene.MakeSound();
+    p_objScene.m_objPort.ForgetCommand();
     p_objScene.m_objLibrary.m_strAnswers.clear();
     p_objScene.Choose(p_objScene.Link());
     const bool bOpen = p_objScene.Link() == LinkKind::Usb ||
@@ -106,22 +133,6 @@ void Repair(CScene& p_objScene) {
     if (!bOpen) {
         p_objScene.Press("btnSetup");
     }
-}
-
-/// What is wrong when the flow's button is pressed once more; empty when nothing is.
-std::string Again(CScene& p_objScene, const CFaultCell& p_objCell) {
-    Repair(p_objScene);
-    p_objScene.m_objTranscript.Take();
-    p_objScene.Press(p_objCell.m_objFlow->m_strButton);
-    CSeen objSeen;
-    MSeeing::Look(p_objScene.m_objTranscript.Take(), objSeen);
-    if (!objSeen.m_strTold.empty()) {
-        return "told " + objSeen.m_strTold.front();
-    }
-    if (static_cast<int>(objSeen.m_strSent.size()) != p_objCell.Commands()) {
-        return "sent " + std::to_string(objSeen.m_strSent.size());
-    }
-    return objSeen.m_iRunning != 0 || objSeen.m_iRefused != 0 ? "not carried out" : "";
 }
 
 }  // namespace
@@ -179,17 +190,46 @@ void CFaultStage::Compare(CScene& p_objScene, CSeen& p_objSeen) const {
             p_objSeen.m_strRead.push_back(std::to_string(iGroup));
         }
     }
+    ComparePages(objNow, p_objSeen);
+}
+
+void CFaultStage::ComparePages(const Known& p_objNow, CSeen& p_objSeen) const {
     Change objParameters;
     Change objLan;
-    for (const auto& [strName, strNow] : objNow.m_strFields) {
+    std::map<std::string, Change> objGroups;
+    for (const auto& [strName, strNow] : p_objNow.m_strFields) {
         const std::string& strNew = m_objNew.m_strFields.at(strName);
+        const std::string& strRead = m_objRead.m_strFields.at(strName);
         const std::string& strLanRead = m_objLanRead.m_strFields.at(strName);
-        const bool bLan = strLanRead != strNew;
-        (bLan ? objLan : objParameters)
-            .Count(strNew, bLan ? strLanRead : m_objRead.m_strFields.at(strName), strNow);
+        if (strLanRead != strNew) {
+            objLan.Count(strNew, strLanRead, strNow);
+            continue;
+        }
+        objParameters.Count(strNew, strRead, strNow);
+        objGroups[GroupOfField(strName)].Count(strNew, strRead, strNow);
     }
     p_objSeen.m_strParameterPage = PageWord(objParameters);
     p_objSeen.m_strLanPage = PageWord(objLan);
+    for (const auto& [strGroup, objChange] : objGroups) {
+        if (const std::string strWord = PageWord(objChange); strWord != "-") {
+            p_objSeen.m_strShown.push_back(strGroup + (strWord == "read" ? "" : " " + strWord));
+        }
+    }
+}
+
+CSeen CFaultStage::Again(CScene& p_objScene, const CFaultCell& p_objCell) const {
+    Repair(p_objScene);
+    p_objScene.m_objTranscript.Take();
+    CSeen objAgain;
+    const std::int64_t iStart = p_objScene.m_objEventLoop.Elapsed();
+    p_objScene.Press(p_objCell.m_objFlow->m_strButton);
+    objAgain.m_iHalfSeconds = HalfSeconds(p_objScene.m_objEventLoop.Elapsed() - iStart);
+    MSeeing::Look(p_objScene.m_objTranscript.Take(), objAgain);
+    p_objScene.m_objEventLoop.Idle(LookingOnAgain);
+    MSeeing::LookAtRest(p_objScene.m_objTranscript.Take(), objAgain);
+    Compare(p_objScene, objAgain);
+    MSeeing::LookAtWindow(p_objScene, objAgain);
+    return objAgain;
 }
 
 CSeen CFaultStage::Play(const CFaultCell& p_objCell) {
@@ -205,21 +245,23 @@ CSeen CFaultStage::Play(const CFaultCell& p_objCell) {
         if (bOpens) {
             p_objScene.Press("btnSetup");
         }
-        if (!p_objScene.m_objEventLoop.IsClosing()) {
+        const int iPresses = p_objCell.m_objFault->Has(MFaults::Twice) ? 2 : 1;
+        for (int i = 0; i < iPresses && !p_objScene.m_objEventLoop.IsClosing(); ++i) {
             p_objScene.Press(strButton);
         }
-        objSeen.m_iHalfSeconds =
-            static_cast<int>((p_objScene.m_objEventLoop.Elapsed() - iStart + 250) / 500);
+        objSeen.m_iHalfSeconds = HalfSeconds(p_objScene.m_objEventLoop.Elapsed() - iStart);
         MSeeing::Look(p_objScene.m_objTranscript.Take(), objSeen);
     };
     const auto fnEnd = [&](CScene& p_objScene) {
-        const bool bClosed = p_objScene.m_objEventLoop.IsClosing();
-        p_objScene.m_objEventLoop.Idle(bClosed ? LookingOnClosed : LookingOn);
+        const bool bLate = p_objCell.m_objFault->Has(MFaults::Late);
+        p_objScene.m_objEventLoop.Idle(p_objScene.m_objEventLoop.IsClosing() ? LookingOnClosed
+                                       : bLate                               ? LookingOnLate
+                                                                             : LookingOn);
         MSeeing::LookAtRest(p_objScene.m_objTranscript.Take(), objSeen);
         Compare(p_objScene, objSeen);
         MSeeing::LookAtWindow(p_objScene, objSeen);
-        if (!bClosed) {
-            objSeen.m_strAgain = Again(p_objScene, p_objCell);
+        if (!p_objScene.m_objEventLoop.IsClosing()) {
+            objSeen.SetAgain(Again(p_objScene, p_objCell));
         }
         return objSeen.Text();
     };

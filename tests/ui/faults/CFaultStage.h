@@ -36,6 +36,9 @@ public:
 private:
     Known After(const char* p_strButton);
     void Compare(CScene& p_objScene, CSeen& p_objSeen) const;
+    void ComparePages(const Known& p_objNow, CSeen& p_objSeen) const;
+    /// The flow once more, when the link and the printer are sound.
+    [[nodiscard]] CSeen Again(CScene& p_objScene, const CFaultCell& p_objCell) const;
 
     CStage m_objStage;
     Known m_objNew;

@@ -1,5 +1,6 @@
 #include "tests/ui/faults/CSeen.h"
 
+#include <algorithm>
 #include <array>
 #include <sstream>
 #include <utility>
@@ -10,13 +11,14 @@ using List = std::pair<const char*, CSeen::Texts CSeen::*>;
 using Word = std::pair<const char*, std::string CSeen::*>;
 using Number = std::pair<const char*, int CSeen::*>;
 
-constexpr std::array<List, 6> Lists{{
+constexpr std::array<List, 7> Lists{{
     {"told", &CSeen::m_strTold},
     {"sent", &CSeen::m_strSent},
     {"later", &CSeen::m_strLater},
     {"behind", &CSeen::m_strBehind},
     {"read", &CSeen::m_strRead},
     {"other", &CSeen::m_strOther},
+    {"shown", &CSeen::m_strShown},
 }};
 constexpr std::array<Word, 12> Words{{
     {"partly", &CSeen::m_strPartly},
@@ -32,13 +34,16 @@ constexpr std::array<Word, 12> Words{{
     {"again", &CSeen::m_strAgain},
     {"FAILED", &CSeen::m_strFailure},
 }};
-constexpr std::array<Number, 4> Numbers{{
+constexpr std::array<Number, 5> Numbers{{
     {"running", &CSeen::m_iRunning},
     {"behind a failure", &CSeen::m_iBehindFailure},
+    {"taken", &CSeen::m_iTaken},
     {"refused", &CSeen::m_iRefused},
     {"half seconds", &CSeen::m_iHalfSeconds},
 }};
 constexpr const char* Between = ": ";
+constexpr char LineEnd = '\n';
+constexpr char EndInside = '\x1E';  // of a line of a text that stands in a line
 
 void Take(CSeen& p_objSeen, const std::string& p_strName, const std::string& p_strValue) {
     for (const auto& [strName, objMember] : Lists) {
@@ -89,4 +94,15 @@ CSeen CSeen::FromText(const std::string& p_strText) {
         }
     }
     return objSeen;
+}
+
+void CSeen::SetAgain(const CSeen& p_objAgain) {
+    m_strAgain = p_objAgain.Text();
+    std::ranges::replace(m_strAgain, LineEnd, EndInside);
+}
+
+CSeen CSeen::Again() const {
+    std::string strText = m_strAgain;
+    std::ranges::replace(strText, EndInside, LineEnd);
+    return FromText(strText);
 }

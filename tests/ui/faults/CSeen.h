@@ -15,6 +15,7 @@ struct CSeen {
     Texts m_strBehind;        ///< sent or told though the window was closed, sent at rest
     Texts m_strRead;          ///< groups all of whose items are as the printer has them
     Texts m_strOther;         ///< groups with items that are neither so nor as before
+    Texts m_strShown;  ///< groups of which the parameter page shows anything read: "0", or "0 part"
     std::string m_strParameterPage =
         "-";  ///< what it shows: "-" as before, "read", "part", "other"
     std::string m_strLanPage = "-";
@@ -27,11 +28,16 @@ struct CSeen {
     std::string m_strHeld;      ///< that the interface list is held, or a box stands
     int m_iRunning = 0;         ///< presses whose handlers are not back
     int m_iBehindFailure = 0;   ///< commands behind the first box that tells of a failure
-    int m_iRefused = 0;         ///< presses of the button while it was disabled
+    int m_iTaken = 0;           ///< presses of the flow's button while it was enabled
+    int m_iRefused = 0;         ///< presses of it while it was disabled
     int m_iHalfSeconds = 0;     ///< how long the flow took
     bool m_bClosed = false;
-    std::string m_strAgain;    ///< what is wrong when the button is pressed on the sound link
+    std::string m_strAgain;    ///< the flow once more, on the sound link: see SetAgain
     std::string m_strFailure;  ///< of the playing itself
+
+    /// What was seen of the flow when its button was pressed once more, and back.
+    void SetAgain(const CSeen& p_objAgain);
+    [[nodiscard]] CSeen Again() const;
 
     [[nodiscard]] std::string Text() const;
     static CSeen FromText(const std::string& p_strText);

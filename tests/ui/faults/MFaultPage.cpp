@@ -14,23 +14,28 @@ constexpr const char* BeginMark = "<!-- window: begin -->\n";
 constexpr const char* EndMark = "<!-- window: end -->";
 using MFaultRow::Row;
 
-/// The cells of a fault on a link: those at first commands, and those at last ones.
+/// The cells of a fault on a link: those at first commands, those in the middle of a flow, and
+/// those at last ones.
 struct Cells {
     std::string m_strFault;
     std::vector<CFaultCell> m_objFirst;
+    std::vector<CFaultCell> m_objMiddle;
     std::vector<CFaultCell> m_objLast;
 };
 
 std::vector<Cells> ByFault(LinkKind p_iLink) {
     std::vector<Cells> objFaults;
     for (const MFaults::Fault& objFault : MFaults::All()) {
-        objFaults.push_back({objFault.m_strName, {}, {}});
+        objFaults.push_back({objFault.m_strName, {}, {}, {}});
     }
     for (const MFlows::Flow& objFlow : MFlows::Talking()) {
         for (const CFaultCell& objCell : MFaultCells::Of(objFlow, p_iLink)) {
             Cells& objFault =
                 objFaults[static_cast<std::size_t>(objCell.m_objFault - MFaults::All().data())];
-            (objCell.IsLast() ? objFault.m_objLast : objFault.m_objFirst).push_back(objCell);
+            (objCell.IsLast()    ? objFault.m_objLast
+             : objCell.IsLater() ? objFault.m_objMiddle
+                                 : objFault.m_objFirst)
+                .push_back(objCell);
         }
     }
     std::erase_if(objFaults, [](const Cells& p_objFault) { return p_objFault.m_objFirst.empty(); });
@@ -78,17 +83,26 @@ bool EachFlowOnce(const std::vector<Row>& p_objRows) {
     return std::ranges::adjacent_find(strAll) == strAll.end();
 }
 
-/// One block where first and last commands come to the same, or else two.
+/// One block where it comes to the same at which command it strikes, or else up to three.
 std::vector<Block> Blocks(const Cells& p_objCells, const MFaultRecord::Outcomes& p_strOutcomes) {
-    std::vector<CFaultCell> objBoth = p_objCells.m_objFirst;
-    objBoth.insert(objBoth.end(), p_objCells.m_objLast.begin(), p_objCells.m_objLast.end());
-    const std::vector<Row> objRows = MFaultRow::Of(objBoth, p_strOutcomes);
+    std::vector<CFaultCell> objAll = p_objCells.m_objFirst;
+    objAll.insert(objAll.end(), p_objCells.m_objMiddle.begin(), p_objCells.m_objMiddle.end());
+    objAll.insert(objAll.end(), p_objCells.m_objLast.begin(), p_objCells.m_objLast.end());
+    const std::vector<Row> objRows = MFaultRow::Of(objAll, p_strOutcomes);
     if (EachFlowOnce(objRows)) {
         return {BlockOf(p_objCells.m_strFault, objRows)};
     }
-    return {BlockOf(p_objCells.m_strFault, MFaultRow::Of(p_objCells.m_objFirst, p_strOutcomes)),
-            BlockOf(p_objCells.m_strFault + ", at the last command",
-                    MFaultRow::Of(p_objCells.m_objLast, p_strOutcomes))};
+    std::vector<Block> objBlocks;
+    const auto fnAdd = [&](const std::vector<CFaultCell>& p_objOf, const char* p_strWhere) {
+        if (!p_objOf.empty()) {
+            objBlocks.push_back(
+                BlockOf(p_objCells.m_strFault + p_strWhere, MFaultRow::Of(p_objOf, p_strOutcomes)));
+        }
+    };
+    fnAdd(p_objCells.m_objFirst, "");
+    fnAdd(p_objCells.m_objMiddle, ", at a command in the middle");
+    fnAdd(p_objCells.m_objLast, ", at the last command");
+    return objBlocks;
 }
 
 std::string Table(LinkKind p_iLink, const MFaultRecord::Outcomes& p_strOutcomes) {

@@ -93,7 +93,8 @@ Texts Values(const CFaultCell& p_objCell, const std::string& p_strOutcome,
         return {AsEver};
     }
     // The groups that the first commands of a READ have brought.
-    const bool bFormer = p_objCell.IsLast() && bReads && strItems == "0 1";
+    const bool bFormer =
+        p_objCell.IsLater() && bReads && strItems == (p_objCell.IsLast() ? "0 1" : "0");
     if (strPage == "-" && (strItems == "-" || bFormer)) {
         const std::string strFormer = "as before, but for items that came before it";
         if (bFormer) {

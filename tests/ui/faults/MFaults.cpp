@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -19,13 +21,18 @@ using MFlows::Usb;
 using enum MFaults::Strikes;
 using MFaults::Alters;
 using MFaults::Awaited;
+using MFaults::Behind;
 using MFaults::ByItself;
 using MFaults::Closes;
 using MFaults::Core;
+using MFaults::Each;
+using MFaults::InPause;
+using MFaults::Late;
 using MFaults::Many;
 using MFaults::NotWhole;
 using MFaults::OneMore;
 using MFaults::Presses;
+using MFaults::Twice;
 using Prepare = std::function<void(CScene&, int)>;
 using Faults = std::vector<MFaults::Fault>;
 
@@ -36,7 +43,10 @@ constexpr std::int64_t JustInTime = 700;
 constexpr std::int64_t TooLate = 6000;
 constexpr std::int64_t LongerThanAnyFlow = 60'000;
 constexpr std::int64_t WhileItWaits = 30;
-constexpr std::int64_t BehindTheAnswer = 600;
+constexpr std::int64_t InThePause = 600;
+constexpr std::int64_t InTheStream = 300;
+constexpr std::int64_t BeforeTheNextAnswer = 20;
+constexpr std::size_t BytesOfAYield = 4;  // on the serial line
 constexpr std::int64_t Gap = 600;
 constexpr std::size_t Kilobyte = 1024;
 constexpr std::size_t Megabyte = Kilobyte * Kilobyte;
@@ -139,21 +149,78 @@ void CloseAtBox(CScene& p_objScene) {
     });
 }
 
-/// p_iMilliseconds after the command has been taken.
-Prepare PressAfter(std::int64_t p_iMilliseconds) {
-    return [p_iMilliseconds](CScene& p_objScene, int p_iCommand) {
-        const auto objDone = std::make_shared<bool>(false);
-        p_objScene.m_objWire.OnAnswer(p_iCommand, [&p_objScene, p_iMilliseconds, objDone](
-                                                      CScriptedWire::Steps&, const std::string&) {
-            if (!std::exchange(*objDone, true)) {
-                p_objScene.Later(p_iMilliseconds, [&p_objScene] {
-                    if (p_objScene.m_iHandlers > 0) {
-                        p_objScene.Press(p_objScene.m_strPressed);
-                    }
-                });
+/// Two things at once.
+Prepare Both(const Prepare& p_fnFirst, void (*p_fnSecond)(CScene&)) {
+    return [p_fnFirst, p_fnSecond](CScene& p_objScene, int p_iCommand) {
+        p_fnFirst(p_objScene, p_iCommand);
+        p_fnSecond(p_objScene);
+    };
+}
+
+/// With the last byte of the answer, before anybody does anything else. On the serial line, where
+/// an answer takes its time, in the round behind it.
+Prepare AtOnceBehind(void (*p_fnDo)(CScene&)) {
+    return [p_fnDo](CScene& p_objScene, int p_iCommand) {
+        p_objScene.m_objWire.OnAnswer(
+            p_iCommand,
+            [&p_objScene, p_fnDo](CScriptedWire::Steps& p_objSteps, const std::string&) {
+                const std::size_t iYields = p_objSteps.back().m_strBytes.size() / BytesOfAYield + 2;
+                const std::int64_t iTakes =
+                    p_objScene.Link() == LinkKind::Com
+                        ? static_cast<std::int64_t>(iYields) * CFakeEventLoop::StepMilliseconds
+                        : 0;
+                p_objSteps.push_back({p_objSteps.back().m_iAt + iTakes, {}, [&p_objScene, p_fnDo] {
+                                          p_fnDo(p_objScene);
+                                      }});
+            });
+    };
+}
+
+/// The button once more, if its flow still runs.
+void PressInside(CScene& p_objScene) {
+    if (p_objScene.m_iHandlers == 1) {
+        p_objScene.Press(p_objScene.m_strPressed);
+    }
+}
+
+/// While the answer is awaited, or, where none is, while the command goes out.
+void PressBefore(CScene& p_objScene, int p_iCommand) {
+    const std::int64_t iAt =
+        p_objScene.Link() == LinkKind::Com ? CFakeEventLoop::StepMilliseconds : WhileItWaits;
+    p_objScene.m_objWire.Before(p_iCommand, [&p_objScene, iAt] {
+        p_objScene.Later(iAt, [&p_objScene] { PressInside(p_objScene); });
+    });
+}
+
+void PressInPause(CScene& p_objScene, int p_iCommand) {
+    p_objScene.m_objWire.Before(p_iCommand, [&p_objScene] {
+        p_objScene.Later(InThePause, [&p_objScene] { PressInside(p_objScene); });
+    });
+}
+
+/// The answer comes when the flow has been begun anew, and its first command has been sent again.
+void AnswerToTheNext(CScene& p_objScene, int p_iCommand) {
+    struct Held {
+        int m_iTaken = 0;
+        std::string m_strFirst;
+        std::string m_strAnswer;
+    };
+    const auto objHeld = std::make_shared<Held>();
+    p_objScene.m_objWire.OnAnswer(
+        CScriptedWire::EveryCommand,
+        [objHeld, p_iCommand](CScriptedWire::Steps& p_objSteps, const std::string& p_strCommand) {
+            if (++objHeld->m_iTaken == 1) {
+                objHeld->m_strFirst = p_strCommand;
+            }
+            if (objHeld->m_iTaken == p_iCommand) {
+                objHeld->m_strAnswer = p_objSteps.front().m_strBytes;
+                p_objSteps.clear();
+            } else if (p_strCommand == objHeld->m_strFirst && !objHeld->m_strAnswer.empty()) {
+                p_objSteps.insert(
+                    p_objSteps.begin(),
+                    {BeforeTheNextAnswer, std::exchange(objHeld->m_strAnswer, {}), nullptr});
             }
         });
-    };
 }
 
 /// The link does not come to be.
@@ -206,14 +273,14 @@ Faults SendingFaults() {
 Faults TimingFaults() {
     // clang-format off
     return {
-        {"silent", Any, Asked::Anything, Command, Core | NotWhole, None, As("no answer")},
+        {"silent", Any, Asked::Anything, Command, Core | Each | NotWhole, None, As("no answer")},
         {"late, in time", Any, Asked::Anything, Command, Nothing, Any, Answer([](const Hand& p_objHand) { p_objHand.m_objSteps.front().m_iAt = JustInTime; })},
-        {"three seconds late", Any, Asked::Anything, Command, Nothing, Lan, As("the answer takes three seconds")},
-        {"six seconds late", Any, Asked::Anything, Command, Nothing, None, Answer([](const Hand& p_objHand) { p_objHand.m_objSteps.front().m_iAt = TooLate; })},
+        {"three seconds late", Any, Asked::Anything, Command, Each, Lan, As("the answer takes three seconds")},
+        {"six seconds late", Any, Asked::Anything, Command, Each | Late, None, Answer([](const Hand& p_objHand) { p_objHand.m_objSteps.front().m_iAt = TooLate; })},
         {"single bytes", Any, Asked::Anything, Command, Core, Lan | Com, As("the answer comes byte by byte")},
         {"in halves, with a pause", Any, Asked::Anything, Command, Nothing, Lan | Com, As("the answer comes in halves, with a pause between them")},
         {"cut short: one byte", Any, Asked::Anything, Command, NotWhole, None, Answer([](const Hand& p_objHand) { p_objHand.Answer().resize(1); })},
-        {"cut short: half of it", Any, Asked::Anything, Command, Core | NotWhole, None, As("the answer ends in its middle")},
+        {"cut short: half of it", Any, Asked::Anything, Command, Core | Each | NotWhole, None, As("the answer ends in its middle")},
         {"cut short: without its last byte", Any, Asked::Anything, Command, NotWhole, None, As("the answer lacks its last byte")},
         {"two answers at once", Any, Asked::Anything, Command, Core | OneMore, Any, As("the answer comes twice, in one piece")},
         {"two answers, one behind the other", Lan | Com, Asked::Anything, Command, OneMore, Lan | Com, As("the answer comes twice")},
@@ -225,18 +292,18 @@ Faults TimingFaults() {
 Faults OtherAnswersFaults() {
     // clang-format off
     return {
-        {"another group's answer", Any, Asked::Settings, Command, Core | NotWhole, None, As("the next group's settings")},
+        {"another group's answer", Any, Asked::Settings, Command, Core | Each | NotWhole, None, As("the next group's settings")},
         {"another group's answer, then the right one", Any, Asked::Settings, Command, Nothing, Any, As("the next group's settings, then the right ones")},
         {"a status, then the settings", Lan | Com, Asked::Settings, Command, Nothing, None, As("a status, then the settings")},
         {"settings in place of the status", Any, Asked::Status, Command, NotWhole, None, As("settings in place of the status")},
         {"settings, then the status", Lan | Com, Asked::Status, Command, Nothing, None, As("settings, then the status")},
-        {"the status 06, an error", Any, Asked::Anything, Command, Core, None, As("the status 06")},
-        {"the status 40, which has no text", Any, Asked::Anything, Command, Nothing, None, As("the status 40, which has no text")},
-        {"the status 99, which nobody knows", Any, Asked::Anything, Command, Core, None, As("the status 99, which nobody knows")},
+        {"the status 06, an error", Any, Asked::Anything, Command, Core | Each, None, As("the status 06")},
+        {"the status 40, which has no text", Any, Asked::Anything, Command, Each, None, As("the status 40, which has no text")},
+        {"the status 99, which nobody knows", Any, Asked::Anything, Command, Core | Each, None, As("the status 99, which nobody knows")},
         {"a status whose code is no number", Any, Asked::Anything, Command, Nothing, None, Answer([](const Hand& p_objHand) { MAnswerChanges::ReplaceByStatus(p_objHand, "X?"); })},
         {"a head of 0x03", Any, Asked::Anything, Command, NotWhole, None, As("a head 0x03 in place of the right one")},
-        {"values out of range", Any, Asked::Settings, Command, Core | Alters, None, As("nines in all fields")},
-        {"fields that are no numbers", Any, Asked::Settings, Command, Core | Alters, None, As("letters in all fields")},
+        {"values out of range", Any, Asked::Settings, Command, Core | Each | Alters, None, As("nines in all fields")},
+        {"fields that are no numbers", Any, Asked::Settings, Command, Core | Each | Alters, None, As("letters in all fields")},
         {"fields of blanks", Any, Asked::Settings, Command, Alters, None, As("blanks in all fields")},
         {"XOFF and XON around the answer", Com, Asked::Anything, Command, Nothing, Com, As("XOFF and XON around the answer")},
         {"a byte above 128 in the answer", Com, Asked::Anything, Command, Nothing, Com, As("a byte above 128 in the answer")},
@@ -249,7 +316,7 @@ Faults JunkFaults() {
     // clang-format off
     return {
         {"junk of 1 byte", Any, Asked::Anything, Command, NotWhole, None, Answer([](const Hand& p_objHand) { MAnswerChanges::Replace(p_objHand, "x"); })},
-        {"junk of 3 bytes", Any, Asked::Anything, Command, Core | NotWhole, None, As("junk in place of the answer")},
+        {"junk of 3 bytes", Any, Asked::Anything, Command, Core | Each | NotWhole, None, As("junk in place of the answer")},
         {"junk of 1 KB", Any, Asked::Anything, Command, NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Pour(p_objScene, MFloods::Junk(Kilobyte)); })},
         {"junk of 64 KB", Any, Asked::Anything, Command, Many | NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Pour(p_objScene, MFloods::Junk(64 * Kilobyte)); })},
         {"junk of 1 MB", Lan | Usb, Asked::Anything, Command, Many | NotWhole, None, Instead([](CScene& p_objScene) { MFloods::Pour(p_objScene, MFloods::Junk(Megabyte)); })},
@@ -270,21 +337,38 @@ Faults JunkFaults() {
 Faults LeavingFaults() {
     // clang-format off
     return {
-        {"closed or reset before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("closed before the answer")},
-        {"closed or reset inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("closed in the answer")},
-        {"closed or reset behind the answer", Lan, Asked::Anything, Command, Nothing, None, As("closed behind the answer")},
-        {"the socket fails before the answer", Lan, Asked::Anything, Command, Core | NotWhole, None, As("an error before the answer")},
-        {"the socket fails inside of the answer", Lan, Asked::Anything, Command, NotWhole, None, As("an error in the answer")},
-        {"the socket fails behind the answer", Lan, Asked::Anything, Command, ByItself, None, As("an error behind the answer")},
-        {"pulled out between sending and receiving", Usb, Asked::Anything, Command, Core | NotWhole, None, Openings(3, IUsbLibrary::NotReady, ENODEV)},
-        {"pulled out behind the answer", Usb, Asked::Anything, Command, Nothing, None, As("unplugged behind the answer")},
-        {"pulled out before the answer", Com, Asked::Anything, Command, Core | NotWhole, None, Instead(PullOut)},
+        {"closed or reset before the answer", Lan, Asked::Anything, Command, Core | Each | NotWhole, None, As("closed before the answer")},
+        {"closed or reset inside of the answer", Lan, Asked::Anything, Command, Each | NotWhole, None, As("closed in the answer")},
+        {"closed or reset behind the answer", Lan, Asked::Anything, Command, Behind, None, AtOnceBehind([](CScene& p_objScene) { p_objScene.PrinterCloses(); })},
+        {"the socket fails before the answer", Lan, Asked::Anything, Command, Core | Each | NotWhole, None, As("an error before the answer")},
+        {"the socket fails inside of the answer", Lan, Asked::Anything, Command, Each | NotWhole, None, As("an error in the answer")},
+        {"the socket fails behind the answer", Lan, Asked::Anything, Command, Behind | ByItself, None, AtOnceBehind([](CScene& p_objScene) { p_objScene.ConnectionBreaks(); })},
+        {"pulled out between sending and receiving", Usb, Asked::Anything, Command, Core | Each | NotWhole, None, Openings(3, IUsbLibrary::NotReady, ENODEV)},
+        {"pulled out behind the answer", Usb, Asked::Anything, Command, Behind, None, AtOnceBehind([](CScene& p_objScene) { p_objScene.Unplug(); })},
+        {"pulled out before the answer", Com, Asked::Anything, Command, Core | Each | NotWhole, None, Instead(PullOut)},
         {"pulled out inside of the answer", Com, Asked::Anything, Command, NotWhole, None, Answer([](const Hand& p_objHand) { MAnswerChanges::DoInside(p_objHand, PullOut); })},
-        {"pulled out behind the answer", Com, Asked::Anything, Command, Nothing, None, Answer([](const Hand& p_objHand) { MAnswerChanges::DoBehind(p_objHand, PullOut); })},
+        {"pulled out behind the answer", Com, Asked::Anything, Command, Behind, None, AtOnceBehind(PullOut)},
         {"an overrun before the answer", Com, Asked::Anything, Command, Core | ByItself, None, As("an overrun before the answer")},
         {"CTS off before the answer, on behind it", Com, Asked::Anything, Command, Nothing, None, As("CTS off before the answer, on behind it")},
-        {"the receiving fails", Usb, Asked::Anything, Command, Core | NotWhole, None, As("the receiving fails")},
+        {"the receiving fails", Usb, Asked::Anything, Command, Core | Each | NotWhole, None, As("the receiving fails")},
         {"the receiving ends at once, without a byte", Usb, Asked::Anything, Command, NotWhole, None, As("the receiving ends at once, without a byte")},
+    };
+    // clang-format on
+}
+
+/// The window is closed at one moment more.
+Faults ClosingFaults() {
+    // clang-format off
+    return {
+        {"connecting: never, the window closed meanwhile", Lan, Asked::Anything, Opening, Closes, None, [](CScene& p_objScene, int) { p_objScene.m_objSocket.m_iConnectResult = CFakeTcpClient::ConnectResult::Never; p_objScene.Later(Gap, [&p_objScene] { p_objScene.Close(); }); }},
+        {"the port is held, the window closed while the box stands", Com, Asked::Anything, Opening, Closes, None, Both(Port(ISerialPort::AlreadyOpen), CloseAtBox)},
+        {"the window closed in the sending", Usb, Asked::Anything, Command, Closes, None, Answer([](const Hand& p_objHand) { p_objHand.m_objScene.Close(); })},
+        {"not sent, the window closed while the box stands", Lan | Usb, Asked::Anything, Command, Awaited | Closes, None, Both(As("the link takes nothing"), CloseAtBox)},
+        {"no printer, the window closed while the box stands", Usb, Asked::Anything, Command, Awaited | Closes, None, Both(Openings(1, IUsbLibrary::NotReady, ENODEV), CloseAtBox)},
+        {"the socket fails, the window closed while the box stands", Lan, Asked::Anything, Command, Closes | NotWhole, None, Both(As("an error before the answer"), CloseAtBox)},
+        {"an overrun, the window closed while the box stands", Com, Asked::Anything, Command, ByItself | Closes, None, Both(As("an overrun before the answer"), CloseAtBox)},
+        {"values out of range, the window closed while the box stands", Any, Asked::Settings, Command, Alters | Closes, None, Both(As("nines in all fields"), CloseAtBox)},
+        {"an endless stream of junk, the window closed in it", Any, Asked::Anything, Command, Alters | Closes | Many, None, Instead([](CScene& p_objScene) { MFloods::Begin(p_objScene, MFloods::Junk(16)); p_objScene.Later(InTheStream, [&p_objScene] { p_objScene.Close(); }); })},
     };
     // clang-format on
 }
@@ -296,12 +380,14 @@ Faults PersonsFaults() {
         {"the window closed in the sending", Com | Lan, Asked::Anything, Command, Closes, None, As("the window closed in the sending")},
         {"the window closed before the answer", Any, Asked::Anything, Command, Core | Closes | NotWhole, None, As("the window closed before the answer")},
         {"the window closed inside of the answer", Any, Asked::Anything, Command, Closes | NotWhole, None, Answer([](const Hand& p_objHand) { MAnswerChanges::DoInside(p_objHand, [](CScene& p_objScene) { p_objScene.Close(); }); })},
-        {"the window closed behind the answer", Any, Asked::Anything, Command, Core | Closes, None, As("the window closed behind the answer")},
+        {"the window closed behind the answer", Any, Asked::Anything, Command, Behind | Core | Closes, None, AtOnceBehind([](CScene& p_objScene) { p_objScene.Close(); })},
         {"silent, the window closed while the box stands", Lan, Asked::Anything, Command, Core | Awaited | Closes | NotWhole, None, [](CScene& p_objScene, int p_iCommand) { As("no answer")(p_objScene, p_iCommand); CloseAtBox(p_objScene); }},
         {"no answer to a READ, the window closed while the box stands", Usb, Asked::Settings, Command, Core | Closes | NotWhole, None, [](CScene& p_objScene, int p_iCommand) { As("no answer")(p_objScene, p_iCommand); CloseAtBox(p_objScene); }},
         {"refused, the window closed while the box stands", Lan, Asked::Anything, Opening, Closes, None, [](CScene& p_objScene, int p_iCommand) { Connecting(ECONNREFUSED, "Connection refused")(p_objScene, p_iCommand); CloseAtBox(p_objScene); }},
-        {"the same button again before the answer", Any, Asked::Anything, Command, Core | Presses, None, PressAfter(WhileItWaits)},
-        {"the same button again behind the answer", Any, Asked::Anything, Command, Presses, None, PressAfter(BehindTheAnswer)},
+        {"the same button again before the answer", Any, Asked::Anything, Command, Core | Presses, None, PressBefore},
+        {"the same button again behind the answer", Any, Asked::Anything, Command, Behind | Presses, None, AtOnceBehind(PressInside)},
+        {"the same button again in the pause", Any, Asked::Anything, Command, InPause | Presses, None, PressInPause},
+        {"the answer comes when the button has been pressed again", Com | Lan, Asked::Anything, Command, Twice, None, AnswerToTheNext},
     };
     // clang-format on
 }
@@ -314,7 +400,7 @@ const std::vector<Fault>& All() {
     static const Faults objAll = [] {
         Faults objFaults{{"none", Any, Asked::Anything, Command, Core, Any, [](CScene&, int) {}}};
         for (Faults (*fnPart)() : {OpeningFaults, SendingFaults, TimingFaults, OtherAnswersFaults,
-                                   JunkFaults, LeavingFaults, PersonsFaults}) {
+                                   JunkFaults, LeavingFaults, ClosingFaults, PersonsFaults}) {
             const Faults objPart = fnPart();
             objFaults.insert(objFaults.end(), objPart.begin(), objPart.end());
         }

@@ -35,6 +35,11 @@ std::string Text(CScene& p_objScene, const char* p_strLabel) {
         p_objScene.m_objWindow.Shown(p_strLabel).replace("\u2026", "...").toStdString());
 }
 
+/// While a list is held it says why; otherwise it has nothing to say.
+bool IsHeld(const QComboBox& p_cmb) {
+    return !p_cmb.toolTip().isEmpty();
+}
+
 }  // namespace
 
 namespace MSeeing {
@@ -61,6 +66,9 @@ void Look(const std::vector<std::string>& p_strLines, CSeen& p_objSeen) {
                 bFailed ? static_cast<int>(p_objSeen.m_strSent.size() - iBefore) : 0;
         } else if (strLine.starts_with("press ")) {
             const bool bRefused = strLine.ends_with(", which is disabled");
+            const bool bSetup = strLine == "press btnSetup";  // the flow's own is the other
+            p_objSeen.m_iTaken += bRefused || bSetup ? 0 : 1;
+            bFailed &= bRefused;  // what is pressed behind a failure is another flow
             ++(bRefused ? p_objSeen.m_iRefused : p_objSeen.m_iRunning);
         } else if (strLine.starts_with("done ")) {
             --p_objSeen.m_iRunning;
@@ -89,6 +97,9 @@ void LookAtWindow(CScene& p_objScene, CSeen& p_objSeen) {
     p_objSeen.m_strPage = Text(p_objScene, "lblPage");
     p_objSeen.m_strDisabled = p_objScene.m_objWindow.DisabledButtons().join(' ').toStdString();
     p_objSeen.m_strHeld = p_objScene.m_objBoxes.Stands() ? "a box stands" : "";
+    if (IsHeld(p_objScene.m_objWindow.List("cmbInterface"))) {
+        p_objSeen.m_strHeld = "the interface list is held";
+    }
 }
 
 }  // namespace MSeeing
