@@ -133,16 +133,11 @@ const std::vector<Row>& NoSettings() {
          "b?P",
          "",
          ""},
-        {Usb,
-         {"another group's answer", "an endless stream of another group's answers"},
-         "bP",
-         "",
-         ""},
     };
     return objRows;
 }
 
-const std::vector<Row>& OnUsbAndCom() {
+const std::vector<Row>& OnUsb() {
     static const std::vector<Row> objRows{
         {Usb,
          {"no printer", "the printer is not permitted", "the printer is held by another program"},
@@ -159,6 +154,11 @@ const std::vector<Row>& OnUsbAndCom() {
          "U"},
         {Usb, {"the opening fails, nobody knows why"}, "U", "U", "U+"},
         {Usb, {"the link takes nothing"}, "D", "D", "D+"},
+        {Usb,
+         {"another group's answer", "an endless stream of another group's answers"},
+         "bP",
+         "",
+         ""},
         {Usb, {"silent"}, "bP", "b", "b"},
         {Usb,
          {"three seconds late", "six seconds late", "the receiving fails",
@@ -173,6 +173,12 @@ const std::vector<Row>& OnUsbAndCom() {
         {Usb, {"no answer to a READ, the window closed while the box stands"}, "bP", "", ""},
         {Usb, {"not sent, the window closed while the box stands"}, "D", "D", ""},
         {Usb, {"no printer, the window closed while the box stands"}, "R", "R", ""},
+    };
+    return objRows;
+}
+
+const std::vector<Row>& OnComAndAnywhere() {
+    static const std::vector<Row> objRows{
         {Com,
          {"the port is held by another program",
           "the port is held, the window closed while the box stands"},
@@ -221,7 +227,8 @@ std::string Letters(const std::vector<std::string>& p_strTold) {
 std::string Expected(const CFaultCell& p_objCell) {
     const MFaults::Fault& objFault = *p_objCell.m_objFault;
     const bool bReads = p_objCell.m_objFlow->m_bReads;
-    for (const std::vector<Row>* const objRows : {&OnLan(), &NoSettings(), &OnUsbAndCom()}) {
+    for (const std::vector<Row>* const objRows :
+         {&OnLan(), &NoSettings(), &OnUsb(), &OnComAndAnywhere()}) {
         for (const Row& objRow : *objRows) {
             if (!MFlows::Has(objRow.m_iLinks, p_objCell.m_iLink) ||
                 !objRow.m_strFaults.contains(objFault.m_strName)) {
