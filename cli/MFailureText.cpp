@@ -1,6 +1,7 @@
 #include "cli/MFailureText.h"
 
 #include "cli/MAccessText.h"
+#include "cli/MSaving.h"
 #include "cli/MUtf8.h"
 #include "platform/qt/MSerialPortName.h"
 
@@ -245,6 +246,15 @@ CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
              "in their place it has told the status " +
                  strStatus.substr(0, strStatus.find_last_not_of(' ') + 1),
              p_objTarget.m_strText, SilenceHint(Link::Usb)}};
+}
+
+CCommandError OfUnreadable(const std::vector<std::string>& p_strNames,
+                           const std::string& p_strTarget) {
+    return {MExitCode::Failed,
+            {"Not everything could be read from " + p_strTarget,
+             "what the printer holds is none of the values of " + MSaving::Joined(p_strNames),
+             p_strTarget,
+             {}}};
 }
 
 }  // namespace MFailureText

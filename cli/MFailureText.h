@@ -24,4 +24,9 @@ CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_ob
 CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
                      const IDeviceAccess& p_objAccess);
 
+/// The same of a reading that has brought everything that was asked for, but no values of
+/// p_strNames.
+CCommandError OfUnreadable(const std::vector<std::string>& p_strNames,
+                           const std::string& p_strTarget);
+
 }  // namespace MFailureText

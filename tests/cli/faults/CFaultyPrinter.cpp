@@ -309,6 +309,9 @@ void CFaultyPrinter::Take(const std::string& p_strCommand) {
     }
     m_objPrinter.SetFaults(objFaults);
     const std::string strAnswer = m_objPrinter.Handle(p_strCommand).m_strAnswer;
+    if (m_fnCarried) {
+        m_fnCarried();
+    }
     if (!bHit) {
         Deliver(OnLink(strAnswer), Usual);
         return;

@@ -55,6 +55,9 @@ public:
         return m_objSocket.m_iSendings + m_objSerialPort.m_iSendings + m_objUsb.m_iSendings;
     }
 
+    /// Told of each command that it has carried out, or not.
+    std::function<void()> m_fnCarried;
+
     /// Whether a printer is plugged in, as the list of those on USB has it.
     bool IsPluggedIn();
 
