@@ -111,6 +111,7 @@ CFaultOutcome CFaultScene::Run(const std::vector<std::string>& p_strWords,
     objOutcome.m_dSeconds = static_cast<double>(iEnd - iStart) / Thousand;
     if (m_objInterrupt.m_iCame) {
         objOutcome.m_dSinceCtrlC = static_cast<double>(iEnd - *m_objInterrupt.m_iCame) / Thousand;
+        objOutcome.m_iSendingsSinceCtrlC = m_objPrinter.Sendings() - m_objPrinter.SendingsAtCtrlC();
     }
     objOutcome.m_iSendings = m_objPrinter.Sendings() - iSendings;
     objOutcome.m_iInside = m_objEventLoop.Depth();

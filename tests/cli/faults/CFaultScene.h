@@ -24,6 +24,7 @@ struct CFaultOutcome {
     int m_iSendingsLater = 0;                ///< and how often in the twenty seconds behind the end
     double m_dSeconds = 0;
     double m_dSinceCtrlC = -1;  ///< from Ctrl-C to the end; without one negative
+    int m_iSendingsSinceCtrlC = 0;
     std::map<std::string, std::string> m_strFiles;   ///< what was written, by names
     std::map<std::string, std::string> m_strBefore;  ///< what the printer held before it
     std::map<std::string, std::string> m_strAfter;   ///< and holds now

@@ -122,6 +122,10 @@ private:
         Must(bCame == (m_iCode == MExitCode::Interrupted), "Ctrl-C, and it alone, is 130");
         Must(!bCame || m_objOutcome.m_dSinceCtrlC <= CInterrupt::GraceMilliseconds / Thousand,
              "Ctrl-C has closed the link before the program is ended");
+        Must(m_objOutcome.m_iSendingsSinceCtrlC == 0, "nothing is sent behind Ctrl-C");
+        Must(m_objCell.m_objPlan.m_iKind != MFaults::Kind::InterruptedBetween ||
+                 m_objOutcome.m_strCommands.size() == m_objCell.m_objPlan.m_iAt + 1,
+             "the next command does not come");
         if (bCame && m_objOutcome.m_bJournal) {
             const std::string strCause = m_objJson["error"]["cause"].dump();
             Must(strCause.find("its journal is /state/") != std::string::npos,
