@@ -10,6 +10,9 @@
 /// One table, a row a failure.
 namespace MFailureText {
 
+/// The status by which a printer says that it does not carry a command, or a request, out.
+inline constexpr const char* CommandError = "06";
+
 /// The failure of a command.
 ///
 /// Its code is NotReachable when nothing can have been sent, else Failed.

@@ -44,7 +44,10 @@ std::string Cause(const CWriteReport& p_objReport, const CTarget& p_objTarget,
     const std::string strNames = Names(p_objReport.m_objRows);
     switch (p_objReport.m_iWhy) {
     case Why::Refused:
-        return "the printer has refused a command with the status " +
+        // Any other error may be one that it has got into behind the command.
+        return (p_objReport.m_objStatus.m_strCode == MFailureText::CommandError
+                    ? "the printer has refused a command with the status "
+                    : "the printer has answered a command with the status ") +
                Status(p_objReport.m_objStatus);
     case Why::NotAnswered:
         return Failure(MFailureText::Of(p_objReport.m_objStatus.m_objFailure,

@@ -199,8 +199,18 @@ TEST_F(CWriteCommandTest, ARefusalUndoesWhatWasSentBefore) {
                                                  {"cut-adj", "same"},
                                                  {"font-code", "restored"},
                                                  {"stop-bit", "unverifiable"}}));
-    EXPECT_TRUE(Has(objRan.m_objJson["error"]["cause"], "06 Command Error"));
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "the printer has refused a command with the status 06 Command Error");
     EXPECT_EQ(objRan.m_objJson["journal"], nullptr);
+}
+
+TEST_F(CWriteCommandTest, AnErrorBehindACommandIsNoRefusal) {
+    m_objModel.m_iMishaps[3] = Mishap::Troubled;
+    const Ran objRan = Write({"feed-adj=1"});
+    EXPECT_EQ(objRan.m_iCode, 1);
+    EXPECT_EQ(objRan.m_objJson["results"], Json({{"feed-adj", "restored"}}));
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "the printer has answered a command with the status 11 Paper JAM");
 }
 
 TEST_F(CWriteCommandTest, AnotherStopBitThatCannotBeVerifiedCallsAPerson) {

@@ -104,6 +104,12 @@ private:
             const bool bWayOut = !objError["cause"].is_null() || !objError["hint"].is_null();
             Must(bWayOut, "a failure has a cause or a way out");
             const std::string strWords = objError.dump();
+            Must(strWords.find("has told the status") == std::string::npos ||
+                     strWords.find("switched on and ready") == std::string::npos,
+                 "what has told its status is switched on");
+            Must(strWords.find("refused a command") == std::string::npos ||
+                     strWords.find("status 06") != std::string::npos,
+                 "a refusal is the status 06");
             const bool bNotReady = strWords.find("is not ready to be changed") != std::string::npos;
             Must(!bNotReady || strWords.find("it reports ") != std::string::npos,
                  "not ready is a printer that has told so");
