@@ -1,6 +1,7 @@
 #include "cli/CDiffCommand.h"
 
 #include "cli/MArgumentKind.h"
+#include "cli/MFailureText.h"
 #include "cli/MSettingCell.h"
 #include "cli/MSettingJson.h"
 #include "jobs/MCompare.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -22,7 +24,8 @@ constexpr const char* Examples = R"(Examples:
   varden diff old.json new.json --json
 
 The exit code is 4 when something differs, and 0 when everything that could be
-compared is the same. What means the same is the same, however it is written.
+compared is the same. It is 1 when a printer tells no value of something that
+the other side holds. What means the same is the same, however it is written.
 A file that is called like a printer, or defaults, is ./defaults here.)";
 
 /// What comparing the two sides has brought, and the sides themselves.
@@ -99,6 +102,21 @@ void Show(const Comparison& p_objResult, COutput& p_objOutput) {
                     std::to_string(p_objResult.m_objUnknown.size()) + " not compared");
 }
 
+/// What a printer should have told, and what the other side holds, has to be compared.
+void CheckRead(const CLoadedSettings& p_objSide, const CLoadedSettings& p_objOther) {
+    std::vector<std::string> strNames;
+    for (const Row& objRow : MSettings::All()) {
+        const bool bMeant = p_objOther.m_objSnapshot.IsKnown(objRow) ||
+                            p_objOther.m_strUnreadable.contains(objRow.m_strName);
+        if (bMeant && p_objSide.m_strUnreadable.contains(objRow.m_strName)) {
+            strNames.emplace_back(objRow.m_strName);
+        }
+    }
+    if (!strNames.empty()) {
+        throw MFailureText::OfUnreadable(strNames, p_objSide.m_strSource);
+    }
+}
+
 /// The other side. A code that tells that nothing was sent would be wrong of both when the one side
 /// is a printer.
 CLoadedSettings FetchAfter(const CLoadedSettings& p_objOne,
@@ -148,6 +166,8 @@ MExitCode::Code CDiffCommand::Run(COutput& p_objOutput) {
     const Comparison objResult = Compare(std::move(objA), std::move(objB));
     FillJson(objResult, p_objOutput.Json());
     Show(objResult, p_objOutput);
+    CheckRead(objResult.m_objA, objResult.m_objB);
+    CheckRead(objResult.m_objB, objResult.m_objA);
     if (objResult.m_objDifferent.empty() && objResult.m_objSame.empty()) {
         const bool bSent = objResult.m_objA.m_bSent || objResult.m_objB.m_bSent;
         throw CCommandError(

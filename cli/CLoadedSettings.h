@@ -3,6 +3,7 @@
 #include "model/CSnapshot.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,9 @@ struct CLoadedSettings {
 
     /// Why a setting is not known, by its name; "" holds for those without a text of their own.
     std::map<std::string, std::string, std::less<>> m_strWhyUnknown;
+
+    /// The names of those of which a printer has told no value, although its answer was there.
+    std::set<std::string, std::less<>> m_strUnreadable{};
 
     /// A printer was sent something to have them.
     bool m_bSent = false;

@@ -180,11 +180,6 @@ void CReadCommand::CheckReport(const CReadReport& p_objReport, const Rows& p_obj
     }
     const std::vector<std::string> strUnread = Unread(p_objReport, p_objRows);
     if (!strUnread.empty()) {
-        throw CCommandError(
-            MExitCode::Failed,
-            {"Not everything could be read from " + p_objTarget.m_strText,
-             "what the printer holds is none of the values of " + MSaving::Joined(strUnread),
-             p_objTarget.m_strText,
-             {}});
+        throw MFailureText::OfUnreadable(strUnread, p_objTarget.m_strText);
     }
 }

@@ -40,6 +40,12 @@ const char* Standing(const Report& p_objReport) {
     }
 }
 
+/// It has told everything that it has to be known of.
+bool IsSeen(const Report& p_objReport) {
+    return p_objReport.m_iWhy != Report::Why::NotReadBack &&
+           p_objReport.m_iWhy != Report::Why::NotUnderstood;
+}
+
 /// The printer is where the other way leads, wherever the change has taken it; over the network it
 /// leaves from there for where it was.
 void GoAnotherWay(CWritePlan& p_objPlan, const CTarget& p_objBegun, const CTarget& p_objWay) {
@@ -68,7 +74,7 @@ void CRecoverCommand::Describe(CLI::App& p_objTable) {
     objRestore->excludes(objKeep);
     p_objTable
         .add_flag("--unseen", m_bUnseen,
-                  "With --keep: also when the printer cannot be read, or is not there any more.")
+                  "With --keep: also when the printer cannot be read or understood, or is gone.")
         ->needs(objKeep);
     p_objTable.add_option("--via", m_strVia, "The same printer over another link, such as usb.")
         ->type_name(MArgumentKind::Target);
@@ -134,17 +140,20 @@ MExitCode::Code CRecoverCommand::One(IStateStore& p_objStore, COutput& p_objOutp
         return MExitCode::Done;
     }
     objJson["started"] = objRecord->m_strStarted;
-    const CWriteReport objReport = Do(*objRecord, objJournal, p_objOutput);
+    const Done objDone = Do(*objRecord, objJournal, p_objOutput);
+    const CWriteReport& objReport = objDone.m_objReport;
     MWriteJson::Fill(objReport, objJson);
     if (objReport.m_iWhy != Report::Why::NotReadBack) {
         p_objOutput.Show(MWriteJson::Table(objReport));
+    }
+    if (IsSeen(objReport)) {
         p_objOutput.Say(Standing(objReport));
     }
-    return End(objReport, objJournal, p_objOutput);
+    return End(objDone, objJournal, p_objOutput);
 }
 
-CWriteReport CRecoverCommand::Do(const CJournalRecord& p_objRecord, CStateJournal& p_objJournal,
-                                 COutput& p_objOutput) const {
+CRecoverCommand::Done CRecoverCommand::Do(const CJournalRecord& p_objRecord,
+                                          CStateJournal& p_objJournal, COutput& p_objOutput) const {
     const CTarget objWay = CTarget::Parse(Way());
     CWritePlan objPlan = p_objRecord.m_objPlan;
     if (!m_strVia.empty()) {
@@ -152,25 +161,17 @@ CWriteReport CRecoverCommand::Do(const CJournalRecord& p_objRecord, CStateJourna
     }
     CProgress objProgress(objWay, p_objOutput);
     CTargetWays objWays(objWay, MSeconds::Pause(m_dPause), m_objEnvironment.m_objPrinters,
-                        objProgress);
+                        objProgress, CTargetWays::First::MayBeAway);
     CWriteJob objJob(objWays, p_objJournal, objProgress);
-    try {
-        return m_bRestore ? objJob.Restore(objPlan, m_dReach) : objJob.Look(objPlan, m_dReach);
-    } catch (const CCommandError&) {
-        if (!m_bUnseen) {
-            throw;
-        }
-        CWriteReport objUnseen;
-        objUnseen.m_objPlan = objPlan;
-        objUnseen.m_iWhy = Report::Why::NotReadBack;
-        return objUnseen;
-    }
+    const Report objReport =
+        m_bRestore ? objJob.Restore(objPlan, m_dReach) : objJob.Look(objPlan, m_dReach);
+    return {objReport, objWays.Refusal()};
 }
 
-MExitCode::Code CRecoverCommand::End(const CWriteReport& p_objReport, CStateJournal& p_objJournal,
+MExitCode::Code CRecoverCommand::End(const Done& p_objDone, CStateJournal& p_objJournal,
                                      COutput& p_objOutput) const {
-    const bool bRead = p_objReport.m_iWhy != Report::Why::NotReadBack;
-    if (m_bKeep && (bRead || m_bUnseen) && !p_objJournal.Close()) {
+    const bool bSeen = IsSeen(p_objDone.m_objReport);
+    if (m_bKeep && (bSeen || m_bUnseen) && !p_objJournal.Close()) {
         throw CCommandError(MExitCode::PersonNeeded,
                             {p_objJournal.Path() + " cannot be removed", {}, m_strTarget, {}});
     }
@@ -180,12 +181,13 @@ MExitCode::Code CRecoverCommand::End(const CWriteReport& p_objReport, CStateJour
         p_objOutput.Say("The journal is removed");
         return MExitCode::Done;
     }
-    CWriteReport objReport = p_objReport;
-    if (bRead && !m_bRestore) {
+    if (bSeen && !m_bRestore) {
         p_objOutput.Say("The journal is " + p_objJournal.Path());
         return MExitCode::Different;
     }
+    CWriteReport objReport = p_objDone.m_objReport;
     objReport.m_iEnd = Report::End::PersonNeeded;
     throw CCommandError(*MWriteText::Error(objReport, CTarget::Parse(m_strTarget),
-                                           p_objJournal.Path(), m_objEnvironment.m_objAccess));
+                                           p_objJournal.Path(), m_objEnvironment.m_objAccess,
+                                           p_objDone.m_objRefusal));
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "cli/CCommandError.h"
 #include "cli/CEnvironment.h"
 #include "cli/CStateJournal.h"
 #include "cli/CTarget.h"
 #include "cli/ICommand.h"
 #include "jobs/CWriteReport.h"
 
+#include <optional>
 #include <string>
 
 /// "recover": what became of changes that were begun and not ended, and how to end them.
@@ -20,9 +22,15 @@ public:
 private:
     MExitCode::Code List(IStateStore& p_objStore, COutput& p_objOutput) const;
     MExitCode::Code One(IStateStore& p_objStore, COutput& p_objOutput) const;
-    CWriteReport Do(const CJournalRecord& p_objRecord, CStateJournal& p_objJournal,
-                    COutput& p_objOutput) const;
-    MExitCode::Code End(const CWriteReport& p_objReport, CStateJournal& p_objJournal,
+    /// What has come of it; and why there was no printer in the end, where that can be told.
+    struct Done {
+        CWriteReport m_objReport;
+        std::optional<CCommandError> m_objRefusal;
+    };
+
+    Done Do(const CJournalRecord& p_objRecord, CStateJournal& p_objJournal,
+            COutput& p_objOutput) const;
+    MExitCode::Code End(const Done& p_objDone, CStateJournal& p_objJournal,
                         COutput& p_objOutput) const;
     [[nodiscard]] const std::string& Way() const {
         return m_strVia.empty() ? m_strTarget : m_strVia;

@@ -32,9 +32,12 @@ CLoadedSettings Loaded(const std::string& p_strName, const CReadReport& p_objRep
     CLoadedSettings objLoaded{p_strName, p_objReport.m_objSnapshot, {}};
     objLoaded.m_bSent = p_objReport.m_bSent;
     for (const MSettings::Row& objRow : MSettings::All()) {
-        if (!p_objReport.m_objSnapshot.IsKnown(objRow)) {
-            objLoaded.m_strWhyUnknown.emplace(objRow.m_strName,
-                                              MWhyText::Text(p_objReport.WhyUnknown(objRow)));
+        const CReadReport::Why iWhy = p_objReport.WhyUnknown(objRow);
+        if (iWhy == CReadReport::Why::Unreadable) {
+            objLoaded.m_strUnreadable.emplace(objRow.m_strName);
+        }
+        if (iWhy != CReadReport::Why::Known) {
+            objLoaded.m_strWhyUnknown.emplace(objRow.m_strName, MWhyText::Text(iWhy));
         }
     }
     return objLoaded;

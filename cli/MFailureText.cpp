@@ -1,8 +1,10 @@
 #include "cli/MFailureText.h"
 
 #include "cli/MAccessText.h"
+#include "cli/MSaving.h"
 #include "cli/MUtf8.h"
 #include "platform/qt/MSerialPortName.h"
+#include "protocol/MStatus.h"
 
 #include <algorithm>
 #include <array>
@@ -18,6 +20,7 @@ using Texts = CCommandError::Texts;
 constexpr const char* Again = "see that it is plugged in and switched on, and try again";
 constexpr const char* ShowPorts = "varden ports shows what is plugged in";
 constexpr const char* Restart = "switch the printer off and on if it happens again";
+constexpr const char* RestartLater = "try again, and switch the printer off and on if it stays so";
 constexpr const char* OwnFault = "this is a fault of the program";
 
 /// A failure. "{}" in a text stands for the printer.
@@ -38,8 +41,9 @@ constexpr std::array Failures{
     Row{Kind::SerialNotOpen, "{} is not open", "the port went away before anything was sent",
         Again},
     Row{Kind::SerialNotSent, "Sending to {} has failed",
-        "the port was lost or closed while the command went out", Again, true},
-    Row{Kind::SerialLost, "{} is gone", "the port went away before an answer came", Again, true},
+        "the port was lost or closed, or has not taken the command in time", Again, true},
+    Row{Kind::SerialLost, "{} is gone", "the port went away before an answer came whole", Again,
+        true},
     Row{Kind::SerialOverrun, "Characters from {} were lost",
         "the port's hardware was not emptied in time",
         "try a lower speed: set it at the printer and name it in the target", true},
@@ -48,8 +52,8 @@ constexpr std::array Failures{
     Row{Kind::LanNotSent, "Sending to {} has failed",
         "the way to the printer was closed, or it has not taken the command in time", Restart,
         true},
-    Row{Kind::LanClosed, "{} has closed the connection", "no answer came before that", Restart,
-        true},
+    Row{Kind::LanClosed, "{} has closed the connection",
+        "no answer came before that, or not a whole one", Restart, true},
     Row{Kind::UsbNotOpened, "Cannot open {}", "the printer went away meanwhile", Again},
     Row{Kind::UsbNotReady, "Cannot open {}", "another program has the printer",
         "end that program, or wait until it is done"},
@@ -64,8 +68,8 @@ constexpr std::array Failures{
         true},
     Row{Kind::UsbStrayAnswer, "No answer from {}",
         "what came back was the answer to another command", "try again", true},
-    Row{Kind::NoReply, "No answer from {}", "the command went out, and no answer came in time", "",
-        true},
+    Row{Kind::NoReply, "No answer from {}",
+        "the command went out, and no answer came in time, or not a whole one", "", true},
     Row{Kind::NoLink, "There is no way to {}", OwnFault, ""},
     Row{Kind::TimeUp, "{} takes too long", "the time to open it or to send is over", ""},
     Row{Kind::ParallelNotOpened, "Cannot open {}", "the parallel port does not open", ""},
@@ -238,13 +242,26 @@ CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
     if (p_objReport.m_strStatusCode.empty() || !bSilent) {
         return Of(p_objReport.m_objFailure, p_objReport.m_bSent, p_objTarget, p_objAccess);
     }
+    // It is there, and has said something: what that was is the way out.
+    const bool bTrouble = MStatus::IsError(p_objReport.m_strStatusCode) &&
+                          p_objReport.m_strStatusCode != CommandError;
     const std::string strStatus = MUtf8::FromLatin1(p_objReport.m_strStatusCode) + " " +
                                   MUtf8::FromLatin1(p_objReport.m_strStatusText);
     return {MExitCode::Failed,
             {"No settings from " + p_objTarget.m_strText,
              "in their place it has told the status " +
                  strStatus.substr(0, strStatus.find_last_not_of(' ') + 1),
-             p_objTarget.m_strText, SilenceHint(Link::Usb)}};
+             p_objTarget.m_strText,
+             bTrouble ? "clear that at the printer, and try again" : RestartLater}};
+}
+
+CCommandError OfUnreadable(const std::vector<std::string>& p_strNames,
+                           const std::string& p_strTarget) {
+    return {MExitCode::Failed,
+            {"Not everything could be read from " + p_strTarget,
+             "what the printer holds is none of the values of " + MSaving::Joined(p_strNames),
+             p_strTarget,
+             {}}};
 }
 
 }  // namespace MFailureText

@@ -10,6 +10,9 @@
 /// One table, a row a failure.
 namespace MFailureText {
 
+/// The status by which a printer says that it does not carry a command, or a request, out.
+inline constexpr const char* CommandError = "06";
+
 /// The failure of a command.
 ///
 /// Its code is NotReachable when nothing can have been sent, else Failed.
@@ -23,5 +26,10 @@ CCommandError Of(const CFailure& p_objFailure, bool p_bSent, const CTarget& p_ob
 /// has refused to tell them, or cannot.
 CCommandError OfRead(const CReadReport& p_objReport, const CTarget& p_objTarget,
                      const IDeviceAccess& p_objAccess);
+
+/// The same of a reading that has brought everything that was asked for, but no values of
+/// p_strNames.
+CCommandError OfUnreadable(const std::vector<std::string>& p_strNames,
+                           const std::string& p_strTarget);
 
 }  // namespace MFailureText

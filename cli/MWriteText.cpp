@@ -13,6 +13,7 @@ namespace {
 
 using End = CWriteReport::End;
 using Texts = CCommandError::Texts;
+using Refusal = std::optional<CCommandError>;
 using Why = CWriteReport::Why;
 
 std::string Names(const CWritePlan::Rows& p_objRows) {
@@ -39,11 +40,14 @@ std::string Failure(const CCommandError& p_objError) {
 }
 
 std::string Cause(const CWriteReport& p_objReport, const CTarget& p_objTarget,
-                  const IDeviceAccess& p_objAccess) {
+                  const IDeviceAccess& p_objAccess, const Refusal& p_objRefusal) {
     const std::string strNames = Names(p_objReport.m_objRows);
     switch (p_objReport.m_iWhy) {
     case Why::Refused:
-        return "the printer has refused a command with the status " +
+        // Any other error may be one that it has got into behind the command.
+        return (p_objReport.m_objStatus.m_strCode == MFailureText::CommandError
+                    ? "the printer has refused a command with the status "
+                    : "the printer has answered a command with the status ") +
                Status(p_objReport.m_objStatus);
     case Why::NotAnswered:
         return Failure(MFailureText::Of(p_objReport.m_objStatus.m_objFailure,
@@ -54,7 +58,11 @@ std::string Cause(const CWriteReport& p_objReport, const CTarget& p_objTarget,
         return "settings that were not sent have changed meanwhile: " + strNames;
     case Why::NotReadBack:
         return "it could not be read back: " +
-               Failure(MFailureText::OfRead(p_objReport.m_objRead, p_objTarget, p_objAccess));
+               Failure(p_objRefusal
+                           ? *p_objRefusal
+                           : MFailureText::OfRead(p_objReport.m_objRead, p_objTarget, p_objAccess));
+    case Why::NotUnderstood:
+        return "what it told when it was read back is none of the values of " + strNames;
     default:
         return {};
     }
@@ -78,9 +86,7 @@ Texts NotBegunNow(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
                 "choose another address or port"};
     case Why::NotReady:
         return {"The printer is not ready to be changed",
-                p_objReport.m_objStatus.m_strCode.empty()
-                    ? "it has not told its status"
-                    : "it reports " + Status(p_objReport.m_objStatus),
+                "it reports " + Status(p_objReport.m_objStatus),
                 {},
                 "clear that at the printer, and try again"};
     default:
@@ -127,8 +133,9 @@ Texts NotBegun(const CWriteReport& p_objReport, const CTarget& p_objTarget) {
 }
 
 CCommandError Failed(const CWriteReport& p_objReport, const CTarget& p_objTarget,
-                     const std::string& p_strJournal, const IDeviceAccess& p_objAccess) {
-    const std::string strCause = Cause(p_objReport, p_objTarget, p_objAccess);
+                     const std::string& p_strJournal, const IDeviceAccess& p_objAccess,
+                     const Refusal& p_objRefusal) {
+    const std::string strCause = Cause(p_objReport, p_objTarget, p_objAccess, p_objRefusal);
     const std::string& strTarget = p_objTarget.m_strText;
     if (p_objReport.m_iEnd == End::Undone) {
         const bool bSent = p_objReport.m_objPlace == CPrinterPlace{} || p_objReport.m_bSent;
@@ -168,7 +175,8 @@ const char* Word(CWriteReport::Result p_iResult) {
 
 std::optional<CCommandError> Error(const CWriteReport& p_objReport, const CTarget& p_objTarget,
                                    const std::string& p_strJournal,
-                                   const IDeviceAccess& p_objAccess) {
+                                   const IDeviceAccess& p_objAccess,
+                                   const std::optional<CCommandError>& p_objRefusal) {
     if (p_objReport.m_bJournalStays) {
         return CCommandError(MExitCode::PersonNeeded,
                              {"The journal of " + p_objTarget.m_strText + " cannot be removed",
@@ -184,10 +192,18 @@ std::optional<CCommandError> Error(const CWriteReport& p_objReport, const CTarge
         break;
     case End::Undone:
     case End::PersonNeeded:
-        return Failed(p_objReport, p_objTarget, p_strJournal, p_objAccess);
+        return Failed(p_objReport, p_objTarget, p_strJournal, p_objAccess, p_objRefusal);
     }
     if (p_objReport.m_iWhy == Why::NotRead) {
         return MFailureText::OfRead(p_objReport.m_objRead, p_objTarget, p_objAccess);
+    }
+    const CStatusReport& objStatus = p_objReport.m_objStatus;
+    if (p_objReport.m_iWhy == Why::NotReady && !objStatus.m_objFailure.IsNone()) {
+        // Something went out to it before: the readings.
+        return CCommandError(
+            MExitCode::Failed,
+            MFailureText::Of(objStatus.m_objFailure, objStatus.m_bSent, p_objTarget, p_objAccess)
+                .Words());
     }
     Texts objTexts = NotBegun(p_objReport, p_objTarget);
     objTexts.m_strTarget = p_objTarget.m_strText;

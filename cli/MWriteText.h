@@ -20,8 +20,10 @@ const char* Word(CWriteReport::Result p_iResult);
 
 /// The failure that a report tells; nothing when it tells none.
 /// @param p_strJournal where the journal of the change stands.
+/// @param p_objRefusal why there was no printer to be read in the end, where that can be told.
 std::optional<CCommandError> Error(const CWriteReport& p_objReport, const CTarget& p_objTarget,
                                    const std::string& p_strJournal,
-                                   const IDeviceAccess& p_objAccess);
+                                   const IDeviceAccess& p_objAccess,
+                                   const std::optional<CCommandError>& p_objRefusal = {});
 
 }  // namespace MWriteText

@@ -99,7 +99,8 @@ CWriteReport CWriteJob::Run(const CWriteRequest& p_objRequest) {
     }
     CWriteRun objRun(objReport.m_objPlan, m_objWays, m_objEvents, p_objRequest.m_dReach);
     const bool bDone = CarryOut(objRun, objReport);
-    const Rows objUnmet = objRun.IsRead() ? objReport.m_objRows : Rows();
+    const bool bUnmet = objReport.m_iWhy == Why::OtherThanWanted;
+    const Rows objUnmet = bUnmet ? objReport.m_objRows : Rows();
     if (bDone) {
         objReport.m_iEnd = AreOthersAsBefore(objRun, objReport) ? End::Changed : End::PersonNeeded;
     } else {
@@ -233,6 +234,7 @@ bool CWriteJob::IsReady(CWriteReport& p_objReport) {
             return false;
         }
     }
+    p_objReport.m_objStatus.m_objFailure.m_iKind = CFailure::Kind::UsbNotOpened;
     if (const std::unique_ptr<IPrinter> objPrinter = m_objWays.At({})) {
         p_objReport.m_objStatus = objPrinter->Status();
     }
@@ -244,10 +246,12 @@ bool CWriteJob::IsReady(CWriteReport& p_objReport) {
     return true;
 }
 
+/// What cannot be understood is not as it was; changed it is not therefore.
 bool CWriteJob::AreOthersAsBefore(const CWriteRun& p_objRun, CWriteReport& p_objReport) {
-    const Rows objRows = p_objRun.OthersChanged();
+    const Rows objUnknown = p_objRun.Unknown();
+    const Rows objRows = objUnknown.empty() ? p_objRun.OthersChanged() : objUnknown;
     if (!objRows.empty()) {
-        p_objReport.m_iWhy = Why::OthersChanged;
+        p_objReport.m_iWhy = objUnknown.empty() ? Why::OthersChanged : Why::NotUnderstood;
         p_objReport.m_objRows = objRows;
     }
     return objRows.empty();
@@ -261,9 +265,17 @@ bool CWriteJob::CarryOut(CWriteRun& p_objRun, CWriteReport& p_objReport) {
     if (p_objRun.ReadBack()) {
         return true;
     }
-    p_objReport.m_iWhy = p_objRun.IsRead() ? Why::OtherThanWanted : Why::NotReadBack;
     p_objReport.m_objRead = p_objRun.Last();
-    p_objReport.m_objRows = p_objRun.IsRead() ? p_objRun.Unmet() : Rows();
+    const Rows objUnknown = p_objRun.Unknown();
+    if (!p_objRun.IsRead()) {
+        p_objReport.m_iWhy = Why::NotReadBack;
+    } else if (objUnknown.empty()) {
+        p_objReport.m_iWhy = Why::OtherThanWanted;
+        p_objReport.m_objRows = p_objRun.Unmet();
+    } else {
+        p_objReport.m_iWhy = Why::NotUnderstood;
+        p_objReport.m_objRows = objUnknown;
+    }
     return false;
 }
 

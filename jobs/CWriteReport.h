@@ -31,23 +31,24 @@ struct CWriteReport {
         NotAsExpected,    ///< m_objRows are not as they have to be before
         OtherHost,        ///< its host name is another one
         PlaceTaken,       ///< somebody is where the printer would go
-        NotReady,         ///< it reports a status that is an error: m_objStatus
+        NotReady,         ///< it reports a status that is an error, or none: m_objStatus
         NoJournal,        ///< the journal could not be written
         Refused,          ///< it has refused a command: m_objStatus
         NotAnswered,      ///< a command has failed: m_objStatus
         OtherThanWanted,  ///< it has taken everything, and m_objRows are not as wanted
         OthersChanged,    ///< m_objRows, which no command has carried, are not as they were
         NotReadBack,      ///< it could not be read back: m_objRead
+        NotUnderstood,    ///< it was read back, and has told no values of m_objRows
     };
 
     /// What has become of a setting that was wanted, or that had to travel along.
     enum class Result : std::uint8_t {
-        Same,          ///< it is as it was, and nothing had to be sent or nothing was
+        Same,          ///< it is as it was, and nobody has seen it otherwise
         Changed,       ///< it is as wanted, as the printer says
         Unverifiable,  ///< it was sent, or not, and no answer reports it
         Refused,       ///< the printer has refused its command, and it is as it was
         Mismatch,      ///< it did not become what was sent, and is what it was, or something else
-        Restored,      ///< it was changed, and is what it was again, as the printer says
+        Restored,      ///< it was changed, and is what it was again, both as the printer says
         Lost,          ///< something was sent, and nobody knows what the printer holds
     };
 

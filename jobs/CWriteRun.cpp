@@ -65,6 +65,8 @@ bool CWriteRun::Send(CWriteReport& p_objReport) {
             p_objReport.m_iWhy = CWriteReport::Why::Refused;
             if (objStatus.m_strCode == CommandError) {
                 m_iRefused.insert(objStep.m_iCommand);
+            } else if (objStep.m_bCuts) {
+                m_objPlaces = m_objPlan.Places(iStep);  // it may have carried it out all the same
             }
             return false;
         }
@@ -85,21 +87,32 @@ bool CWriteRun::ReadUntil(Rows (CWriteRun::*p_fnDiffering)() const) {
         if (i > 0) {
             m_objWays.Wait(BetweenReadings);
         }
-        Read();
+        Look();
         if (!IsRead()) {
             return false;
         }
         if ((this->*p_fnDiffering)().empty()) {
             return true;
         }
+        if (!Unknown().empty()) {
+            return false;
+        }
     }
     return false;
+}
+
+void CWriteRun::Look() {
+    Read();
+    for (int i = 1; i < Hearings && IsRead() && !Unknown().empty(); ++i) {
+        m_objWays.Wait(BetweenReadings);
+        Read();
+    }
 }
 
 bool CWriteRun::Restore() {
     for (int iRound = 0; iRound < Rounds; ++iRound) {
         m_objEvents.OnStage(Stage::Restoring, 0, 0);
-        Read();
+        Look();
         if (!IsRead()) {
             return false;
         }
@@ -119,6 +132,9 @@ bool CWriteRun::Restore() {
         if (ReadUntil(&CWriteRun::Unrestored) && StaysRestored()) {
             return true;
         }
+        if (IsRead() && !Unknown().empty()) {
+            return false;  // sending it again would not make it understood
+        }
     }
     return false;
 }
@@ -129,7 +145,7 @@ bool CWriteRun::StaysRestored() {
         return true;
     }
     m_objWays.Wait(Settling);
-    Read();
+    Look();
     return IsRead() && Unrestored().empty();
 }
 
@@ -137,12 +153,25 @@ bool CWriteRun::IsRead() const {
     return m_objLast.m_objFailure.IsNone() && !m_objLast.m_iAnswered.empty();
 }
 
+/// Everything that has to be as it was or as wanted.
+Rows CWriteRun::Concerned() const {
+    Rows objRows = m_objPlan.Reported();
+    const Rows objOthers = m_objPlan.Others();
+    objRows.insert(objRows.end(), objOthers.begin(), objOthers.end());
+    return objRows;
+}
+
+Rows CWriteRun::Unknown() const {
+    Rows objRows = Concerned();
+    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) { return IsKnown(p_objRow); });
+    return objRows;
+}
+
 Rows CWriteRun::Unmet() const {
     Rows objRows = m_objPlan.Reported();
     std::erase_if(objRows, [&](const MSettings::Row* p_objRow) {
-        return m_objLast.m_objSnapshot.IsKnown(*p_objRow) &&
-               MSettingText::Same(*p_objRow, m_objLast.m_objSnapshot.Items(),
-                                  m_objPlan.m_objAfter.Items());
+        return IsKnown(p_objRow) && MSettingText::Same(*p_objRow, m_objLast.m_objSnapshot.Items(),
+                                                       m_objPlan.m_objAfter.Items());
     });
     return objRows;
 }
@@ -155,22 +184,22 @@ Rows CWriteRun::Unrestored() const {
 
 Rows CWriteRun::OthersChanged() const {
     Rows objRows = m_objPlan.Others();
-    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) { return IsAsBefore(*p_objRow); });
+    std::erase_if(objRows, [&](const MSettings::Row* p_objRow) {
+        return !IsKnown(p_objRow) || IsAsBefore(*p_objRow);
+    });
     return objRows;
 }
 
 bool CWriteRun::IsAsBefore(const MSettings::Row& p_objRow) const {
-    return m_objLast.m_objSnapshot.IsKnown(p_objRow) &&
+    return IsKnown(&p_objRow) &&
            MWritePlan::HoldSameFields(p_objRow, m_objLast.m_objSnapshot, m_objPlan.m_objBefore);
 }
 
-/// Reads everything that has to be as it was or as wanted, at one go: a printer that has lost its
+/// Reads everything that is concerned, at one go: a printer that has lost its
 /// power in between would not be noticed otherwise. Wherever it may be, for as long as it is
 /// sought.
 void CWriteRun::Read() {
-    Rows objRows = m_objPlan.Reported();
-    const Rows objOthers = m_objPlan.Others();
-    objRows.insert(objRows.end(), objOthers.begin(), objOthers.end());
+    const Rows objRows = Concerned();
     const double dStart = m_objWays.Now();
     while (true) {
         for (const CPrinterPlace& objPlace : std::vector(m_objPlaces)) {
@@ -183,6 +212,7 @@ void CWriteRun::Read() {
             m_objLast = objPrinter->Read(objRows);
             if (IsRead()) {
                 ComeTo(objPlace);
+                Notice();
                 return;
             }
         }
@@ -190,6 +220,15 @@ void CWriteRun::Read() {
             return;
         }
         m_objWays.Wait(BetweenTries);
+    }
+}
+
+/// What was changed once is seen before it is as it was again.
+void CWriteRun::Notice() {
+    for (const MSettings::Row* const objRow : m_objPlan.Reported()) {
+        if (IsKnown(objRow) && !IsAsBefore(*objRow)) {
+            m_objSeenOther.insert(objRow);
+        }
     }
 }
 

@@ -17,7 +17,10 @@ public:
     /// How often what was read may differ from what it should be, and the seconds between.
     static constexpr int Readings = 5;
     static constexpr double BetweenReadings = 1;
-    /// How often the undoing is begun anew when it has not brought what it should.
+    /// How often it is read when what it tells cannot be understood, before that is how it is.
+    static constexpr int Hearings = 3;
+    /// How often the undoing is begun anew when it has not brought what it should; it is
+    /// not when nobody can tell what it has brought.
     static constexpr int Rounds = 3;
     /// How long a printer that has left a command unanswered is left alone before it is read last.
     static constexpr double Settling = 5;
@@ -34,8 +37,8 @@ public:
     /// that cuts the link may go unanswered.
     bool Send(CWriteReport& p_objReport);
 
-    /// Reads once.
-    void Look() { Read(); }
+    /// Reads until what comes is understood, as often as Hearings says.
+    void Look();
 
     /// Reads until the printer holds what is wanted, as often as Readings says. True when it does.
     bool ReadBack() { return ReadUntil(&CWriteRun::Unmet); }
@@ -55,11 +58,18 @@ public:
         return m_iRefused.contains(p_iCommand);
     }
 
+    /// Any reading has brought p_objRow with other fields than there were before.
+    [[nodiscard]] bool HasSeenOther(const MSettings::Row& p_objRow) const {
+        return m_objSeenOther.contains(&p_objRow);
+    }
+
     /// The last reading: whole, or failed.
     [[nodiscard]] const CReadReport& Last() const { return m_objLast; }
     [[nodiscard]] bool IsRead() const;
-    /// What the steps carry and the last reading has brought with another value than is wanted,
-    /// or with other fields than there were before.
+    /// What has to be as wanted or as it was, and the last reading has brought no value of.
+    [[nodiscard]] CWritePlan::Rows Unknown() const;
+    /// What the steps carry and the last reading has not brought with the value that is wanted, or
+    /// not with the fields that there were before.
     [[nodiscard]] CWritePlan::Rows Unmet() const;
     [[nodiscard]] CWritePlan::Rows Unrestored() const;
     /// What the steps do not carry and the last reading has brought otherwise than it was.
@@ -69,7 +79,12 @@ public:
 
 private:
     void Read();
+    void Notice();
     bool ReadUntil(CWritePlan::Rows (CWriteRun::*p_fnDiffering)() const);
+    [[nodiscard]] CWritePlan::Rows Concerned() const;
+    [[nodiscard]] bool IsKnown(const MSettings::Row* p_objRow) const {
+        return m_objLast.m_objSnapshot.IsKnown(*p_objRow);
+    }
     [[nodiscard]] bool IsAsBefore(const MSettings::Row& p_objRow) const;
     CStatusReport SendText(const std::string& p_strText);
     void ComeTo(CPrinterPlace p_objPlace);
@@ -83,6 +98,7 @@ private:
     std::vector<CPrinterPlace> m_objPlaces{CPrinterPlace{}};  // the likeliest first
     std::set<MSettingRoute::Command> m_iTouched;
     std::set<MSettingRoute::Command> m_iRefused;
+    std::set<const MSettings::Row*> m_objSeenOther;
     std::size_t m_iSent = 0;
     bool m_bUnanswered = false;  // a command has gone out, and nobody knows what became of it
     CReadReport m_objLast;

@@ -46,8 +46,10 @@ public:
             (bChanges && Holds(objHeld, p_objRow, objPlan.m_objAfter))) {
             return bChanges ? Result::Changed : Result::Same;
         }
-        if (!objHeld.IsKnown(p_objRow) ||
-            !MWritePlan::HoldSameFields(p_objRow, objHeld, objPlan.m_objBefore)) {
+        if (!objHeld.IsKnown(p_objRow)) {
+            return Result::Lost;
+        }
+        if (!MWritePlan::HoldSameFields(p_objRow, objHeld, objPlan.m_objBefore)) {
             return Result::Mismatch;
         }
         if (!bSent || !bChanges) {
@@ -61,7 +63,8 @@ public:
         if (!IsReported(p_objRow)) {
             return Result::Unverifiable;
         }
-        if (m_objRun.HasSent() && !m_objRun.IsRead()) {
+        const bool bKnown = m_objRun.IsRead() && m_objRun.Last().m_objSnapshot.IsKnown(p_objRow);
+        if (m_objRun.HasSent() && !bKnown) {
             return Result::Lost;
         }
         const CWritePlan::Rows& objRows = m_objReport.m_objRows;
@@ -73,8 +76,11 @@ public:
 private:
     /// It is as before: has it ever been otherwise?
     [[nodiscard]] Result Undone(const Row& p_objRow) const {
+        if (m_objRun.HasSeenOther(p_objRow)) {
+            return Result::Restored;
+        }
         const bool bUnmet = std::ranges::find(m_objUnmet, &p_objRow) != m_objUnmet.end();
-        return bUnmet ? Result::Mismatch : Result::Restored;
+        return bUnmet ? Result::Mismatch : Result::Same;
     }
 
     const CWriteReport& m_objReport;

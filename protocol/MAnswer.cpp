@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -37,6 +39,14 @@ constexpr std::size_t LongestAnswer() {
         iLongest = std::max(iLongest, AnswerLength(objLength));
     }
     return iLongest;
+}
+
+/// What the item of the font code gets of its field.
+std::string FontCode(const CItem& p_objItem, std::string p_strField) {
+    const bool bHexadecimal = std::ranges::all_of(
+        p_strField, [](unsigned char p_cDigit) { return std::isxdigit(p_cDigit) != 0; });
+    const bool bJudged = p_objItem.m_iDataType == ItemDataType::Text;
+    return bJudged && !bHexadecimal ? p_strField : MAnswer::MapFontCode(p_strField, true);
 }
 
 bool IsAnswerLength(std::size_t p_iLength) {
@@ -127,7 +137,7 @@ bool DistributeAnswer(const CItemManager& p_objItemManager,
         CItem& objItem = *objItemAry[i];
         std::string strField = ExtractField(p_objAnswer, iPosition, objItem.m_iLength);
         if (p_iGroup == Parameter && i == FontCodeIndex) {
-            strField = MapFontCode(strField, true);
+            strField = FontCode(objItem, std::move(strField));
         }
         objItem.SetValue(strField);
         iPosition += static_cast<std::size_t>(objItem.m_iLength);

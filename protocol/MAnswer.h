@@ -69,7 +69,9 @@ Frame JudgeBlock(std::span<const std::uint8_t> p_objAnswer, std::size_t p_iLengt
 bool GroupItems(const CItemManager& p_objItemManager, std::int16_t p_iGroup,
                 ItemArray& p_objItemAry);
 
-/// Cuts a settings answer into the fields of group p_iGroup and stores each in its item.
+/// Cuts a settings answer into the fields of group p_iGroup and stores each in its item. The font
+/// code is translated (MapFontCode), which makes a number of anything; where its item takes texts
+/// as they are, what is no hexadecimal number is stored as it came, for somebody else to judge.
 ///
 /// @param p_objAnswer the whole answer, its fields from FieldsPosition on.
 /// @return false, and no item changed, for a group that does not exist.

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct CFakePrinter {
     std::string m_strText = "ON LINE";
     /// The codes that single maintenance commands are answered with; empty: with nothing.
     std::map<std::string, std::string> m_strCodes{};
+    std::set<std::string, std::less<>> m_strUnreadable{};  ///< its answers hold no values of these
     std::string m_strInPlace;  ///< the status code that is told in place of that answer
     std::optional<CCommandError> m_objRefused{};  ///< it cannot be connected at all
 
@@ -160,9 +162,10 @@ private:
                    m_objPrinter.m_iFailing != MAnswer::NoGroup;
         }
 
-        static void Answer(std::int16_t p_iGroup, CSnapshot& p_objSnapshot) {
+        void Answer(std::int16_t p_iGroup, CSnapshot& p_objSnapshot) const {
             for (const MSettings::Row& objRow : MSettings::All()) {
-                if (MSettingRoute::ReportedIn(objRow) == p_iGroup) {
+                if (MSettingRoute::ReportedIn(objRow) == p_iGroup &&
+                    !m_objPrinter.m_strUnreadable.contains(objRow.m_strName)) {
                     p_objSnapshot.SetKnown(objRow);
                 }
             }

@@ -145,7 +145,12 @@ TEST_F(CReadCommandTest, AStatusInPlaceOfSettingsIsTold) {
     EXPECT_EQ(objRan.m_objJson["error"]["what"], "No settings from lan:a");
     EXPECT_EQ(objRan.m_objJson["error"]["cause"],
               "in their place it has told the status 06 Command Error");
+    EXPECT_TRUE(Has(objRan.m_objJson["error"]["hint"], "try again")) << "it is switched on";
     EXPECT_EQ(objRan.m_objJson["complete"], false);
+    m_objPrinter.m_strInPlace = "15";
+    EXPECT_EQ(RunJson({"read", "lan:a"}).m_objJson["error"]["hint"],
+              "clear that at the printer, and try again");
+    m_objPrinter.m_strInPlace = "06";
     m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::LanClosed;
     EXPECT_EQ(RunJson({"read", "lan:a"}).m_objJson["error"]["what"],
               "lan:a has closed the connection")
@@ -153,7 +158,7 @@ TEST_F(CReadCommandTest, AStatusInPlaceOfSettingsIsTold) {
     m_objPrinter.m_objFailure.m_iKind = CFailure::Kind::NoReply;
     m_objPrinter.m_strText = "";
     EXPECT_TRUE(Has(Run({"diff", "lan:a", "defaults"}).m_strError,
-                    "No settings from lan:a: in their place it has told the status 06: see "));
+                    "No settings from lan:a: in their place it has told the status 06: try again"));
 }
 
 TEST_F(CReadCommandTest, WhereNothingCameThereIsNoTable) {

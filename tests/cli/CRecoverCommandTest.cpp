@@ -107,7 +107,58 @@ TEST_F(CRecoverCommandTest, APrinterThatIsUnpluggedIsGivenUpByItsName) {
         throw CCommandError(MExitCode::NotReachable, {"There is no printer", {}, {}, {}});
     };
     m_objPrinters.m_bUnplugged = true;
-    EXPECT_EQ(Recover({"lan:printer", "--keep"}).m_iCode, 3);
+    for (const Arguments& strWords :
+         {Arguments{"lan:printer", "--keep"}, {"lan:printer"}, {"lan:printer", "--restore"}}) {
+        const Ran objRan = Recover(strWords);
+        EXPECT_EQ(objRan.m_iCode, 5);
+        EXPECT_EQ(objRan.m_objJson["end"], "person-needed");
+        EXPECT_EQ(objRan.m_objJson["results"], Json({{"feed-adj", "lost"}}));
+        EXPECT_TRUE(objRan.m_objJson["journal"].is_string());
+        EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+                  "it could not be read back: There is no printer");
+    }
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(Recover({"lan:printer", "--keep", "--unseen"}).m_iCode, 0);
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(CRecoverCommandTest, AWrongNameForTheOtherWayIsTold) {
+    BreakDown({"feed-adj=1"});
+    m_objPrinters.m_fnConnect = [](const CTarget&) -> std::unique_ptr<IPrinter> {
+        throw CCommandError(MExitCode::NotReachable,
+                            {"Several printers are plugged in on USB", "usb:1-2, usb:1-3", {}, {}});
+    };
+    const Ran objRan = Recover({"lan:printer", "--restore", "--via", "usb"});
+    EXPECT_EQ(objRan.m_iCode, 5);
+    EXPECT_EQ(
+        objRan.m_objJson["error"]["cause"],
+        "it could not be read back: Several printers are plugged in on USB: usb:1-2, usb:1-3");
+}
+
+// What is told is no ground for giving up the one thing that knows how the printer was.
+TEST_F(CRecoverCommandTest, WhatCannotBeUnderstoodIsNotSeen) {
+    BreakDown({"feed-adj=1"});
+    const CItemManager& objItems = m_objModel.m_objPrinter.Items();
+    for (const bool bSent : {true, false}) {
+        m_objModel.m_fnBeforeCall = [&objItems, bSent] {
+            objItems.m_objCutPosDirection->SetValue(bSent ? "x" : "+");
+            objItems.m_objLanSetting->SetValue(bSent ? "0" : "7");
+        };
+        const std::string strName = bSent ? "cut-adj" : "lan";
+        for (const Arguments& strWords :
+             {Arguments{"lan:printer"}, {"lan:printer", "--keep"}, {"lan:printer", "--restore"}}) {
+            const Ran objRan = Recover(strWords);
+            EXPECT_EQ(objRan.m_iCode, 5) << objRan.m_strOut;
+            EXPECT_EQ(objRan.m_objJson["end"], "person-needed");
+            EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+                      "what it told when it was read back is none of the values of " + strName);
+            EXPECT_TRUE(Has(objRan.m_objJson["error"]["hint"], "the journal is "));
+            Arguments strPeople = strWords;
+            strPeople.insert(strPeople.begin(), "recover");
+            EXPECT_FALSE(Has(Run(strPeople).m_strOut, "The printer is"));
+            EXPECT_TRUE(IsOpen());
+        }
+    }
     EXPECT_EQ(Recover({"lan:printer", "--keep", "--unseen"}).m_iCode, 0);
     EXPECT_FALSE(IsOpen());
 }

@@ -81,6 +81,31 @@ TEST_F(CTargetSourceTest, AValueThatIsNoneIsNeverTheSame) {
               Json::parse(R"({"value": null, "raw": "9"})"));
 }
 
+TEST_F(CTargetSourceTest, APrinterThatTellsNoValueIsNeitherTheSameNorDifferent) {
+    Printer("lan:a").m_strUnreadable = {"speed", "country"};
+    const std::string strFile =
+        Make("a.json", R"({"varden": 1, "settings": {"parity": "EVEN", "country": 7}})");
+    const std::string strOther = Make("b.json", R"({"varden": 1, "settings": {"parity": "ODD"}})");
+    for (const Arguments& strArguments :
+         {Arguments{"diff", "lan:a", strFile}, Arguments{"diff", strFile, "lan:a"}}) {
+        const Ran objRan = RunJson(strArguments);
+        EXPECT_EQ(objRan.m_iCode, MExitCode::Failed) << objRan.m_strOut;
+        EXPECT_EQ(objRan.m_objJson["error"]["what"], "Not everything could be read from lan:a");
+        EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+                  "what the printer holds is none of the values of country");
+        EXPECT_EQ(objRan.m_objJson["error"]["target"], "lan:a");
+        EXPECT_TRUE(objRan.m_objJson["unknown"].contains("country"));
+        const Ran objPeople = Run(strArguments);
+        EXPECT_TRUE(Has(objPeople.m_strOut, "not compared\n"));
+        EXPECT_TRUE(Has(objPeople.m_strError, "Not everything could be read from lan:a"));
+    }
+    EXPECT_EQ(RunJson({"diff", "lan:a", strOther}).m_iCode, MExitCode::Different)
+        << "what the other side does not hold";
+    Printer("lan:b").m_strUnreadable = {"country"};
+    EXPECT_EQ(RunJson({"diff", "lan:a", "lan:b"}).m_iCode, MExitCode::Failed);
+    EXPECT_EQ(RunJson({"diff", "lan:b", "defaults"}).m_iCode, MExitCode::Failed);
+}
+
 TEST_F(CTargetSourceTest, NothingInCommonIsAFailureOfWhatWasSent) {
     const std::string strFile =
         Make("a.json", R"({"varden": 1, "settings": {"stop-bit": "1bit"}})");

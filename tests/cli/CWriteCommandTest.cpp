@@ -162,6 +162,30 @@ TEST_F(CWriteCommandTest, APrinterThatIsNotReadyIsLeftAlone) {
     EXPECT_THAT(m_objModel.Sets(), IsEmpty());
 }
 
+TEST_F(CWriteCommandTest, ALinkThatFailsAtTheQuestionWhetherItIsReadyIsTold) {
+    for (const Mishap iMishap : {Mishap::Unreached, Mishap::Unheard}) {
+        m_objModel.m_iMishaps[m_objModel.m_iCalls + 2] = iMishap;
+        const Ran objRan = Write({"feed-adj=1"});
+        EXPECT_EQ(objRan.m_iCode, 1);
+        EXPECT_EQ(objRan.m_objJson["end"], "not-begun");
+        EXPECT_EQ(objRan.m_objJson["error"]["what"], "No answer from lan:printer");
+        EXPECT_TRUE(m_objModel.Sets().empty());
+    }
+}
+
+TEST_F(CWriteCommandTest, WhatCannotBeUnderstoodIsNotCalledChanged) {
+    m_objModel.m_fnBeforeCall = [this] {
+        const bool bGarbled = m_objModel.m_iCalls >= 4;
+        m_objModel.m_objPrinter.Items().m_objLanSetting->SetValue(bGarbled ? "7" : "0");
+    };
+    const Ran objRan = Write({"feed-adj=1"});
+    EXPECT_EQ(objRan.m_iCode, 5);
+    EXPECT_EQ(objRan.m_objJson["results"], Json({{"feed-adj", "changed"}}));
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "what it told when it was read back is none of the values of lan");
+    EXPECT_FALSE(Has(objRan.m_objJson["error"]["hint"], "when that is as it should be"));
+}
+
 TEST_F(CWriteCommandTest, ARefusalUndoesWhatWasSentBefore) {
     CStateFaults objFaults;
     objFaults.m_strRefused = {"{Z2;2,"};
@@ -175,8 +199,18 @@ TEST_F(CWriteCommandTest, ARefusalUndoesWhatWasSentBefore) {
                                                  {"cut-adj", "same"},
                                                  {"font-code", "restored"},
                                                  {"stop-bit", "unverifiable"}}));
-    EXPECT_TRUE(Has(objRan.m_objJson["error"]["cause"], "06 Command Error"));
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "the printer has refused a command with the status 06 Command Error");
     EXPECT_EQ(objRan.m_objJson["journal"], nullptr);
+}
+
+TEST_F(CWriteCommandTest, AnErrorBehindACommandIsNoRefusal) {
+    m_objModel.m_iMishaps[3] = Mishap::Troubled;
+    const Ran objRan = Write({"feed-adj=1"});
+    EXPECT_EQ(objRan.m_iCode, 1);
+    EXPECT_EQ(objRan.m_objJson["results"], Json({{"feed-adj", "restored"}}));
+    EXPECT_EQ(objRan.m_objJson["error"]["cause"],
+              "the printer has answered a command with the status 11 Paper JAM");
 }
 
 TEST_F(CWriteCommandTest, AnotherStopBitThatCannotBeVerifiedCallsAPerson) {

@@ -43,7 +43,7 @@ const std::vector<Case>& Cases() {
         {"SerialNotOpen", strCom, Kind::SerialNotOpen, 0, false, NotReachable,
          "com:/dev/ttyUSB0 is not open", "the port went away", "plugged in"},
         {"SerialNotSent", strCom, Kind::SerialNotSent, 0, false, Failed,
-         "Sending to com:/dev/ttyUSB0 has failed", "the port was lost", "plugged in"},
+         "Sending to com:/dev/ttyUSB0 has failed", "or has not taken the command", "plugged in"},
         {"SerialLost", strCom, Kind::SerialLost, 0, true, Failed, "com:/dev/ttyUSB0 is gone",
          "before an answer came", "plugged in"},
         {"SerialOverrun", strCom, Kind::SerialOverrun, 0, true, Failed,

@@ -34,6 +34,15 @@ void From(CWriteTranscript& p_objWrite, int p_iFirst, Mishap p_iMishap, int p_iC
     }
 }
 
+/// From one call on, and up to another, what it tells of cut-adj is no value.
+void Garble(CWriteTranscript& p_objWrite, int p_iFirst, int p_iEnd) {
+    CModelPrinter& objModel = p_objWrite.m_objModel;
+    objModel.m_fnBeforeCall = [&objModel, p_iFirst, p_iEnd] {
+        const bool bGarbled = objModel.m_iCalls >= p_iFirst && objModel.m_iCalls < p_iEnd;
+        objModel.m_objPrinter.Items().m_objCutPosDirection->SetValue(bGarbled ? "x" : "+");
+    };
+}
+
 // clang-format off
 const std::vector<Scenario> Scenarios{
     {"Changed", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "-1.5"}}); return w.Run(); }},
@@ -108,6 +117,16 @@ const std::vector<Scenario> Scenarios{
     {"AnotherIsUnreadable", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_objPrinter.Items().m_objLanSetting->SetValue(7); return w.Run(); }},
     {"UnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objCutPosDirection->SetValue(std::string("x")); } }; return w.Run(); }},
     {"WantedIsUnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}, {"cut-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objCutPosDirection->SetValue(std::string("x")); } }; return w.Run(); }},
+    {"UnderstoodAtTheThirdReading", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); Garble(w, 4, 6); return w.Run(); }},
+    {"UnderstoodWhenItIsBroughtBack", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); Garble(w, 4, 7); return w.Run(); }},
+    {"NotUnderstoodBehindTheUndoing", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::Unanswered; Garble(w, 7, 90); return w.Run(); }},
+    {"NotUnderstoodAndAnotherIsAsItWas", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"dhcp", "ON"}, {"cut-adj", "0"}}); Garble(w, 4, 90); return w.Run(); }},
+    {"BroughtBackNotUnderstood", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); From(w, 4, Mishap::Unreached); w.Run(); w.m_objModel.m_iMishaps.clear(); Garble(w, 0, 900); return w.Restore(); }},
+    {"LookedAtNotUnderstood", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); From(w, 4, Mishap::Unreached); w.Run(); w.m_objModel.m_iMishaps.clear(); Garble(w, 0, 900); return w.Look(); }},
+    {"LookedAtUnderstoodAtLast", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); From(w, 4, Mishap::Unreached); w.Run(); w.m_objModel.m_iMishaps.clear(); const int n = w.m_objModel.m_iCalls; Garble(w, n, n + 2); return w.Look(); }},
+    {"MovedAndTroubled", Cuts::Lan, [](CWriteTranscript& w) { w.Want({{"ip-address", "10.1.2.3"}}); w.m_objRequest.m_bAllowLinkChange = true; w.m_objModel.m_iMishaps[3] = Mishap::Troubled; return w.Run(); }},
+    {"StaysAndTroubled", Cuts::Lan, [](CWriteTranscript& w) { w.m_objModel.m_bMoves = false; w.Want({{"ip-address", "10.1.2.3"}}); w.m_objRequest.m_bAllowLinkChange = true; w.m_objModel.m_iMishaps[3] = Mishap::Troubled; return w.Run(); }},
+    {"NothingCameOfIt", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_iMishaps[3] = Mishap::Unheard; return w.Run(); }},
     {"LineChangedLast", Cuts::Serial, [](CWriteTranscript& w) { w.Want({{"speed", "19200bps"}, {"stop-bit", "1bit"}, {"feed-adj", "1"}}); w.m_objRequest.m_bAllowLinkChange = true; return w.Run(); }},
     {"OtherIsUnreadableAfterwards", Cuts::Nothing, [](CWriteTranscript& w) { w.Want({{"feed-adj", "1"}}); w.m_objModel.m_fnBeforeCall = [&w] { if (w.m_objModel.m_iCalls >= 4) { w.m_objModel.m_objPrinter.Items().m_objLanSetting->SetValue(7); } }; return w.Run(); }},
     {"MovedNothingGoesOut", Cuts::Lan, [](CWriteTranscript& w) { w.Want({{"ip-address", "10.1.2.3"}}); w.m_objRequest.m_bAllowLinkChange = true; From(w, 3, Mishap::Unreached); return w.Run(); }},

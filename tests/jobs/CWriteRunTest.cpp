@@ -110,6 +110,8 @@ TEST_F(CWriteRunTest, AJobWithoutAPrinterHasNotBegun) {
         EXPECT_EQ(objReport.m_bSent, iOpenings > 0);
         EXPECT_EQ(objReport.m_objRead.m_objFailure.m_iKind,
                   iOpenings < 2 ? CFailure::Kind::UsbNotOpened : CFailure::Kind::None);
+        EXPECT_EQ(objReport.m_objStatus.m_objFailure.m_iKind,
+                  iOpenings < 2 ? CFailure::Kind::None : CFailure::Kind::UsbNotOpened);
         EXPECT_EQ(objJournal.m_iOpened, 0);
     }
 }

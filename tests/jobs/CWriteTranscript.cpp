@@ -24,7 +24,8 @@ constexpr std::array Whys{"",
                           "unanswered",
                           "other than wanted",
                           "others changed",
-                          "not read back"};
+                          "not read back",
+                          "not understood"};
 constexpr std::array Results{"same",     "changed",  "unverifiable", "refused",
                              "mismatch", "restored", "lost"};
 

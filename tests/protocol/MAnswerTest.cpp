@@ -223,6 +223,18 @@ TEST(MAnswer, ReadsTheFontCodeInTheToolsNumbering) {
     }
 }
 
+TEST(MAnswer, WhoJudgesFieldsGetsAFontCodeThatIsNoneAsItCame) {
+    for (const auto& [cFontCode, strStored] :
+         {std::pair{'1', "3"}, {'2', "1"}, {'a', "A"}, {'F', "F"}, {'?', "?"}, {' ', " "}}) {
+        SCOPED_TRACE(cFontCode);
+        CItemManager objItemManager;
+        objItemManager.m_objFontCode = std::make_shared<CItem>(*objItemManager.m_objFontCode);
+        objItemManager.m_objFontCode->m_iDataType = ItemDataType::Text;
+        EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, ParameterAnswer(cFontCode), 1));
+        EXPECT_EQ(objItemManager.m_objFontCode->GetValue(), CItemValue(std::string(strStored)));
+    }
+}
+
 TEST(MAnswer, MapsOnlyTheFontCode) {
     const CItemManager objItemManager;
     EXPECT_TRUE(MAnswer::DistributeAnswer(objItemManager, Ones(1), 1));

@@ -98,17 +98,26 @@ CFaultOutcome CFaultScene::Run(const std::vector<std::string>& p_strWords,
     const std::size_t iBefore = m_objPrinter.m_strCommands.size();
     const int iSendings = m_objPrinter.Sendings();
     m_objPrinter.Begin(p_objPlan);
+    m_objPrinter.m_fnCarried = [&] {
+        for (const auto& [strName, strValue] : Held()) {
+            if (objOutcome.m_strBefore[strName] != strValue) {
+                objOutcome.m_strMoved.insert(strName);
+            }
+        }
+    };
     const std::int64_t iStart = m_objClock.Elapsed();
     objOutcome.m_iCode = Carry(strWords, objOutcome.m_strOut);
     const std::int64_t iEnd = m_objClock.Elapsed();
     objOutcome.m_dSeconds = static_cast<double>(iEnd - iStart) / Thousand;
     if (m_objInterrupt.m_iCame) {
         objOutcome.m_dSinceCtrlC = static_cast<double>(iEnd - *m_objInterrupt.m_iCame) / Thousand;
+        objOutcome.m_iSendingsSinceCtrlC = m_objPrinter.Sendings() - m_objPrinter.SendingsAtCtrlC();
     }
     objOutcome.m_iSendings = m_objPrinter.Sendings() - iSendings;
     objOutcome.m_iInside = m_objEventLoop.Depth();
     objOutcome.m_bClosed = m_objPrinter.IsAllClosed();
     objOutcome.m_bLocked = !m_objState.m_strHolders.empty();
+    m_objPrinter.m_fnCarried = nullptr;
     m_objPrinter.Rest();
     m_objEventLoop.Idle(Later);
     objOutcome.m_iSendingsLater = m_objPrinter.Sendings() - iSendings - objOutcome.m_iSendings;

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,13 +24,15 @@ struct CFaultOutcome {
     int m_iSendingsLater = 0;                ///< and how often in the twenty seconds behind the end
     double m_dSeconds = 0;
     double m_dSinceCtrlC = -1;  ///< from Ctrl-C to the end; without one negative
+    int m_iSendingsSinceCtrlC = 0;
     std::map<std::string, std::string> m_strFiles;   ///< what was written, by names
     std::map<std::string, std::string> m_strBefore;  ///< what the printer held before it
     std::map<std::string, std::string> m_strAfter;   ///< and holds now
-    bool m_bJournal = false;                         ///< one stands
-    bool m_bLocked = false;                          ///< the state is held
-    bool m_bClosed = false;                          ///< all links are
-    int m_iInside = 0;                               ///< event loops that still run
+    std::set<std::string> m_strMoved;  ///< what was otherwise than before, be it for a moment
+    bool m_bJournal = false;           ///< one stands
+    bool m_bLocked = false;            ///< the state is held
+    bool m_bClosed = false;            ///< all links are
+    int m_iInside = 0;                 ///< event loops that still run
 };
 
 /// The program, a printer, and what is between them, without a process and with a clock that is

@@ -183,7 +183,7 @@ void CFaultyPrinter::OpenLan(Kind p_iKind) {
     case Kind::GoneAtOnce:
         // Behind the connection's own event, and in the same round.
         m_objEventLoop.AtNextYield([this] {
-            m_objEventLoop.AtYield(m_objEventLoop.Yields(), [this] { m_objSocket.PeerCloses(); });
+            m_objEventLoop.AtYield(m_objEventLoop.Yields(), OfConnection([this] { Leave(); }));
         });
         return;
     case Kind::InterruptedOpening:
@@ -283,7 +283,7 @@ void CFaultyPrinter::BreakSending(std::size_t p_iOut) {
     switch (m_iLink) {
     case Link::Lan:
         m_objSocket.m_bCompletesSends = false;
-        m_objEventLoop.AtNextYield([this] { m_objSocket.Break(Error(ECONNRESET)); });
+        m_objEventLoop.AtNextYield(OfConnection([this] { m_objSocket.Break(Error(ECONNRESET)); }));
         break;
     case Link::Com:
         if (p_iOut == Some) {
@@ -309,6 +309,9 @@ void CFaultyPrinter::Take(const std::string& p_strCommand) {
     }
     m_objPrinter.SetFaults(objFaults);
     const std::string strAnswer = m_objPrinter.Handle(p_strCommand).m_strAnswer;
+    if (m_fnCarried) {
+        m_fnCarried();
+    }
     if (!bHit) {
         Deliver(OnLink(strAnswer), Usual);
         return;
@@ -352,11 +355,13 @@ void CFaultyPrinter::Spoil(const std::string& p_strCommand, const std::string& p
         } else if (m_objPlan.m_iKind >= Kind::InterruptedWaiting) {
             const bool bBetween = m_objPlan.m_iKind == Kind::InterruptedBetween;
             Deliver(strAnswer, bBetween ? Usual : InTime);
-            InterruptIn(bBetween ? Whole(strAnswer) : 10 * Usual);
+            // On the network the answer comes at once, and the next command may go out with it.
+            const std::int64_t iWhole = m_iLink == Link::Lan ? Usual : Whole(strAnswer);
+            InterruptIn(bBetween ? iWhole : 10 * Usual);
         } else {
             Deliver(Spoiled(p_strCommand, p_strAnswer), Usual);
             if (m_objPlan.m_iKind == Kind::NoPrinter) {
-                m_objEventLoop.After(2 * Usual, [this] { Leave(); });
+                m_objEventLoop.After(2 * Usual, OfConnection([this] { Leave(); }));
             }
         }
         break;
@@ -366,10 +371,10 @@ void CFaultyPrinter::Spoil(const std::string& p_strCommand, const std::string& p
 void CFaultyPrinter::SpoilWay(const std::string& p_strAnswer) {
     switch (m_objPlan.m_iKind) {
     case Kind::Reset:
-        m_objEventLoop.After(Usual, [this] { m_objSocket.Break(Error(ECONNRESET)); });
+        m_objEventLoop.After(Usual, OfConnection([this] { m_objSocket.Break(Error(ECONNRESET)); }));
         return;
     case Kind::ClosedBefore:
-        m_objEventLoop.After(Usual, [this] { Leave(); });
+        m_objEventLoop.After(Usual, OfConnection([this] { Leave(); }));
         return;
     case Kind::ClosedInside:
         Deliver(p_strAnswer.substr(0, p_strAnswer.size() / 2), Usual);
@@ -378,7 +383,16 @@ void CFaultyPrinter::SpoilWay(const std::string& p_strAnswer) {
         Deliver(p_strAnswer, Usual);
         break;
     }
-    m_objEventLoop.After(Whole(p_strAnswer), [this] { Leave(); });
+    m_objEventLoop.After(Whole(p_strAnswer), OfConnection([this] { Leave(); }));
+}
+
+/// What meets a connection does not meet a later one. A cable does not know of any.
+std::function<void()> CFaultyPrinter::OfConnection(const std::function<void()>& p_fnEvent) {
+    return [this, p_fnEvent, iConnection = m_objSocket.m_iConnects] {
+        if (iConnection == m_objSocket.m_iConnects) {
+            p_fnEvent();
+        }
+    };
 }
 
 /// After how many milliseconds an answer is there, a serial line bringing a few characters in a
@@ -485,16 +499,17 @@ void CFaultyPrinter::Arrive(const std::string& p_strBytes) {
 void CFaultyPrinter::Stream() {
     constexpr std::size_t Most = 128;
     const std::string strJunk = Junk(std::min(Most, Width(m_iLink)));
-    m_objEventLoop.After(Tick, [this, strJunk] {
-        const bool bFull = m_objUsb.m_strAnswers.size() > 1;  // nobody takes it
-        const bool bOver = m_iLink == Link::Lan   ? !m_objSocket.IsConnected()
-                           : m_iLink == Link::Com ? !m_objSerialPort.IsOpen()
-                                                  : bFull;
-        if (!bOver) {
-            Arrive(strJunk);
-            Stream();
-        }
-    });
+    m_objEventLoop.After(Tick, OfConnection([this, strJunk] {
+                             const bool bFull =
+                                 m_objUsb.m_strAnswers.size() > 1;  // nobody takes it
+                             const bool bOver = m_iLink == Link::Lan   ? !m_objSocket.IsConnected()
+                                                : m_iLink == Link::Com ? !m_objSerialPort.IsOpen()
+                                                                       : bFull;
+                             if (!bOver) {
+                                 Arrive(strJunk);
+                                 Stream();
+                             }
+                         }));
 }
 
 /// The printer closes the connection, or is pulled out.
@@ -527,6 +542,7 @@ void CFaultyPrinter::InterruptIn(std::int64_t p_iMilliseconds) {
     if (!std::exchange(m_bUsed, true) || !m_objPlan.m_bOnce) {
         m_objEventLoop.After(p_iMilliseconds, [this] {
             if (!m_objInterrupt.m_iCame) {
+                m_iSendingsAtCtrlC = Sendings();
                 m_objInterrupt.Come();
             }
         });

@@ -55,6 +55,12 @@ public:
         return m_objSocket.m_iSendings + m_objSerialPort.m_iSendings + m_objUsb.m_iSendings;
     }
 
+    /// The same when Ctrl-C came; nothing is given to the link behind it.
+    [[nodiscard]] int SendingsAtCtrlC() const { return m_iSendingsAtCtrlC; }
+
+    /// Told of each command that it has carried out, or not.
+    std::function<void()> m_fnCarried;
+
     /// Whether a printer is plugged in, as the list of those on USB has it.
     bool IsPluggedIn();
 
@@ -90,6 +96,7 @@ private:
     void Arrive(const std::string& p_strBytes);
     [[nodiscard]] std::int64_t Whole(const std::string& p_strAnswer) const;
     void Stream();
+    [[nodiscard]] std::function<void()> OfConnection(const std::function<void()>& p_fnEvent);
     void Leave();
     void InterruptIn(std::int64_t p_iMilliseconds);
 
@@ -100,4 +107,5 @@ private:
     bool m_bUsed = false;  // of a plan that is for once
     bool m_bGone = false;  // pulled out
     std::size_t m_iBefore = 0;
+    int m_iSendingsAtCtrlC = 0;
 };

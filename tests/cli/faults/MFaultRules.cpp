@@ -2,6 +2,9 @@
 
 #include "cli/CInterrupt.h"
 #include "cli/MExitCode.h"
+#include "model/MSettings.h"
+#include "protocol/MCommand.h"
+#include "protocol/MSettingRoute.h"
 #include "tests/cli/CJsonSchema.h"
 
 #include <nlohmann/json.hpp>
@@ -101,6 +104,17 @@ private:
             const bool bWayOut = !objError["cause"].is_null() || !objError["hint"].is_null();
             Must(bWayOut, "a failure has a cause or a way out");
             const std::string strWords = objError.dump();
+            Must(strWords.find("has told the status") == std::string::npos ||
+                     strWords.find("switched on and ready") == std::string::npos,
+                 "what has told its status is switched on");
+            Must(strWords.find("refused a command") == std::string::npos ||
+                     strWords.find("status 06") != std::string::npos,
+                 "a refusal is the status 06");
+            const bool bNotReady = strWords.find("is not ready to be changed") != std::string::npos;
+            Must(!bNotReady || strWords.find("it reports ") != std::string::npos,
+                 "not ready is a printer that has told so");
+            Must(strWords.find("have changed meanwhile") == std::string::npos,
+                 "nobody else has changed anything");
             const bool bSaysOut = strWords.find("the command went out") != std::string::npos;
             Must(!bSaysOut || m_objOutcome.m_iSendings > 0, "what went out has gone out");
         }
@@ -114,6 +128,10 @@ private:
         Must(bCame == (m_iCode == MExitCode::Interrupted), "Ctrl-C, and it alone, is 130");
         Must(!bCame || m_objOutcome.m_dSinceCtrlC <= CInterrupt::GraceMilliseconds / Thousand,
              "Ctrl-C has closed the link before the program is ended");
+        Must(m_objOutcome.m_iSendingsSinceCtrlC == 0, "nothing is sent behind Ctrl-C");
+        Must(m_objCell.m_objPlan.m_iKind != MFaults::Kind::InterruptedBetween ||
+                 m_objOutcome.m_strCommands.size() == m_objCell.m_objPlan.m_iAt + 1,
+             "the next command does not come");
         if (bCame && m_objOutcome.m_bJournal) {
             const std::string strCause = m_objJson["error"]["cause"].dump();
             Must(strCause.find("its journal is /state/") != std::string::npos,
@@ -130,19 +148,48 @@ private:
             JudgeValues();
         }
         if (m_objJson.contains("different")) {
-            Must(m_objJson["different"].empty() == (m_iCode == MExitCode::Done), "0 is the same");
+            const bool bKnown = IsAllCompared();
+            Must(bKnown == Is({MExitCode::Done, MExitCode::Different}),
+                 "0 and 4 are what could be compared whole");
+            Must(!bKnown || m_objJson["different"].empty() == (m_iCode == MExitCode::Done),
+                 "0 is the same");
             Must(Asked() == std::set<std::string>{"0", "1", "2", "3", "4"}, "all was read for it");
         }
+    }
+
+    /// Of a comparison: nothing is unknown but what no answer reports.
+    [[nodiscard]] bool IsAllCompared() const {
+        const Json& objUnknown = m_objJson["unknown"];
+        return std::ranges::all_of(objUnknown, [](const Json& p_objWhy) {
+            return p_objWhy["a"] == "no answer reports it" && p_objWhy["b"].is_null();
+        });
     }
 
     /// Whether what comes can be taken for settings that the printer does not hold: an answer has
     /// no sum by which it could be told from what only looks like it.
     [[nodiscard]] bool MayTellOther() const {
         using Kind = MFaults::Kind;
-        constexpr std::array Kinds{Kind::OutOfRange,    Kind::NoNumbers, Kind::Junk100,
-                                   Kind::JunkBefore100, Kind::Junk64K,   Kind::Junk1M,
-                                   Kind::Endless};
+        constexpr std::array Kinds{Kind::OutOfRange, Kind::Junk100, Kind::JunkBefore100,
+                                   Kind::Junk64K,    Kind::Junk1M,  Kind::Endless};
         return std::ranges::find(Kinds, m_objCell.m_objPlan.m_iKind) != Kinds.end();
+    }
+
+    /// What is no number is a text all the same.
+    [[nodiscard]] bool MayTellOther(const std::string& p_strName) const {
+        const bool bText = MSettings::Get(p_strName).m_iKind == MSettings::Kind::Text;
+        return MayTellOther() || (bText && m_objCell.m_objPlan.m_iKind == MFaults::Kind::NoNumbers);
+    }
+
+    /// Its answer came without a number in it.
+    [[nodiscard]] bool IsGarbled(const std::string& p_strName) const {
+        const MSettings::Row& objRow = MSettings::Get(p_strName);
+        const std::string strRequest = MCommand::ReadRequest(MSettingRoute::ReportedIn(objRow));
+        const auto& strCommands = m_objOutcome.m_strCommands;
+        const auto objFound = std::ranges::find(strCommands, strRequest);
+        return m_objCell.m_objPlan.m_iKind == MFaults::Kind::NoNumbers &&
+               objRow.m_iKind != MSettings::Kind::Text &&
+               static_cast<std::size_t>(objFound - strCommands.begin()) >=
+                   m_objCell.m_objPlan.m_iAt;
     }
 
     /// No value stands there that the printer does not hold, or has not told.
@@ -154,8 +201,10 @@ private:
                 objValue.is_string() ? objValue.get<std::string>() : objValue.dump();
             const std::string& strHeld = m_objOutcome.m_strBefore.at(objSetting.key());
             Must(objValue.is_null() || strHeld == strText || strHeld + ".0" == strText ||
-                     (MayTellOther() && m_objJson["complete"] == false),
+                     (MayTellOther(objSetting.key()) && m_objJson["complete"] == false),
                  objSetting.key() + " is " + strText + " and the printer holds " + strHeld);
+            Must(objValue.is_null() || !IsGarbled(objSetting.key()),
+                 objSetting.key() + " was no number");
             const Json& objWhy = objSetting.value()["why"];
             Must(objValue.is_null() != objWhy.is_null(),
                  objSetting.key() + " is known, or why not");
@@ -222,10 +271,24 @@ private:
             Must(m_objJson["error"]["hint"].dump().find("/state/") != std::string::npos,
                  "5 names the journal");
         }
+        const bool bAnswers = m_objCell.m_objPlan.m_iKind == MFaults::Kind::ErrorStatus;
+        Must(!bAnswers || m_iCode != MExitCode::PersonNeeded, "what can be read is not lost");
         if (m_objOutcome.m_bJournal) {
             JudgeWayOut();
         }
+        JudgeUndoing();
         JudgeResults();
+    }
+
+    /// What cannot be understood is brought back once, not again and again.
+    void JudgeUndoing() {
+        constexpr std::size_t Most = 60;  // thirteen of a change, and of its undoing what is needed
+        const auto iSets = std::ranges::count_if(m_objOutcome.m_strCommands, &Judge::Sets);
+        const std::size_t iSteps = m_objJson.contains("plan") ? m_objJson["plan"].size() : 0;
+        Must(m_objCell.m_objPlan.m_iKind != MFaults::Kind::NoNumbers ||
+                 (static_cast<std::size_t>(iSets) <= 2 * iSteps &&
+                  m_objOutcome.m_strCommands.size() <= Most),
+             "what is not understood is undone once: " + std::to_string(iSets));
     }
 
     /// The printer was read behind the last command that set something.
@@ -235,6 +298,15 @@ private:
         return std::count_if(strCommands.rbegin(), objLast, [](const std::string& p_strCommand) {
                    return p_strCommand.starts_with("{Z5;");
                }) >= 4;
+    }
+
+    /// A command that carries the setting has come whole.
+    [[nodiscard]] bool HasCome(const std::string& p_strName) const {
+        const MSettings::Row& objRow = MSettings::Get(p_strName);
+        const std::string strHead(MSettingRoute::Head(MSettingRoute::CarriedBy(objRow)));
+        return std::ranges::any_of(
+            m_objOutcome.m_strCommands,
+            [&](const std::string& p_strCommand) { return p_strCommand.starts_with(strHead); });
     }
 
     /// A journal brings back what was, once the printer is well and where it was.
@@ -260,6 +332,10 @@ private:
             Must((strResult != "restored" && strResult != "same" && strResult != "refused") ||
                      bBefore,
                  objResult.key() + " is not " + strResult);
+            Must(strResult != "restored" || m_objOutcome.m_strMoved.contains(objResult.key()),
+                 objResult.key() + " was never changed");
+            Must(strResult != "mismatch" || HasCome(objResult.key()),
+                 objResult.key() + " has never come to the printer");
             Must(strResult != "lost" || m_iCode == MExitCode::PersonNeeded,
                  objResult.key() + " is lost without a person");
         }
@@ -277,6 +353,19 @@ private:
         Must(bKeeps || m_iCode != MExitCode::Done || IsReadBehind(), "what is ended was seen");
         Must(strName != "recover-keep" || m_iCode != MExitCode::Done || Asked().size() >= 4,
              "what is kept was seen");
+        if (m_objJson.contains("results")) {
+            const bool bTold = m_iCode == MExitCode::Done || m_iCode == MExitCode::Different;
+            for (const auto& objValue : m_objJson["after"].items()) {
+                const std::string strResult = m_objJson["results"][objValue.key()];
+                Must(strName == "recover-unseen" || !bTold || !objValue.value().is_null() ||
+                         strResult == "unverifiable",
+                     "how it stands is known: " + objValue.key());
+                Must(strResult != "restored" || m_objOutcome.m_strMoved.contains(objValue.key()),
+                     objValue.key() + " was never brought back");
+            }
+        }
+        Must(m_iCode == MExitCode::Interrupted || m_objJson.contains("results"),
+             "what became of each setting is told");
         Must(strName != "recover-restore" || m_objOutcome.m_bJournal || m_objPlayed.m_bRestored,
              "what was is brought back");
     }
