@@ -27,7 +27,8 @@ class BenchTest(FleetTest):
         self.assertGreater(len(rows), 10)
         for row in rows:
             measured, foretold = (float(row[column].split()[0]) for column in (5, 6))
-            self.assertEqual(1 / 1.35 <= measured / foretold <= 1.35, "not what" not in row[-1], row)
+            right = 1 / 1.35 <= measured / max(foretold, 0.05) <= 1.35 or abs(measured - foretold) <= 0.25
+            self.assertEqual(right, "not what" not in row[-1], row)
         missed = [row for row in rows if "not what" in row[-1]]
         self.assertLess(len(missed), len(rows) / 5, "a formula that is wrong more often is none")
 
