@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/IInterrupt.h"
-#include "platform/IFileStore.h"
 #include "platform/IStateStore.h"
 #include "tests/fakes/CFakeEventLoop.h"
 #include "tests/fakes/CFakeSerialPort.h"
@@ -11,7 +10,6 @@
 
 #include <cerrno>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -176,43 +174,6 @@ public:
 
 private:
     CFakeEventLoop& m_objEventLoop;
-};
-
-/// Files in memory: none is there at first, and none can be read.
-class CMemoryFiles : public IFileStore {
-public:
-    std::map<std::string, std::string> m_strFiles;
-
-    [[nodiscard]] bool Exists(const std::string& p_strPath) const override {
-        return m_strFiles.contains(p_strPath);
-    }
-    std::unique_ptr<IFileReader> OpenToRead(const std::string& /*p_strPath*/) override {
-        return nullptr;
-    }
-    std::unique_ptr<IFileWriter> OpenToWrite(const std::string& p_strPath) override {
-        return std::make_unique<CWriter>(m_strFiles, p_strPath);
-    }
-
-private:
-    class CWriter : public IFileWriter {
-    public:
-        CWriter(std::map<std::string, std::string>& p_strFiles, std::string p_strPath)
-            : m_strFiles(p_strFiles)
-            , m_strPath(std::move(p_strPath)) {}
-        bool Write(std::string_view p_strBytes) override {
-            m_strBytes += p_strBytes;
-            return true;
-        }
-        bool Commit() override {
-            m_strFiles[m_strPath] = m_strBytes;
-            return true;
-        }
-
-    private:
-        std::map<std::string, std::string>& m_strFiles;
-        std::string m_strPath;
-        std::string m_strBytes;
-    };
 };
 
 /// A state that outlives the commands that are handed it.

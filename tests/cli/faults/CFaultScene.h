@@ -6,6 +6,7 @@
 #include "tests/cli/CFakeTerminal.h"
 #include "tests/cli/faults/CFaultConnector.h"
 #include "tests/cli/faults/MFaultRows.h"
+#include "tests/fakes/CFakeFileStore.h"
 
 #include <map>
 #include <memory>
@@ -72,7 +73,7 @@ private:
     CEndingInterrupt m_objInterrupt{m_objEventLoop};
     CFaultyPrinter m_objPrinter;
     CFaultConnector m_objConnector;
-    CMemoryFiles m_objFiles;
+    CFakeFileStore m_objFiles;
     CFakeStateStore m_objState;
     CFakeTerminal m_objTerminal;
     CDefaultsSource m_objDefaults;

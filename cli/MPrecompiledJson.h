@@ -1,5 +1,3 @@
-// Read with the precompiled headers of what works with JSON: what is called here is instantiated,
-// and in a debug build compiled, once for all of them. Nobody calls it.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -8,10 +6,13 @@
 #include <string>
 #include <vector>
 
-namespace precompiled {
+/// Part of the precompiled headers of what works with JSON (cmake/Precompile.cmake), and of nothing
+/// else: what is called here is instantiated, and in a debug build compiled, once for all of them.
+/// Nobody calls it.
+namespace MPrecompiledJson {
 
 template <class Json>
-std::string UseJson(const std::string& p_strText) {
+std::string Use(const std::string& p_strText) {
     Json objJson = Json::parse(p_strText, nullptr, false);
     objJson["literal"] = "text";
     objJson["text"] = p_strText;
@@ -46,8 +47,8 @@ std::string UseJson(const std::string& p_strText) {
     return objJson.dump(2) + objJson.dump();
 }
 
-inline std::string UseEveryJson(const std::string& p_strText) {
-    return UseJson<nlohmann::json>(p_strText) + UseJson<nlohmann::ordered_json>(p_strText);
+inline std::string UseEvery(const std::string& p_strText) {
+    return Use<nlohmann::json>(p_strText) + Use<nlohmann::ordered_json>(p_strText);
 }
 
-}  // namespace precompiled
+}  // namespace MPrecompiledJson
